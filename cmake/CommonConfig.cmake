@@ -1,0 +1,14 @@
+# Settings every target shares: the language standard and the warnings.
+add_library(nutrovex_common INTERFACE)
+target_compile_features(nutrovex_common INTERFACE cxx_std_20)
+set(CMAKE_CXX_EXTENSIONS OFF)
+target_compile_options(nutrovex_common INTERFACE -Wall -Wextra -Wpedantic -Wshadow)
+if(NUTROVEX_WERROR)
+  target_compile_options(nutrovex_common INTERFACE -Werror)
+endif()
+
+# Qt strictness for the Qt targets only.
+add_library(nutrovex_qt_strict INTERFACE)
+target_compile_definitions(nutrovex_qt_strict INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII
+                                                       QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+                                                       QT_NO_KEYWORDS)

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace nutrovex {
+
+// Stored texts are Windows-1252. The five bytes it leaves undefined map to the C1 control of the
+// same value, so every byte string converts to UTF-8 and back unchanged.
+[[nodiscard]] std::string cp1252ToUtf8(std::string_view text);
+
+// nullopt when the UTF-8 text is malformed or holds a character Windows-1252 cannot store.
+[[nodiscard]] std::optional<std::string> utf8ToCp1252(std::string_view text);
+
+}  // namespace nutrovex

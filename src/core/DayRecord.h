@@ -1,0 +1,88 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "core/CalendarDate.h"
+#include "core/ExerciseEntry.h"
+#include "core/FoodItem.h"
+#include "core/Position.h"
+#include "core/Text.h"
+
+namespace nutrovex {
+
+class UserProfile;
+
+enum DayFlag : uint16_t {
+    kDayFlagWeight = 0x8000,
+    kDayFlagLevel = 0x1000,  // activity level or BMR
+};
+
+// Every stored field of a day, as the file holds them.
+struct DayFields {
+    CalendarDate date;
+    float weight = -1.0f;  // pounds; negative means no weigh-in
+    Text note;
+    uint16_t word = 0;  // the water count of the day
+    uint16_t level = 0;
+    int16_t bmr = 0;
+    uint16_t flags = 0;
+    Nutrients totals{};
+    std::array<FoodList, kFoodGroupCount> groups;
+    ExerciseList exercises;
+};
+
+// One logged date: weigh-in, activity and BMR, foods by group, exercises, water and notes.
+class DayRecord {
+public:
+    explicit DayRecord(const CalendarDate& date) { m.date = date; }
+
+    [[nodiscard]] const DayFields& fields() const { return m; }
+    // Raw access for readers, writers and the day's own calculations.
+    [[nodiscard]] DayFields& rawFields() { return m; }
+
+    [[nodiscard]] const CalendarDate& date() const { return m.date; }
+    [[nodiscard]] float weight() const { return m.weight; }
+    [[nodiscard]] std::string_view note() const { return m.note.view(); }
+    [[nodiscard]] uint16_t water() const { return m.word; }
+    [[nodiscard]] uint16_t level() const { return m.level; }
+    [[nodiscard]] int16_t bmr() const { return m.bmr; }
+    [[nodiscard]] uint16_t flags() const { return m.flags; }
+    [[nodiscard]] const Nutrients& totals() const { return m.totals; }
+    [[nodiscard]] const FoodList& group(int g) const {
+        return g == kAllFoodsGroup ? m_allFoods : m.groups[static_cast<std::size_t>(g)];
+    }
+    [[nodiscard]] FoodList& group(int g) {
+        return g == kAllFoodsGroup ? m_allFoods : m.groups[static_cast<std::size_t>(g)];
+    }
+    [[nodiscard]] const FoodList& allFoods() const { return m_allFoods; }
+    [[nodiscard]] FoodList& allFoods() { return m_allFoods; }
+    [[nodiscard]] const ExerciseList& exercises() const { return m.exercises; }
+
+    void setNote(std::string_view note) { m.note = note; }
+    void setWater(uint16_t count) { m.word = count; }
+    // 1..5 accepted; 0 and 6 or more refused.
+    [[nodiscard]] bool setLevel(unsigned level);
+    // 0..9999 accepted.
+    [[nodiscard]] bool setBmr(int bmr);
+    // Stores the weight and settles the activity level and BMR from the profile.
+    void setWeight(float pounds, const UserProfile& profile);
+    void setTotals(const Nutrients& totals) { m.totals = totals; }
+
+    // Exercise entries by position; appending returns the new position or kNoPosition.
+    Position appendExercise(ExerciseEntry entry);
+    [[nodiscard]] bool replaceExercise(Position pos, ExerciseEntry entry);
+    [[nodiscard]] bool removeExercise(Position pos);
+    [[nodiscard]] ExerciseList& exercisesForEdit() { return m.exercises; }
+
+    // Figures computed by the day recomputation; not stored in the file.
+    uint32_t caloriesIn = 0;
+    uint32_t exerciseCalories = 0;
+    uint32_t exerciseMinutes = 0;
+
+private:
+    DayFields m;
+    FoodList m_allFoods;  // a second copy of every food of the day, in group order
+};
+
+}  // namespace nutrovex

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "core/PackedKey.h"
+#include "core/ServingQuantity.h"
+#include "core/Text.h"
+
+namespace nutrovex {
+
+inline constexpr int kNutrientCount = 6;
+enum Nutrient { kCalories = 0, kCarbohydrate, kFiber, kProtein, kFat, kSaturatedFat };
+using Nutrients = std::array<float, kNutrientCount>;
+
+inline constexpr int kFoodGroupCount = 8;  // groups 0..7; list 8 is every food of a day
+inline constexpr int kAllFoodsGroup = 8;
+extern const char* const kFoodGroupNames[9];
+
+inline constexpr int kMealCount = 4;
+extern const char* const kMealNames[kMealCount];
+
+// Calories to 0..10000, gram values to 0..1000.
+[[nodiscard]] float clampNutrient(int nutrient, float value);
+
+// A catalogue food, or a logged copy of one. ref1 is the weight reference serving, ref2 the
+// volume-or-item one.
+struct FoodItem {
+    PackedKey key;
+    uint8_t loggedFlag = 0;
+    Text name;
+    Text text2;
+    ServingQuantity serving;
+    ServingQuantity ref1;
+    ServingQuantity ref2;
+    Nutrients nutrients{};
+    uint16_t meal = 0;
+    float ratio = 0.0f;
+    uint16_t group = 0;
+
+    // The reference serving that a serving of the given unit is measured against.
+    [[nodiscard]] const ServingQuantity& referenceFor(uint8_t unit) const {
+        return (unit < 10 || unit == 14) ? ref2 : ref1;
+    }
+    // Recomputes the serving ratio from the serving and its reference.
+    void updateRatio();
+    void setServing(const ServingQuantity& s);
+    // A volume or item serving becomes ref2, a weight serving ref1; the other is cleared unless
+    // keepOther is set.
+    void setReference(const ServingQuantity& s, bool keepOther = false);
+    void setNutrient(int nutrient, float value) {
+        nutrients[static_cast<std::size_t>(nutrient)] = clampNutrient(nutrient, value);
+    }
+    // The nutrient for the serving in use: nutrient × ratio, in single precision.
+    [[nodiscard]] float shownNutrient(int nutrient) const {
+        return nutrients[static_cast<std::size_t>(nutrient)] * ratio;
+    }
+};
+
+using FoodList = std::vector<FoodItem>;
+
+// A category of the food catalogue: its key, byte and name, and its foods.
+struct FoodCategory {
+    PackedKey key;
+    uint8_t byte = 0;
+    Text name;
+    FoodList foods;
+
+    // Copies key, byte and name, and a new copy of every food in order.
+    void copyFrom(const FoodCategory& other);
+};
+
+}  // namespace nutrovex

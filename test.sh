@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds and runs every test.
+#   ./test.sh          the default build (warnings as errors) and all tests
+#   ./test.sh --asan   the same under AddressSanitizer and UndefinedBehaviorSanitizer
+#   ./test.sh --fuzz   a short run of every fuzz target (clang, libFuzzer)
+set -euo pipefail
+cd "$(dirname "$0")"
+source tools/setup.sh
+
+mode="${1:-default}"
+case "$mode" in
+    default|--default) preset=default ;;
+    --asan) preset=asan ;;
+    --fuzz) preset=fuzz ;;
+    *) echo "usage: ./test.sh [--asan|--fuzz]" >&2; exit 2 ;;
+esac
+
+nv_install "${nv_packages[@]}"
+export QT_QPA_PLATFORM=offscreen
+
+if [ "$preset" = fuzz ]; then
+    nv_install clang libclang-rt-14-dev
+    nv_build fuzz
+    exec fuzz/run.sh build/fuzz "${FUZZ_SECONDS:-20}"
+fi
+
+nv_build "$preset"
+ctest --preset "$preset" -j2
