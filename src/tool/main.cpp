@@ -1,11 +1,63 @@
-#include <cstdio>
-#include <cstring>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "tool/Commands.h"
+
+namespace {
+
+using namespace nutrovex::tool;
+
+struct Command {
+    const char* name;
+    int (*run)(const GlobalOptions&, Args);
+};
+
+const Command kCommands[] = {
+    {"eval", runEval},
+};
+
+void printUsage(std::ostream& out) {
+    out << "usage: nutrovex-tool [--root DIR] COMMAND [ARGS...]\n"
+           "\n"
+           "Calculations:\n"
+           "  eval                          one JSON request per line on stdin, one answer per line\n";
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 2 || std::strcmp(argv[1], "--help") == 0) {
-        std::puts("usage: nutrovex-tool COMMAND ...");
-        return argc < 2 ? 2 : 0;
+    std::vector<std::string> args(argv + 1, argv + argc);
+    GlobalOptions options;
+    if (const char* env = std::getenv("NUTROVEX_ROOT")) {
+        options.root = env;
     }
-    std::fprintf(stderr, "nutrovex-tool: unknown command '%s'\n", argv[1]);
-    return 2;
+    std::size_t i = 0;
+    while (i < args.size() && args[i].starts_with("--")) {
+        if (args[i] == "--help") {
+            printUsage(std::cout);
+            return kExitOk;
+        }
+        if (args[i] == "--root" && i + 1 < args.size()) {
+            options.root = args[i + 1];
+            i += 2;
+            continue;
+        }
+        std::cerr << "nutrovex-tool: unknown option '" << args[i] << "'\n";
+        printUsage(std::cerr);
+        return kExitUsage;
+    }
+    if (i >= args.size()) {
+        printUsage(std::cerr);
+        return kExitUsage;
+    }
+    for (const Command& c : kCommands) {
+        if (args[i] == c.name) {
+            return c.run(options, Args(args).subspan(i + 1));
+        }
+    }
+    std::cerr << "nutrovex-tool: unknown command '" << args[i] << "'\n";
+    printUsage(std::cerr);
+    return kExitUsage;
 }

@@ -1,0 +1,392 @@
+#include "tool/JsonValues.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <string_view>
+
+#include "core/Cp1252.h"
+
+namespace nutrovex::tool {
+
+namespace {
+
+[[noreturn]] void shapeError(const std::string& what) {
+    throw JsonShapeError(what);
+}
+
+}  // namespace
+
+const Json& field(const Json& object, const char* name) {
+    if (!object.is_object()) {
+        shapeError(std::string("expected an object holding '") + name + "'");
+    }
+    const auto it = object.find(name);
+    if (it == object.end()) {
+        shapeError(std::string("missing field '") + name + "'");
+    }
+    return *it;
+}
+
+bool boolField(const Json& object, const char* name) {
+    const Json& v = field(object, name);
+    if (!v.is_boolean()) {
+        shapeError(std::string("'") + name + "' must be true or false");
+    }
+    return v.get<bool>();
+}
+
+double doubleField(const Json& object, const char* name) {
+    const Json& v = field(object, name);
+    if (v.is_number()) {
+        return v.get<double>();
+    }
+    if (v.is_string()) {
+        const auto s = v.get<std::string>();
+        if (s == "nan") {
+            return std::numeric_limits<double>::quiet_NaN();
+        }
+        if (s == "inf") {
+            return std::numeric_limits<double>::infinity();
+        }
+        if (s == "-inf") {
+            return -std::numeric_limits<double>::infinity();
+        }
+    }
+    shapeError(std::string("'") + name + "' must be a number");
+}
+
+std::string stringField(const Json& object, const char* name) {
+    const Json& v = field(object, name);
+    if (!v.is_string()) {
+        shapeError(std::string("'") + name + "' must be a string");
+    }
+    return v.get<std::string>();
+}
+
+template <typename T>
+T intValue(const Json& value, const char* what) {
+    if (value.is_number_unsigned()) {
+        const auto u = value.get<uint64_t>();
+        if (u <= static_cast<uint64_t>(std::numeric_limits<T>::max())) {
+            return static_cast<T>(u);
+        }
+    } else if (value.is_number_integer()) {
+        const auto i = value.get<int64_t>();
+        if (i >= static_cast<int64_t>(std::numeric_limits<T>::min()) &&
+            i <= static_cast<int64_t>(std::numeric_limits<T>::max())) {
+            return static_cast<T>(i);
+        }
+    }
+    shapeError(std::string("'") + what + "' must be an integer from " +
+               std::to_string(static_cast<int64_t>(std::numeric_limits<T>::min())) + " to " +
+               std::to_string(static_cast<uint64_t>(std::numeric_limits<T>::max())));
+}
+
+template uint8_t intValue<uint8_t>(const Json&, const char*);
+template uint16_t intValue<uint16_t>(const Json&, const char*);
+template int16_t intValue<int16_t>(const Json&, const char*);
+template uint32_t intValue<uint32_t>(const Json&, const char*);
+template int32_t intValue<int32_t>(const Json&, const char*);
+template int64_t intValue<int64_t>(const Json&, const char*);
+
+Json floatJson(float value) {
+    if (std::isnan(value)) {
+        return "nan";
+    }
+    if (std::isinf(value)) {
+        return value > 0 ? "inf" : "-inf";
+    }
+    // The shortest text of the float, held as the double it reads as: printed back (shortest
+    // double form) it is that same text, and it narrows to the same float.
+    char buf[32];
+    const auto r = std::to_chars(buf, buf + sizeof buf, value);
+    double d = 0.0;
+    std::from_chars(buf, r.ptr, d);
+    return d;
+}
+
+float floatValue(const Json& value, const char* what) {
+    if (value.is_number()) {
+        return static_cast<float>(value.get<double>());
+    }
+    if (value.is_string()) {
+        const auto s = value.get<std::string>();
+        if (s == "nan") {
+            return std::numeric_limits<float>::quiet_NaN();
+        }
+        if (s == "inf") {
+            return std::numeric_limits<float>::infinity();
+        }
+        if (s == "-inf") {
+            return -std::numeric_limits<float>::infinity();
+        }
+    }
+    shapeError(std::string("'") + what + "' must be a number, \"nan\", \"inf\" or \"-inf\"");
+}
+
+Json textJson(const Text& text) {
+    if (text.isNull()) {
+        return nullptr;
+    }
+    return cp1252ToUtf8(text.view());
+}
+
+Text textValue(const Json& value, const char* what) {
+    if (value.is_null()) {
+        return Text::null();
+    }
+    if (!value.is_string()) {
+        shapeError(std::string("'") + what + "' must be a string or null");
+    }
+    auto bytes = utf8ToCp1252(value.get_ref<const std::string&>());
+    if (!bytes) {
+        shapeError(std::string("'") + what + "' holds a character that Windows-1252 cannot store");
+    }
+    if (bytes->size() >= 0xFFFF) {
+        shapeError(std::string("'") + what + "' is longer than 65,534 characters");
+    }
+    return Text(*bytes);
+}
+
+std::string cp1252Field(const Json& object, const char* name) {
+    const Json& v = field(object, name);
+    if (!v.is_string()) {
+        shapeError(std::string("'") + name + "' must be a string");
+    }
+    return textValue(v, name).str();
+}
+
+Json dateJson(const CalendarDate& date) {
+    return Json::array({date.month, date.day, date.year});
+}
+
+void readDate(const Json& value, CalendarDate& date, const char* what) {
+    if (!value.is_array() || value.size() != 3) {
+        shapeError(std::string("'") + what + "' must be [month, day, year]");
+    }
+    date.month = intValue<int16_t>(value[0], what);
+    date.day = intValue<int16_t>(value[1], what);
+    date.year = intValue<int16_t>(value[2], what);
+}
+
+CalendarDate dateField(const Json& object, const char* name) {
+    CalendarDate d;
+    readDate(field(object, name), d, name);
+    d.weekday = static_cast<int16_t>(weekdayOf(packDate(d)));
+    return d;
+}
+
+Json servingJson(const ServingQuantity& s) {
+    Json j;
+    j["amount"] = floatJson(s.amount);
+    j["unit"] = s.unit;
+    j["sub"] = s.sub;
+    return j;
+}
+
+ServingQuantity servingValue(const Json& value, const char* what) {
+    if (!value.is_object()) {
+        shapeError(std::string("'") + what + "' must be {\"amount\", \"unit\", \"sub\"}");
+    }
+    ServingQuantity s;
+    s.amount = floatField(value, "amount");
+    s.unit = intField<uint8_t>(value, "unit");
+    s.sub = intField<uint8_t>(value, "sub");
+    return s;
+}
+
+Json nutrientsJson(const Nutrients& n) {
+    Json j = Json::array();
+    for (const float v : n) {
+        j.push_back(floatJson(v));
+    }
+    return j;
+}
+
+Nutrients nutrientsValue(const Json& value, const char* what) {
+    if (!value.is_array() || value.size() != kNutrientCount) {
+        shapeError(std::string("'") + what + "' must be a list of six numbers");
+    }
+    Nutrients n{};
+    for (std::size_t i = 0; i < n.size(); ++i) {
+        n[i] = floatValue(value[i], what);
+    }
+    return n;
+}
+
+Json foodJson(const FoodItem& food) {
+    Json j;
+    j["key"] = food.key.value;
+    j["flag"] = food.loggedFlag;
+    j["name"] = textJson(food.name);
+    j["text2"] = textJson(food.text2);
+    j["serving"] = servingJson(food.serving);
+    j["ref1"] = servingJson(food.ref1);
+    j["ref2"] = servingJson(food.ref2);
+    j["nutrients"] = nutrientsJson(food.nutrients);
+    j["meal"] = food.meal;
+    j["ratio"] = floatJson(food.ratio);
+    j["group"] = food.group;
+    return j;
+}
+
+FoodItem foodValue(const Json& value) {
+    FoodItem f;
+    f.key.value = intField<uint32_t>(value, "key");
+    f.loggedFlag = intField<uint8_t>(value, "flag");
+    f.name = textField(value, "name");
+    f.text2 = textField(value, "text2");
+    f.serving = servingValue(field(value, "serving"), "serving");
+    f.ref1 = servingValue(field(value, "ref1"), "ref1");
+    f.ref2 = servingValue(field(value, "ref2"), "ref2");
+    f.nutrients = nutrientsValue(field(value, "nutrients"), "nutrients");
+    f.meal = intField<uint16_t>(value, "meal");
+    f.ratio = floatField(value, "ratio");
+    f.group = intField<uint16_t>(value, "group");
+    return f;
+}
+
+Json exerciseJson(const ExerciseEntry& e) {
+    Json j;
+    j["key"] = e.key.value;
+    j["byte"] = e.byte;
+    j["type"] = e.type;
+    j["variant"] = e.variant;
+    j["third"] = e.third;
+    j["name"] = textJson(e.name);
+    j["minutes"] = e.minutes;
+    j["calories"] = e.calories;
+    return j;
+}
+
+ExerciseEntry exerciseValue(const Json& value) {
+    ExerciseEntry e;
+    e.key.value = intField<uint32_t>(value, "key");
+    e.byte = intField<uint8_t>(value, "byte");
+    e.type = intField<uint16_t>(value, "type");
+    e.variant = intField<int16_t>(value, "variant");
+    e.third = intField<int16_t>(value, "third");
+    e.name = textField(value, "name");
+    e.minutes = intField<uint16_t>(value, "minutes");
+    e.calories = intField<uint16_t>(value, "calories");
+    return e;
+}
+
+Json profileJson(const UserProfile& profile) {
+    const ProfileFields& p = profile.fields();
+    Json j;
+    j["byte"] = p.byte;
+    j["text1"] = textJson(p.text1);
+    j["displayName"] = textJson(p.displayName);
+    j["userName"] = textJson(p.userName);
+    j["height"] = floatJson(p.height);
+    j["age"] = p.age;
+    j["gender"] = p.gender;
+    j["startWeight"] = floatJson(p.startWeight);
+    j["startDate"] = dateJson(p.startDate);
+    j["goalWeight"] = floatJson(p.goalWeight);
+    j["goalDate"] = dateJson(p.goalDate);
+    j["plan"] = {{"byte", p.plan.valid},
+                 {"values", Json::array({p.plan.change, p.plan.days, p.plan.perDay})}};
+    j["defaultLevel"] = p.defaultLevel;
+    j["units"] = p.units;
+    j["flags"] = p.flags;
+    return j;
+}
+
+void readProfileForCalc(const Json& value, UserProfile& profile) {
+    ProfileFields& p = profile.rawFields();
+    p.height = floatField(value, "height");
+    p.age = intField<int16_t>(value, "age");
+    p.gender = intField<uint16_t>(value, "gender");
+    p.startWeight = floatField(value, "startWeight");
+    readDate(field(value, "startDate"), p.startDate, "startDate");
+    p.goalWeight = floatField(value, "goalWeight");
+    readDate(field(value, "goalDate"), p.goalDate, "goalDate");
+    p.units = intField<uint16_t>(value, "units");
+}
+
+void readProfile(const Json& value, UserProfile& profile) {
+    readProfileForCalc(value, profile);
+    ProfileFields& p = profile.rawFields();
+    p.byte = intField<uint8_t>(value, "byte");
+    p.text1 = textField(value, "text1");
+    p.displayName = textField(value, "displayName");
+    p.userName = textField(value, "userName");
+    const Json& plan = field(value, "plan");
+    p.plan.valid = intField<uint8_t>(plan, "byte");
+    const Json& values = field(plan, "values");
+    if (!values.is_array() || values.size() != 3) {
+        shapeError("'values' of the plan must be a list of three numbers");
+    }
+    p.plan.change = intValue<uint32_t>(values[0], "values");
+    p.plan.days = intValue<uint32_t>(values[1], "values");
+    p.plan.perDay = intValue<uint32_t>(values[2], "values");
+    p.defaultLevel = intField<uint16_t>(value, "defaultLevel");
+    p.flags = intField<uint16_t>(value, "flags");
+}
+
+Json dayJson(const DayRecord& day) {
+    const DayFields& d = day.fields();
+    Json j;
+    j["date"] = dateJson(d.date);
+    j["weight"] = floatJson(d.weight);
+    j["note"] = textJson(d.note);
+    j["word"] = d.word;
+    j["level"] = d.level;
+    j["bmr"] = d.bmr;
+    j["flags"] = d.flags;
+    j["totals"] = nutrientsJson(d.totals);
+    Json groups = Json::array();
+    for (const FoodList& list : d.groups) {
+        Json g = Json::array();
+        for (const FoodItem& f : list) {
+            g.push_back(foodJson(f));
+        }
+        groups.push_back(std::move(g));
+    }
+    j["groups"] = std::move(groups);
+    Json exercises = Json::array();
+    for (const ExerciseEntry& e : d.exercises) {
+        exercises.push_back(exerciseJson(e));
+    }
+    j["exercises"] = std::move(exercises);
+    return j;
+}
+
+void readDay(const Json& value, DayRecord& day) {
+    DayFields& d = day.rawFields();
+    readDate(field(value, "date"), d.date, "date");
+    d.weight = floatField(value, "weight");
+    d.note = textField(value, "note");
+    d.word = intField<uint16_t>(value, "word");
+    d.level = intField<uint16_t>(value, "level");
+    d.bmr = intField<int16_t>(value, "bmr");
+    d.flags = intField<uint16_t>(value, "flags");
+    d.totals = nutrientsValue(field(value, "totals"), "totals");
+    const Json& groups = field(value, "groups");
+    if (!groups.is_array() || groups.size() != kFoodGroupCount) {
+        shapeError("'groups' must be a list of eight food lists");
+    }
+    for (std::size_t g = 0; g < d.groups.size(); ++g) {
+        if (!groups[g].is_array()) {
+            shapeError("each of 'groups' must be a list of foods");
+        }
+        d.groups[g].clear();
+        for (const Json& f : groups[g]) {
+            d.groups[g].push_back(foodValue(f));
+        }
+    }
+    const Json& exercises = field(value, "exercises");
+    if (!exercises.is_array()) {
+        shapeError("'exercises' must be a list");
+    }
+    d.exercises.clear();
+    for (const Json& e : exercises) {
+        d.exercises.push_back(exerciseValue(e));
+    }
+}
+
+}  // namespace nutrovex::tool

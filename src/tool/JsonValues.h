@@ -1,0 +1,81 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+#include <string>
+
+#include "core/CalendarDate.h"
+#include "core/DayRecord.h"
+#include "core/ExerciseEntry.h"
+#include "core/FoodItem.h"
+#include "core/ServingQuantity.h"
+#include "core/Text.h"
+#include "core/UserProfile.h"
+
+namespace nutrovex::tool {
+
+using Json = nlohmann::ordered_json;
+
+// A JSON document that does not have the shape a command needs.
+class JsonShapeError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// Field access that names what is missing or of the wrong kind.
+const Json& field(const Json& object, const char* name);
+[[nodiscard]] bool boolField(const Json& object, const char* name);
+[[nodiscard]] double doubleField(const Json& object, const char* name);
+[[nodiscard]] std::string stringField(const Json& object, const char* name);  // UTF-8 as given
+
+// Integers, range-checked into the record's width.
+template <typename T>
+[[nodiscard]] T intValue(const Json& value, const char* what);
+template <typename T>
+[[nodiscard]] T intField(const Json& object, const char* name) {
+    return intValue<T>(field(object, name), name);
+}
+
+// Floats: the shortest form that reads back to the same single-precision value; non-finite
+// values are the strings "nan", "inf" and "-inf".
+[[nodiscard]] Json floatJson(float value);
+[[nodiscard]] float floatValue(const Json& value, const char* what);
+[[nodiscard]] inline float floatField(const Json& object, const char* name) {
+    return floatValue(field(object, name), name);
+}
+
+// Texts: Windows-1252 as UTF-8; "no text at all" is null.
+[[nodiscard]] Json textJson(const Text& text);
+[[nodiscard]] Text textValue(const Json& value, const char* what);
+[[nodiscard]] inline Text textField(const Json& object, const char* name) {
+    return textValue(field(object, name), name);
+}
+[[nodiscard]] std::string cp1252Field(const Json& object, const char* name);
+
+// A date is [month, day, year] as stored.
+[[nodiscard]] Json dateJson(const CalendarDate& date);
+// Sets month, day and year of date; its clock parts stay as they are.
+void readDate(const Json& value, CalendarDate& date, const char* what);
+[[nodiscard]] CalendarDate dateField(const Json& object, const char* name);
+
+[[nodiscard]] Json servingJson(const ServingQuantity& s);
+[[nodiscard]] ServingQuantity servingValue(const Json& value, const char* what);
+
+[[nodiscard]] Json foodJson(const FoodItem& food);
+[[nodiscard]] FoodItem foodValue(const Json& value);
+[[nodiscard]] Json exerciseJson(const ExerciseEntry& entry);
+[[nodiscard]] ExerciseEntry exerciseValue(const Json& value);
+[[nodiscard]] Json nutrientsJson(const Nutrients& n);
+[[nodiscard]] Nutrients nutrientsValue(const Json& value, const char* what);
+
+[[nodiscard]] Json profileJson(const UserProfile& profile);
+// Reads every field of the dump's profile object.
+void readProfile(const Json& value, UserProfile& profile);
+// Reads the fields that calculations use (height, age, gender, weights and dates, units); the
+// rest keep their defaults.
+void readProfileForCalc(const Json& value, UserProfile& profile);
+
+[[nodiscard]] Json dayJson(const DayRecord& day);
+void readDay(const Json& value, DayRecord& day);
+
+}  // namespace nutrovex::tool
