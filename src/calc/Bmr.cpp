@@ -4,9 +4,12 @@
 
 namespace nutrovex {
 
-const char* const kActivityLevelNames[6] = {
-    "",          "None : Bed", "Light : Sitting", "Moderate : Standing", "Heavy : Walking - Lifting",
-    "Other : Manual Input of BMR"};
+const char* const kActivityLevelNames[6] = {"",
+                                            "None : Bed",
+                                            "Light : Sitting",
+                                            "Moderate : Standing",
+                                            "Heavy : Walking - Lifting",
+                                            "Other : Manual Input of BMR"};
 
 int16_t roundWhole(float value) {
     if (!(value >= 0.0f)) {  // negative or NaN

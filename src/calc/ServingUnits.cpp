@@ -2,19 +2,42 @@
 
 namespace nutrovex {
 
-const std::array<const char*, kUnitCount> kUnitNames = {
-    "pinch", "tsp", "tbsp", "cup", "pint", "qrt", "gal", "fl oz",
-    "l",     "ml",  "oz",   "lbs", "g",    "kg",  "item"};
+const std::array<const char*, kUnitCount> kUnitNames = {"pinch", "tsp", "tbsp",  "cup", "pint",
+                                                        "qrt",   "gal", "fl oz", "l",   "ml",
+                                                        "oz",    "lbs", "g",     "kg",  "item"};
 
 namespace {
 
 // To the family's base unit (fluid ounce, gram) and back, as doubles.
-constexpr double kToBase[kUnitCount] = {0.020833333333333332, 0.16666666666666666, 0.5, 8.0, 16.0,
-                                        32.0, 128.0, 1.0, 33.81402, 0.03381402, 28.34952,
-                                        453.59232, 1.0, 1000.0, 1.0};
-constexpr double kFromBase[kUnitCount] = {48.0, 6.0, 2.0, 0.125, 0.0625, 0.03125, 0.0078125, 1.0,
-                                          0.029573531925514922, 29.57353192551492,
-                                          0.03527396583786957, 0.002204622864866848, 1.0, 0.001,
+constexpr double kToBase[kUnitCount] = {0.020833333333333332,
+                                        0.16666666666666666,
+                                        0.5,
+                                        8.0,
+                                        16.0,
+                                        32.0,
+                                        128.0,
+                                        1.0,
+                                        33.81402,
+                                        0.03381402,
+                                        28.34952,
+                                        453.59232,
+                                        1.0,
+                                        1000.0,
+                                        1.0};
+constexpr double kFromBase[kUnitCount] = {48.0,
+                                          6.0,
+                                          2.0,
+                                          0.125,
+                                          0.0625,
+                                          0.03125,
+                                          0.0078125,
+                                          1.0,
+                                          0.029573531925514922,
+                                          29.57353192551492,
+                                          0.03527396583786957,
+                                          0.002204622864866848,
+                                          1.0,
+                                          0.001,
                                           1.0};
 
 bool copiesUnchanged(unsigned unit) {
@@ -33,13 +56,15 @@ ConvertResult convertServing(float amount, unsigned from, unsigned to, float& ou
     }
     float base = 0.0f;
     if (from < kUnitCount) {
-        base = copiesUnchanged(from) ? amount
-                                     : static_cast<float>(static_cast<double>(amount) * kToBase[from]);
+        base = copiesUnchanged(from)
+                   ? amount
+                   : static_cast<float>(static_cast<double>(amount) * kToBase[from]);
     }
     if (to >= kUnitCount) {
         return ConvertResult::NothingWritten;
     }
-    out = copiesUnchanged(to) ? base : static_cast<float>(static_cast<double>(base) * kFromBase[to]);
+    out =
+        copiesUnchanged(to) ? base : static_cast<float>(static_cast<double>(base) * kFromBase[to]);
     return ConvertResult::Converted;
 }
 

@@ -7,9 +7,9 @@
 
 namespace nutrovex {
 
-const char* const kMonthNames[12] = {"January", "February", "March",     "April",
-                                     "May",     "June",     "July",      "August",
-                                     "September", "October", "November", "December"};
+const char* const kMonthNames[12] = {"January",   "February", "March",    "April",
+                                     "May",       "June",     "July",     "August",
+                                     "September", "October",  "November", "December"};
 const char* const kWeekdayNames[7] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
                                       "Thursday", "Friday", "Saturday"};
 
@@ -26,7 +26,8 @@ Fields split(uint16_t packed) {
 }
 
 uint16_t join(Fields f) {
-    return static_cast<uint16_t>(((f.day & 0x1F) << 11) | ((f.month & 0xF) << 7) | (f.year7 & 0x7F));
+    return static_cast<uint16_t>(((f.day & 0x1F) << 11) | ((f.month & 0xF) << 7) |
+                                 (f.year7 & 0x7F));
 }
 
 bool leap(int year7) {
@@ -37,7 +38,12 @@ bool leap(int year7) {
 uint16_t forwardOne(uint16_t packed) {
     Fields f = split(packed);
     switch (f.month) {
-        case 1: case 3: case 5: case 7: case 8: case 10:
+        case 1:
+        case 3:
+        case 5:
+        case 7:
+        case 8:
+        case 10:
             if (f.day >= 31) {
                 f.day = 1;
                 ++f.month;
@@ -53,7 +59,10 @@ uint16_t forwardOne(uint16_t packed) {
                 ++f.day;
             }
             break;
-        case 4: case 6: case 9: case 11:
+        case 4:
+        case 6:
+        case 9:
+        case 11:
             if (f.day >= 30) {
                 f.day = 1;
                 ++f.month;
@@ -88,7 +97,12 @@ uint16_t backOne(uint16_t packed) {
             f.month = 12;
             f.year7 = (f.year7 - 1) & 0x7F;
             break;
-        case 2: case 4: case 6: case 8: case 9: case 11:
+        case 2:
+        case 4:
+        case 6:
+        case 8:
+        case 9:
+        case 11:
             f.day = 31;
             --f.month;
             break;
@@ -96,7 +110,10 @@ uint16_t backOne(uint16_t packed) {
             f.day = leap(f.year7) ? 29 : 28;
             f.month = 2;
             break;
-        case 5: case 7: case 10: case 12:
+        case 5:
+        case 7:
+        case 10:
+        case 12:
             f.day = 30;
             --f.month;
             break;
@@ -218,8 +235,8 @@ std::string longDateText(const CalendarDate& date) {
     const char* weekday = wd >= 0 && wd < 7 ? kWeekdayNames[wd] : "";
     const char* month = date.month >= 1 && date.month <= 12 ? kMonthNames[date.month - 1] : "";
     char text[64];
-    const int n = std::snprintf(text, sizeof text, "%s %s %d, %d", weekday, month, date.day,
-                                date.year);
+    const int n =
+        std::snprintf(text, sizeof text, "%s %s %d, %d", weekday, month, date.day, date.year);
     return std::string(text, static_cast<std::size_t>(std::max(n, 0)));
 }
 

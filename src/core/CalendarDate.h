@@ -53,7 +53,9 @@ void unpackDate(uint16_t packed, CalendarDate& date);
 [[nodiscard]] bool isLeapYear(uint16_t packed);
 [[nodiscard]] int32_t dayNumber(uint16_t packed);
 [[nodiscard]] int32_t weekdayOf(uint16_t packed);
-[[nodiscard]] inline int32_t dayNumber(const CalendarDate& d) { return dayNumber(packDate(d)); }
+[[nodiscard]] inline int32_t dayNumber(const CalendarDate& d) {
+    return dayNumber(packDate(d));
+}
 
 // Comparisons by year, month and day only. A date compared with the very same object is
 // neither equal, earlier nor later: callers always compare two distinct dates.

@@ -3,8 +3,8 @@
 namespace nutrovex {
 
 const char* const kStoredGroupNames[kFoodGroupCount] = {
-    "Sweets, Fats, Oils", "Milk, Yogurt, Cheese", "Meat, Poultry, Fish",  "Vegetables",
-    "Fruit, Fruit Juice", "Bread, Cereal, Pasta", "Drinks, Beer, Soda", "Restaurants, Other"};
+    "Sweets, Fats, Oils", "Milk, Yogurt, Cheese", "Meat, Poultry, Fish", "Vegetables",
+    "Fruit, Fruit Juice", "Bread, Cereal, Pasta", "Drinks, Beer, Soda",  "Restaurants, Other"};
 
 void FoodCatalogue::reset() {
     header = CatalogueHeader{};

@@ -4,14 +4,10 @@
 
 namespace nutrovex {
 
-const char* const kFoodGroupNames[9] = {"Sweets, Fats, Oils",
-                                        "Milk, Yogurt, Cheese",
-                                        "Meat, Poultry, Fish, Eggs",
-                                        "Vegetables",
-                                        "Fruits, Fruit Juice",
-                                        "Bread, Cereal, Rice, Pasta",
-                                        "Drinks, Beer, Wine, Soda",
-                                        "Restaurants, Other",
+const char* const kFoodGroupNames[9] = {"Sweets, Fats, Oils",        "Milk, Yogurt, Cheese",
+                                        "Meat, Poultry, Fish, Eggs", "Vegetables",
+                                        "Fruits, Fruit Juice",       "Bread, Cereal, Rice, Pasta",
+                                        "Drinks, Beer, Wine, Soda",  "Restaurants, Other",
                                         "Summary (All Foods)"};
 
 const char* const kMealNames[kMealCount] = {"Breakfast", "Lunch", "Dinner", "Snack"};

@@ -92,6 +92,9 @@ public:
     friend bool operator==(const Text& a, std::string_view b) noexcept {
         return !a.isNull() && a.view() == b;
     }
+    friend bool operator==(const Text& a, const char* b) noexcept {
+        return a == std::string_view(b);
+    }
 
 private:
     static constexpr std::size_t kInlineCapacity = 29;

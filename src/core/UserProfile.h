@@ -36,7 +36,7 @@ struct ProfileFields {
     Text userName;
     float height = kNotEntered;  // inches
     int16_t age = -1;
-    uint16_t gender = 0;         // 0 male, 1 female
+    uint16_t gender = 0;              // 0 male, 1 female
     float startWeight = kNotEntered;  // pounds
     CalendarDate startDate;
     float goalWeight = kNotEntered;

@@ -39,9 +39,11 @@ Position UserStore::insertDay(std::unique_ptr<DayRecord> day) {
         return kNoPosition;
     }
     // Binary search: the list is always in date order, and twenty years of days load fast.
-    const auto it = std::upper_bound(
-        m_days.begin(), m_days.end(), day->date(),
-        [](const CalendarDate& d, const std::unique_ptr<DayRecord>& r) { return dayBefore(d, r->date()); });
+    const auto it =
+        std::upper_bound(m_days.begin(), m_days.end(), day->date(),
+                         [](const CalendarDate& d, const std::unique_ptr<DayRecord>& r) {
+                             return dayBefore(d, r->date());
+                         });
     const auto pos = static_cast<Position>(it - m_days.begin());
     m_days.insert(it, std::move(day));
     dayCount = static_cast<uint16_t>(dayCount + 1);
@@ -49,9 +51,9 @@ Position UserStore::insertDay(std::unique_ptr<DayRecord> day) {
 }
 
 Position UserStore::findDay(const CalendarDate& date) const {
-    const auto it = std::lower_bound(
-        m_days.begin(), m_days.end(), date,
-        [](const std::unique_ptr<DayRecord>& r, const CalendarDate& d) { return dayBefore(r->date(), d); });
+    const auto it = std::lower_bound(m_days.begin(), m_days.end(), date,
+                                     [](const std::unique_ptr<DayRecord>& r,
+                                        const CalendarDate& d) { return dayBefore(r->date(), d); });
     if (it == m_days.end() || dayBefore(date, (*it)->date())) {
         return kNoPosition;
     }

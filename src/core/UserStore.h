@@ -57,7 +57,8 @@ public:
 
     // The chart label of a slot; an index of 8 or more is an empty text.
     [[nodiscard]] std::string_view chartLabel(std::size_t index) const {
-        return index < chartLabels.size() ? std::string_view(chartLabels[index]) : std::string_view();
+        return index < chartLabels.size() ? std::string_view(chartLabels[index])
+                                          : std::string_view();
     }
 
     [[nodiscard]] const DayList& days() const { return m_days; }

@@ -22,7 +22,8 @@ void printUsage(std::ostream& out) {
     out << "usage: nutrovex-tool [--root DIR] COMMAND [ARGS...]\n"
            "\n"
            "Calculations:\n"
-           "  eval                          one JSON request per line on stdin, one answer per line\n";
+           "  eval                          one JSON request per line on stdin, one answer per "
+           "line\n";
 }
 
 }  // namespace
