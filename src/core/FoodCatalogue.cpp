@@ -1,13 +1,30 @@
 #include "core/FoodCatalogue.h"
 
+#include <atomic>
+
 namespace nutrovex {
 
 const char* const kStoredGroupNames[kFoodGroupCount] = {
     "Sweets, Fats, Oils", "Milk, Yogurt, Cheese", "Meat, Poultry, Fish", "Vegetables",
     "Fruit, Fruit Juice", "Bread, Cereal, Pasta", "Drinks, Beer, Soda",  "Restaurants, Other"};
 
+namespace {
+
+uint64_t nextRevision() {
+    static std::atomic<uint64_t> counter{0};
+    return ++counter;
+}
+
+}  // namespace
+
+void FoodCatalogue::markChanged() {
+    modified = true;
+    revision = nextRevision();
+}
+
 void FoodCatalogue::reset() {
     header = CatalogueHeader{};
+    revision = nextRevision();
     for (std::size_t g = 0; g < groups.size(); ++g) {
         groups[g].clear();
         header.groupNames[g] = kStoredGroupNames[g];

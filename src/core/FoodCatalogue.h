@@ -39,6 +39,12 @@ public:
     std::filesystem::path filePath;
     std::filesystem::path folderPath;
     bool modified = false;
+    // Changes with every edit and reset and is never reused within a run, so whatever was built
+    // from one revision (the search index) knows whether it still matches.
+    uint64_t revision = 0;
+
+    // Marks the catalogue modified, so the next save writes it, and gives it a new revision.
+    void markChanged();
 
     // Empty groups and the default header.
     void reset();
