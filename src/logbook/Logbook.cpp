@@ -1,0 +1,200 @@
+#include "logbook/Logbook.h"
+
+#include <cstdio>
+
+#include "calc/Bmr.h"
+#include "calc/Goals.h"
+#include "core/DayRecord.h"
+#include "core/UserProfile.h"
+
+namespace nutrovex {
+
+namespace {
+
+template <typename... Args>
+std::string format(const char* pattern, Args... args) {
+    char buffer[128];
+    const int n = std::snprintf(buffer, sizeof buffer, pattern, args...);
+    return n < 0 ? std::string() : std::string(buffer, static_cast<std::size_t>(n));
+}
+
+}  // namespace
+
+const char* logbookWeightUnit(bool metric) {
+    return metric ? "kg" : "lbs";
+}
+
+std::string subtractedCalories(long calories) {
+    return calories >= 1 ? format("- %ld", calories) : format("%ld", calories);
+}
+
+long netCalories(float mealCalories, int bmr, uint32_t exerciseCalories) {
+    const auto meals = static_cast<long>(static_cast<double>(mealCalories) + 0.5);
+    return meals - bmr - static_cast<long>(exerciseCalories);
+}
+
+std::string netTotalText(long net) {
+    return net < 0 ? format("- %ld", -net) : format("%ld", net);
+}
+
+std::string goalLine(const UserProfile& profile) {
+    const GoalPlan& plan = profile.plan();
+    const auto days = planDays(plan);
+    const auto change = planWeightChange(plan);
+    const auto perDay = planCaloriesPerDay(plan);
+    if (!days || !change || !perDay) {
+        return {};
+    }
+    // A planned deficit shows negative, the sign of the total above it.
+    return format("Goal: %ld cal", -static_cast<long>(*perDay));
+}
+
+LogbookFigures logbookFigures(const CalendarDate& date, const DayRecord* day,
+                              const UserProfile& profile, bool found, Position index,
+                              uint16_t count) {
+    LogbookFigures f;
+    f.date = longDateText(date);
+    const char* unit = logbookWeightUnit(profile.metric());
+    const WholeResult weight =
+        day != nullptr ? weightToWhole(day->weight(), profile.metric()) : WholeResult{};
+    f.weight = day != nullptr && weight.value >= 1 ? format("%d  %s", weight.value, unit)
+                                                   : format("---  %s", unit);
+    if (day != nullptr) {
+        f.meals = format("%1.0f", static_cast<double>(day->totals()[0]));
+        f.bmr = subtractedCalories(day->bmr());
+        f.exercise = subtractedCalories(static_cast<long>(day->exerciseCalories));
+        f.total = netTotalText(netCalories(day->totals()[0], day->bmr(), day->exerciseCalories));
+        f.water = format("%d", static_cast<int>(static_cast<int16_t>(day->water())));
+    } else {
+        f.meals = "0";
+        f.bmr = "0";
+        f.exercise = "0";
+        f.total = "0";
+        f.water = "0";
+    }
+    f.record = found ? format("Record: %d of %d", index + 1, static_cast<int>(count))
+                     : format("Record: -- of %d", static_cast<int>(count));
+    f.goal = goalLine(profile);
+    return f;
+}
+
+DayRange::DayRange(const CalendarDate& today) : m_start(today), m_end(steppedDate(today, 1)) {}
+
+void DayRange::setStart(const CalendarDate& date) {
+    m_start = date;
+    m_end = steppedDate(m_start, 1);
+}
+
+void DayRange::setEnd(const CalendarDate& date) {
+    m_end = date;
+    if (dateEarlierOrEqual(m_end, m_start)) {
+        m_end = steppedDate(m_start, 1);
+    }
+}
+
+LogbookFigures Logbook::figures() {
+    const DayRecord* day = m_days->currentDay();
+    return logbookFigures(m_days->currentDate(), day, m_days->store().profile,
+                          m_days->currentFound(), m_days->currentIndex(), m_days->count());
+}
+
+Notices Logbook::moved() {
+    m_days->store().modified = true;
+    return Notices{.dataChanged = true};
+}
+
+Notices Logbook::previous() {
+    m_days->previousDay();
+    return moved();
+}
+
+Notices Logbook::next() {
+    m_days->nextDay();
+    return moved();
+}
+
+Notices Logbook::first() {
+    m_days->first();
+    return moved();
+}
+
+Notices Logbook::last() {
+    m_days->last();
+    return moved();
+}
+
+Notices Logbook::pickDate(const CalendarDate& date) {
+    m_days->setCurrentDate(date);
+    return moved();
+}
+
+ScreenMessage Logbook::confirmDeleteCurrentDay() {
+    return {"Are you sure you want to delete current day?", "Current Day", MessageKind::Question};
+}
+
+Notices Logbook::deleteCurrentDay() {
+    m_days->deleteCurrentDay();
+    return moved();
+}
+
+Notices Logbook::deleteRange(const DayRange& range) {
+    m_days->deleteRange(range.start(), range.end());
+    return moved();
+}
+
+ScreenMessage Logbook::confirmDeleteAllDays() {
+    return {"Are you sure you want to delete all days?", "All Days", MessageKind::Question};
+}
+
+Notices Logbook::deleteAllDays() {
+    m_days->deleteAllDays(true);
+    return moved();
+}
+
+ScreenMessage Logbook::confirmResetPersonal() {
+    return {"A reset will clear all fields.  Do you wish to reset your personal information?",
+            "Personal Information", MessageKind::Question};
+}
+
+Notices Logbook::resetPersonal() {
+    m_days->store().profile.resetPersonal();
+    Notices n = moved();
+    n.personalInfoReset = true;
+    return n;
+}
+
+ScreenMessage Logbook::confirmResetGoals() {
+    return {"A reset will clear all fields.  Do you wish to reset your weight loss goals?",
+            "Reset Goals", MessageKind::Question};
+}
+
+Notices Logbook::resetGoals() {
+    UserStore& store = m_days->store();
+    store.profile.resetGoals(store.today());
+    return moved();
+}
+
+Notices Logbook::waterChanged(bool editModified, std::string_view text) {
+    if (!editModified && !m_waterStepped) {
+        return {};
+    }
+    m_waterStepped = false;
+    unsigned value = 0;
+    for (std::size_t i = 0; i < text.size() && i < kWaterMaxChars; ++i) {
+        if (text[i] < '0' || text[i] > '9') {
+            break;
+        }
+        value = value * 10 + static_cast<unsigned>(text[i] - '0');
+    }
+    Notices n;
+    if (!m_days->ensureCurrentDay()) {
+        n.dayCreated = true;
+    }
+    if (DayRecord* day = m_days->currentRecord()) {
+        day->setWater(static_cast<uint16_t>(value));
+    }
+    m_days->store().modified = true;
+    return n;
+}
+
+}  // namespace nutrovex

@@ -1,0 +1,281 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "calc/Goals.h"
+#include "core/FoodItem.h"
+#include "logbook/Logbook.h"
+#include "logbook/LogbookFixture.h"
+
+namespace nutrovex {
+namespace {
+
+class LogbookTest : public LogbookFixture {
+protected:
+    Logbook logbook{cursor};
+};
+
+TEST(LogbookTexts, SubtractedAndNetCalories) {
+    struct Row {
+        long value;
+        const char* subtracted;
+        const char* net;
+    };
+    const Row rows[] = {
+        {0, "0", "0"},
+        {1, "- 1", "1"},
+        {1700, "- 1700", "1700"},
+        {-5, "-5", "- 5"},
+    };
+    for (const Row& r : rows) {
+        EXPECT_EQ(subtractedCalories(r.value), r.subtracted) << r.value;
+        EXPECT_EQ(netTotalText(r.value), r.net) << r.value;
+    }
+}
+
+TEST(LogbookTexts, MealCaloriesAreRoundedHalfUpBeforeSubtracting) {
+    struct Row {
+        float meals;
+        int bmr;
+        uint32_t exercise;
+        long net;
+    };
+    const Row rows[] = {
+        {1499.5f, 1500, 0, 0},    {1499.4f, 1500, 0, -1}, {2000.0f, 1500, 360, 140},
+        {0.0f, 1700, 360, -2060}, {0.49f, 0, 0, 0},       {0.5f, 0, 0, 1},
+    };
+    for (const Row& r : rows) {
+        EXPECT_EQ(netCalories(r.meals, r.bmr, r.exercise), r.net) << r.meals;
+    }
+}
+
+TEST_F(LogbookTest, FiguresOfADateWithoutARecord) {
+    addDay(3, 5, 2002);
+    addDay(5, 5, 2002);
+    (void)logbook.pickDate(dmy(4, 5, 2002));
+    const LogbookFigures f = logbook.figures();
+    EXPECT_EQ(f.date, "Saturday May 4, 2002");
+    EXPECT_EQ(f.weight, "---  lbs");
+    EXPECT_EQ(f.meals, "0");
+    EXPECT_EQ(f.bmr, "0");
+    EXPECT_EQ(f.exercise, "0");
+    EXPECT_EQ(f.total, "0");
+    EXPECT_EQ(f.record, "Record: -- of 2");
+    EXPECT_EQ(f.goal, "");
+    EXPECT_EQ(f.water, "0");
+}
+
+TEST_F(LogbookTest, FiguresOfARecordedDay) {
+    store.profile.setHeight(70.0f);
+    store.profile.setAge(30);
+    DayRecord& day = addDay(3, 5, 2002);
+    day.setWeight(180.0f, store.profile);  // level 2 from the profile: BMR 2234
+    FoodItem food;
+    food.nutrients[0] = 1499.5f;
+    food.ratio = 1.0f;
+    day.group(0).push_back(food);
+    ExerciseEntry walk;
+    walk.calories = 100;
+    walk.minutes = 20;
+    (void)day.appendExercise(walk);
+    day.setWater(6);
+    store.profile.setStartWeight(200.0f);
+    store.profile.setGoalWeight(190.0f);
+    store.profile.setStartDate(dmy(1, 5, 2002));
+    store.profile.setGoalDate(dmy(5, 6, 2002));
+    recomputeGoalPlan(store.profile);
+
+    (void)logbook.first();
+    LogbookFigures f = logbook.figures();
+    EXPECT_EQ(f.weight, "180  lbs");
+    EXPECT_EQ(f.meals, "1500");
+    EXPECT_EQ(f.bmr, "- 2234");
+    EXPECT_EQ(f.exercise, "- 100");
+    EXPECT_EQ(f.total, "- 834");
+    EXPECT_EQ(f.record, "Record: 1 of 1");
+    EXPECT_EQ(f.goal, "Goal: -1000 cal");
+    EXPECT_EQ(f.water, "6");
+
+    ASSERT_TRUE(store.profile.setUnits(1));
+    f = logbook.figures();
+    EXPECT_EQ(f.weight, "81  kg");
+
+    day.setWeight(-1.0f, store.profile);
+    EXPECT_EQ(logbook.figures().weight, "---  kg");
+}
+
+TEST_F(LogbookTest, AWeightBelowOneShowsTheDashes) {
+    addDay(3, 5, 2002).setWeight(0.4f, store.profile);
+    (void)logbook.first();
+    EXPECT_EQ(logbook.figures().weight, "---  lbs");
+}
+
+TEST_F(LogbookTest, WaterBetweenTwoDaysCreatesTheMiddleRecord) {
+    addDay(3, 5, 2002);
+    addDay(5, 5, 2002);
+    (void)logbook.pickDate(dmy(4, 5, 2002));
+    EXPECT_EQ(logbook.figures().record, "Record: -- of 2");
+    store.modified = false;
+
+    const Notices n = logbook.waterChanged(true, "1");
+    EXPECT_TRUE(n.dayCreated);
+    EXPECT_TRUE(store.modified);
+    const LogbookFigures f = logbook.figures();
+    EXPECT_EQ(f.record, "Record: 2 of 3");
+    EXPECT_EQ(f.water, "1");
+    EXPECT_EQ(store.dayAt(1).water(), 1);
+
+    // A second change goes into the day that now exists.
+    EXPECT_FALSE(logbook.waterChanged(true, "99").dayCreated);
+    EXPECT_EQ(store.dayAt(1).water(), 99);
+    EXPECT_EQ(store.days().size(), 3u);
+}
+
+TEST_F(LogbookTest, TheFormsOwnWaterWritesAreIgnored) {
+    (void)logbook.pickDate(dmy(4, 5, 2002));
+    store.modified = false;
+    EXPECT_EQ(logbook.waterChanged(false, "0"), Notices{});
+    EXPECT_TRUE(store.days().empty());
+    EXPECT_FALSE(store.modified);
+
+    // A step of the arrows arms exactly one change.
+    logbook.waterStepped();
+    EXPECT_TRUE(logbook.waterChanged(false, "1").dayCreated);
+    EXPECT_EQ(store.dayAt(0).water(), 1);
+    EXPECT_EQ(logbook.waterChanged(false, "2"), Notices{});
+    EXPECT_EQ(store.dayAt(0).water(), 1);
+}
+
+TEST_F(LogbookTest, WaterTakesTwoDigitsAtMost) {
+    (void)logbook.pickDate(dmy(4, 5, 2002));
+    (void)logbook.waterChanged(true, "993");
+    EXPECT_EQ(store.dayAt(0).water(), 99);
+    (void)logbook.waterChanged(true, "");
+    EXPECT_EQ(store.dayAt(0).water(), 0);
+}
+
+TEST_F(LogbookTest, EveryNavigationMarksTheDataModified) {
+    addDay(3, 5, 2002);
+    using Command = Notices (Logbook::*)();
+    const Command commands[] = {&Logbook::previous, &Logbook::next, &Logbook::first, &Logbook::last,
+                                &Logbook::deleteCurrentDay};
+    for (Command c : commands) {
+        store.modified = false;
+        const Notices n = (logbook.*c)();
+        EXPECT_TRUE(store.modified);
+        EXPECT_TRUE(n.dataChanged);
+        EXPECT_FALSE(n.dayCreated);
+    }
+    store.modified = false;
+    EXPECT_TRUE(logbook.pickDate(dmy(1, 1, 2003)).dataChanged);
+    EXPECT_TRUE(store.modified);
+}
+
+TEST_F(LogbookTest, NextPastTheLastRecordAndBack) {
+    addDay(3, 5, 2002);
+    addDay(5, 5, 2002);
+    (void)logbook.last();
+    (void)logbook.next();
+    LogbookFigures f = logbook.figures();
+    EXPECT_EQ(f.date, "Monday May 6, 2002");
+    EXPECT_EQ(f.record, "Record: -- of 2");
+    (void)logbook.last();
+    f = logbook.figures();
+    EXPECT_EQ(f.date, "Sunday May 5, 2002");
+    EXPECT_EQ(f.record, "Record: 2 of 2");
+}
+
+TEST_F(LogbookTest, NavigationOnAnEmptyList) {
+    (void)logbook.next();
+    EXPECT_TRUE(currentIs(22, 11, 2002));
+    (void)logbook.first();
+    EXPECT_TRUE(currentIs(22, 11, 2002));
+    EXPECT_EQ(logbook.figures().record, "Record: -- of 0");
+}
+
+TEST(DayRangeDialog, TheEndAlwaysFollowsTheStart) {
+    DayRange range(dmy(21, 11, 2002));
+    EXPECT_EQ(range.startText(), "Thursday November 21, 2002");
+    EXPECT_EQ(range.endText(), "Friday November 22, 2002");
+
+    range.setStart(dmy(28, 2, 2003));
+    EXPECT_EQ(range.end().day, 1);
+    EXPECT_EQ(range.end().month, 3);
+
+    range.setEnd(dmy(10, 3, 2003));
+    EXPECT_EQ(range.end().day, 10);
+    range.setEnd(dmy(28, 2, 2003));  // equal to the start
+    EXPECT_EQ(range.end().day, 1);
+    EXPECT_EQ(range.end().month, 3);
+    range.setEnd(dmy(1, 1, 2003));  // before the start
+    EXPECT_EQ(range.end().month, 3);
+
+    range.setEnd(dmy(2, 3, 2003));
+    range.setStart(dmy(1, 1, 2003));  // a new start resets the end
+    EXPECT_EQ(range.end().day, 2);
+    EXPECT_EQ(range.end().month, 1);
+}
+
+TEST_F(LogbookTest, ARangeWhoseEndEqualsItsStartDeletesTwoDays) {
+    for (int d = 1; d <= 4; ++d) {
+        addDay(d, 5, 2002);
+    }
+    (void)logbook.pickDate(dmy(4, 5, 2002));
+    DayRange range(clock.now());
+    range.setStart(dmy(2, 5, 2002));
+    range.setEnd(dmy(2, 5, 2002));
+    store.modified = false;
+    EXPECT_TRUE(logbook.deleteRange(range).dataChanged);
+    EXPECT_TRUE(store.modified);
+    ASSERT_EQ(store.days().size(), 2u);
+    EXPECT_EQ(store.dayAt(0).date().day, 1);
+    EXPECT_EQ(store.dayAt(1).date().day, 4);
+    EXPECT_EQ(logbook.figures().record, "Record: 2 of 2");
+}
+
+TEST_F(LogbookTest, Confirmations) {
+    const ScreenMessage current = Logbook::confirmDeleteCurrentDay();
+    EXPECT_EQ(current.text, "Are you sure you want to delete current day?");
+    EXPECT_EQ(current.caption, "Current Day");
+    EXPECT_EQ(current.kind, MessageKind::Question);
+    const ScreenMessage all = Logbook::confirmDeleteAllDays();
+    EXPECT_EQ(all.text, "Are you sure you want to delete all days?");
+    EXPECT_EQ(all.caption, "All Days");
+    EXPECT_EQ(Logbook::confirmResetPersonal().text,
+              "A reset will clear all fields.  Do you wish to reset your personal information?");
+    EXPECT_EQ(Logbook::confirmResetPersonal().caption, "Personal Information");
+    EXPECT_EQ(Logbook::confirmResetGoals().text,
+              "A reset will clear all fields.  Do you wish to reset your weight loss goals?");
+    EXPECT_EQ(Logbook::confirmResetGoals().caption, "Reset Goals");
+    EXPECT_EQ(Logbook::confirmResetGoals().kind, MessageKind::Question);
+}
+
+TEST_F(LogbookTest, DeleteAllDaysKeepsTheProfile) {
+    store.profile.setAge(40);
+    addDay(3, 5, 2002);
+    (void)logbook.first();
+    EXPECT_TRUE(logbook.deleteAllDays().dataChanged);
+    EXPECT_EQ(store.profile.age(), 40);
+    EXPECT_TRUE(currentIs(21, 11, 2002));
+    EXPECT_EQ(logbook.figures().record, "Record: -- of 0");
+}
+
+TEST_F(LogbookTest, ResetsClearTheirPartAndSayWhatHappened) {
+    store.profile.setAge(40);
+    store.profile.setGoalWeight(150.0f);
+    store.modified = false;
+    Notices n = logbook.resetGoals();
+    EXPECT_TRUE(n.dataChanged);
+    EXPECT_FALSE(n.personalInfoReset);
+    EXPECT_TRUE(store.modified);
+    EXPECT_LT(store.profile.goalWeight(), 0.0f);
+    EXPECT_EQ(store.profile.age(), 40);
+
+    n = logbook.resetPersonal();
+    EXPECT_TRUE(n.dataChanged);
+    EXPECT_TRUE(n.personalInfoReset);
+    EXPECT_EQ(store.profile.age(), -1);
+}
+
+}  // namespace
+}  // namespace nutrovex
