@@ -1,0 +1,201 @@
+#pragma once
+
+#include <cassert>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <span>
+#include <string>
+
+#include "core/Text.h"
+
+namespace nutrovex {
+
+// Reads the files' fields from one buffer: big-endian payload numbers, the raw little-endian
+// words, and counted texts. Every read is checked against what is left; the first failure is
+// remembered with its offset and every later read yields zero, so a parser checks once per item.
+class ByteReader {
+public:
+    // base: the offset of bytes[0] in the file, so errors name file offsets.
+    ByteReader(std::span<const uint8_t> bytes, std::size_t base, bool strict = false)
+        : m_begin(bytes.data()),
+          m_pos(bytes.data()),
+          m_end(bytes.data() + bytes.size()),
+          m_base(base),
+          m_strict(strict) {}
+
+    [[nodiscard]] bool ok() const { return m_error.empty(); }
+    [[nodiscard]] const std::string& error() const { return m_error; }
+    [[nodiscard]] std::size_t errorOffset() const { return m_errorOffset; }
+    [[nodiscard]] std::size_t offset() const {
+        return m_base + static_cast<std::size_t>(m_pos - m_begin);
+    }
+    [[nodiscard]] std::size_t remaining() const { return static_cast<std::size_t>(m_end - m_pos); }
+    [[nodiscard]] bool strict() const { return m_strict; }
+
+    // Records the first failure at the current offset.
+    void fail(std::string reason) { failAt(offset(), std::move(reason)); }
+    void failAt(std::size_t at, std::string reason) {
+        if (m_error.empty()) {
+            m_error = std::move(reason);
+            m_errorOffset = at;
+            m_pos = m_end;
+        }
+    }
+
+    // True when n more bytes are there; otherwise fails naming what was being read.
+    bool need(std::size_t n, const char* what) {
+        if (remaining() >= n) {
+            return true;
+        }
+        if (ok()) {
+            fail(std::string(what) + " needs " + std::to_string(n) + " bytes but only " +
+                 std::to_string(remaining()) + " are left");
+        }
+        return false;
+    }
+
+    uint8_t u8() {
+        if (!need(1, "a byte")) {
+            return 0;
+        }
+        return *m_pos++;
+    }
+    uint16_t u16be() {
+        if (!need(2, "a 16-bit number")) {
+            return 0;
+        }
+        const auto v = static_cast<uint16_t>((m_pos[0] << 8) | m_pos[1]);
+        m_pos += 2;
+        return v;
+    }
+    int16_t i16be() { return static_cast<int16_t>(u16be()); }
+    uint32_t u32be() {
+        if (!need(4, "a 32-bit number")) {
+            return 0;
+        }
+        const uint32_t v = (uint32_t{m_pos[0]} << 24) | (uint32_t{m_pos[1]} << 16) |
+                           (uint32_t{m_pos[2]} << 8) | uint32_t{m_pos[3]};
+        m_pos += 4;
+        return v;
+    }
+    uint32_t u32le() {
+        if (!need(4, "a 32-bit number")) {
+            return 0;
+        }
+        const uint32_t v = (uint32_t{m_pos[3]} << 24) | (uint32_t{m_pos[2]} << 16) |
+                           (uint32_t{m_pos[1]} << 8) | uint32_t{m_pos[0]};
+        m_pos += 4;
+        return v;
+    }
+    // The float's bits exactly as stored, NaN payloads included.
+    float f32be() {
+        const uint32_t bits = u32be();
+        float f;
+        std::memcpy(&f, &bits, sizeof f);
+        return f;
+    }
+    void raw(uint8_t* out, std::size_t n) {
+        if (!need(n, "a fixed field")) {
+            std::memset(out, 0, n);
+            return;
+        }
+        std::memcpy(out, m_pos, n);
+        m_pos += n;
+    }
+    // A count of 0 is no text at all; a count N holds N - 1 characters and a terminating zero.
+    Text text() {
+        const std::size_t start = offset();
+        const uint16_t count = u16be();
+        if (count == 0 || !ok()) {
+            return Text();
+        }
+        if (remaining() < count) {
+            failAt(start, "a text of " + std::to_string(count - 1) + " characters needs " +
+                              std::to_string(count) + " bytes but only " +
+                              std::to_string(remaining()) + " are left");
+            return Text();
+        }
+        Text t(std::string_view(reinterpret_cast<const char*>(m_pos), count - 1u));
+        if (m_strict && m_pos[count - 1] != 0) {
+            failAt(start, "the text does not end in a zero byte");
+        }
+        m_pos += count;
+        return t;
+    }
+
+private:
+    const uint8_t* m_begin;
+    const uint8_t* m_pos;
+    const uint8_t* m_end;
+    std::size_t m_base;
+    bool m_strict;
+    std::string m_error;
+    std::size_t m_errorOffset = 0;
+};
+
+// Writes fields into a buffer whose size was computed beforehand by the records' size functions.
+class ByteWriter {
+public:
+    ByteWriter(uint8_t* begin, uint8_t* end) : m_pos(begin), m_end(end) {}
+
+    [[nodiscard]] uint8_t* position() const { return m_pos; }
+
+    void u8(uint8_t v) {
+        assert(m_end - m_pos >= 1);
+        *m_pos++ = v;
+    }
+    void u16be(uint16_t v) {
+        assert(m_end - m_pos >= 2);
+        m_pos[0] = static_cast<uint8_t>(v >> 8);
+        m_pos[1] = static_cast<uint8_t>(v);
+        m_pos += 2;
+    }
+    void i16be(int16_t v) { u16be(static_cast<uint16_t>(v)); }
+    void u32be(uint32_t v) {
+        assert(m_end - m_pos >= 4);
+        m_pos[0] = static_cast<uint8_t>(v >> 24);
+        m_pos[1] = static_cast<uint8_t>(v >> 16);
+        m_pos[2] = static_cast<uint8_t>(v >> 8);
+        m_pos[3] = static_cast<uint8_t>(v);
+        m_pos += 4;
+    }
+    void u32le(uint32_t v) {
+        assert(m_end - m_pos >= 4);
+        m_pos[0] = static_cast<uint8_t>(v);
+        m_pos[1] = static_cast<uint8_t>(v >> 8);
+        m_pos[2] = static_cast<uint8_t>(v >> 16);
+        m_pos[3] = static_cast<uint8_t>(v >> 24);
+        m_pos += 4;
+    }
+    void f32be(float f) {
+        uint32_t bits;
+        std::memcpy(&bits, &f, sizeof bits);
+        u32be(bits);
+    }
+    void raw(const uint8_t* data, std::size_t n) {
+        assert(static_cast<std::size_t>(m_end - m_pos) >= n);
+        std::memcpy(m_pos, data, n);
+        m_pos += n;
+    }
+    void text(const Text& t) {
+        if (t.isNull()) {
+            u16be(0);
+            return;
+        }
+        u16be(static_cast<uint16_t>(t.size() + 1));
+        raw(reinterpret_cast<const uint8_t*>(t.data()), t.size());
+        u8(0);
+    }
+
+private:
+    uint8_t* m_pos;
+    uint8_t* m_end;
+};
+
+// Bytes a text takes in a file.
+[[nodiscard]] inline std::size_t textSize(const Text& t) {
+    return t.isNull() ? 2 : 3 + t.size();
+}
+
+}  // namespace nutrovex

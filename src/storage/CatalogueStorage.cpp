@@ -1,0 +1,117 @@
+#include "storage/CatalogueStorage.h"
+
+#include "core/Cp1252.h"
+#include "storage/CatalogueFile.h"
+#include "storage/DataRoot.h"
+#include "storage/FileIo.h"
+
+namespace nutrovex {
+
+namespace {
+
+constexpr std::size_t kMaxFolderName = 256;
+
+StorageError catalogueError(std::string reason) {
+    return fileError(kCatalogueFileName, std::move(reason));
+}
+
+}  // namespace
+
+StorageStatus setCataloguePath(FoodCatalogue& catalogue, const UserList& users,
+                               const std::filesystem::path& userDataFile) {
+    const std::filesystem::path relative =
+        userDataFile.lexically_normal().lexically_relative(users.usersFolder().lexically_normal());
+    auto part = relative.begin();
+    if (relative.empty() || part == relative.end() || *part == ".." || *part == "." ||
+        std::next(part) == relative.end()) {
+        return catalogueError("the user's data file is not inside a user's folder");
+    }
+    const std::optional<std::string> folder = utf8ToCp1252(part->string());
+    if (!folder || folder->size() > kMaxFolderName) {
+        return catalogueError("the user's folder name is not a user name");
+    }
+    Position pos = users.find(*folder);
+    if (pos == kNoPosition) {
+        if (users.count() == 0) {
+            return catalogueError("the user list is empty");
+        }
+        pos = 0;  // as the format always has: the first user's catalogue
+    }
+    catalogue.folderPath = users.userFolder(users.nameAt(pos));
+    catalogue.filePath = catalogue.folderPath / kCatalogueFileName;
+    return {};
+}
+
+CatalogueLoadResult loadCatalogue(FoodCatalogue& catalogue,
+                                  const std::filesystem::path& templatePath) {
+    catalogue.reset();
+    catalogue.modified = false;
+    if (catalogue.filePath.empty()) {
+        return {CatalogueLoad::Failed, catalogueError("no catalogue path is set")};
+    }
+    ByteBuffer bytes;
+    StorageError error;
+    switch (readWholeFile(catalogue.filePath, bytes, error)) {
+        case ReadFile::Failed:
+            return {CatalogueLoad::Failed, error};
+        case ReadFile::Missing: {
+            // The template is copied now and read at the next load, deliberately.
+            ByteBuffer copy;
+            StorageError copyError;
+            if (readWholeFile(templatePath, copy, copyError) != ReadFile::Read) {
+                if (!copyError.failed()) {
+                    copyError = fileError(templatePath.filename().string(),
+                                          "the template catalogue is missing");
+                }
+                return {CatalogueLoad::Failed, copyError};
+            }
+            StorageStatus written = writeFileAtomically(catalogue.filePath, copy.bytes(), true);
+            if (!written) {
+                return {CatalogueLoad::Failed, written};
+            }
+            return {
+                CatalogueLoad::Copied,
+                catalogueError("there was none; the template was copied and is read next time")};
+        }
+        case ReadFile::Read:
+            break;
+    }
+    StorageStatus status = readCatalogueFile(bytes.bytes(), catalogue, {kCatalogueFileName});
+    catalogue.modified = false;
+    if (!status) {
+        return {CatalogueLoad::Failed, status};
+    }
+    return {CatalogueLoad::Read, {}};
+}
+
+StorageStatus saveCatalogue(FoodCatalogue& catalogue) {
+    if (catalogue.filePath.empty()) {
+        return catalogueError("no catalogue path is set");
+    }
+    ByteBuffer bytes;
+    StorageStatus status = writeCatalogueFile(catalogue, bytes, VersionOnWrite::Current);
+    if (status) {
+        status = writeFileAtomically(catalogue.filePath, bytes.bytes(), true);
+    }
+    if (status) {
+        catalogue.modified = false;
+    }
+    return status;
+}
+
+StorageStatus installTemplateCatalogue(const std::filesystem::path& root,
+                                       std::span<const uint8_t> shipped) {
+    const std::filesystem::path path = templateCataloguePath(root);
+    std::error_code ec;
+    if (std::filesystem::exists(path, ec)) {
+        return {};
+    }
+    std::filesystem::create_directories(root, ec);
+    if (ec) {
+        return fileError(kCatalogueFileName,
+                         "the data folder cannot be made: " + systemReason(ec.value()));
+    }
+    return writeFileAtomically(path, shipped, false);
+}
+
+}  // namespace nutrovex

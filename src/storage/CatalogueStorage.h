@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <span>
+
+#include "core/FoodCatalogue.h"
+#include "storage/StorageError.h"
+#include "storage/UserList.h"
+
+namespace nutrovex {
+
+// The food catalogue's file operations.
+
+// Derives the catalogue's paths from the user's data file path: the folder below the users
+// folder names the user, who is looked up in the list (the first user when not found); the
+// catalogue is that user's folder + FoodDB.ddb.
+[[nodiscard]] StorageStatus setCataloguePath(FoodCatalogue& catalogue, const UserList& users,
+                                             const std::filesystem::path& userDataFile);
+
+enum class CatalogueLoad {
+    Read,    // the file was read
+    Copied,  // there was none: the template was copied in and will be read at the next load
+    Failed,
+};
+
+struct CatalogueLoadResult {
+    CatalogueLoad outcome = CatalogueLoad::Failed;
+    StorageStatus status;  // why, when not Read
+};
+
+// Resets the catalogue and reads its file. A missing file is replaced by a copy of the template
+// catalogue; deliberately the copy is not read now, so the groups stay empty until the next load.
+[[nodiscard]] CatalogueLoadResult loadCatalogue(FoodCatalogue& catalogue,
+                                                const std::filesystem::path& templatePath);
+
+// Replaces the catalogue file atomically (version written as 4). Fails, leaving the old file
+// whole, when the header's group chunk numbers do not match the groups.
+[[nodiscard]] StorageStatus saveCatalogue(FoodCatalogue& catalogue);
+
+// Installs the catalogue that ships with the program as the data root's template, when the root
+// has none. An existing template is left alone.
+[[nodiscard]] StorageStatus installTemplateCatalogue(const std::filesystem::path& root,
+                                                     std::span<const uint8_t> shipped);
+
+}  // namespace nutrovex

@@ -1,0 +1,105 @@
+#include "storage/Chunks.h"
+
+namespace nutrovex {
+
+ByteReader ChunkReader::next(std::string what) {
+    return header(std::move(what), 0, false);
+}
+
+ByteReader ChunkReader::nextFixed(std::string what, std::size_t size) {
+    return header(std::move(what), size, true);
+}
+
+ByteReader ChunkReader::header(std::string what, std::size_t fixedSize, bool fixed) {
+    if (m_started) {
+        ++m_chunk;
+    }
+    m_started = true;
+    m_what = std::move(what);
+    const ByteReader none(std::span<const uint8_t>(), m_pos);
+    if (!ok()) {
+        return none;
+    }
+    const std::size_t left = m_file.size() - m_pos;
+    if (left < kChunkHeaderSize) {
+        fail(m_pos, left == 0 ? "the file ends before this chunk"
+                              : "the chunk header needs 8 bytes but only " + std::to_string(left) +
+                                    " are left");
+        return none;
+    }
+    ByteReader h(m_file.subspan(m_pos, kChunkHeaderSize), m_pos);
+    const uint32_t number = h.u32le();
+    const uint32_t length = h.u32le();
+    if (m_options.strict && number != m_chunk) {
+        fail(m_pos, "the chunk is numbered " + std::to_string(number) + " instead of " +
+                        std::to_string(m_chunk));
+        return none;
+    }
+    if (fixed && m_options.strict && length != fixedSize) {
+        fail(m_pos + 4, "the payload length is " + std::to_string(length) + " instead of " +
+                            std::to_string(fixedSize));
+        return none;
+    }
+    const std::size_t size = fixed ? fixedSize : length;
+    if (!fixed && size > kMaxPayloadSize) {
+        fail(m_pos + 4,
+             "the payload length " + std::to_string(size) + " is beyond the format's 65,535 bytes");
+        return none;
+    }
+    const std::size_t start = m_pos + kChunkHeaderSize;
+    if (size > m_file.size() - start) {
+        fail(start, "the payload of " + std::to_string(size) + " bytes ends " +
+                        std::to_string(size - (m_file.size() - start)) + " bytes early");
+        return none;
+    }
+    m_pos = start + size;
+    return ByteReader(m_file.subspan(start, size), start, m_options.strict);
+}
+
+bool ChunkReader::finish(const ByteReader& payload) {
+    if (!ok()) {
+        return false;
+    }
+    if (!payload.ok()) {
+        fail(payload.errorOffset(), payload.error());
+        return false;
+    }
+    if (m_options.strict && payload.remaining() != 0) {
+        fail(payload.offset(),
+             std::to_string(payload.remaining()) + " bytes of the payload are left over");
+        return false;
+    }
+    return true;
+}
+
+bool ChunkReader::end() {
+    if (ok() && m_options.strict && m_pos != m_file.size()) {
+        m_started = true;
+        ++m_chunk;
+        m_what = "after the last chunk";
+        fail(m_pos, std::to_string(m_file.size() - m_pos) + " bytes follow the last chunk");
+    }
+    return ok();
+}
+
+void ChunkReader::fail(std::size_t offset, std::string reason) {
+    if (!ok()) {
+        return;
+    }
+    m_error.file = m_options.fileName;
+    m_error.chunk = m_chunk;
+    m_error.offset = static_cast<int64_t>(offset);
+    m_error.reason = m_what.empty() ? std::move(reason) : m_what + ": " + reason;
+}
+
+StorageError payloadTooLarge(const std::string& file, uint32_t chunk, const std::string& what,
+                             std::size_t size) {
+    StorageError e;
+    e.file = file;
+    e.chunk = chunk;
+    e.reason =
+        what + " takes " + std::to_string(size) + " bytes, more than the 65,535 a chunk can hold";
+    return e;
+}
+
+}  // namespace nutrovex

@@ -1,0 +1,52 @@
+#include "storage/DataRoot.h"
+
+#include <cstdlib>
+
+#include "core/Cp1252.h"
+
+namespace nutrovex {
+
+std::filesystem::path usersFolder(const std::filesystem::path& root) {
+    return root / "Users";
+}
+
+std::filesystem::path userListPath(const std::filesystem::path& root) {
+    return usersFolder(root) / "Users.udb";
+}
+
+std::filesystem::path templateCataloguePath(const std::filesystem::path& root) {
+    return root / "FoodDB.ddb";
+}
+
+std::filesystem::path userFolderPath(const std::filesystem::path& root, std::string_view name) {
+    return usersFolder(root) / cp1252ToUtf8(name);
+}
+
+std::filesystem::path defaultDataRoot() {
+    std::filesystem::path base;
+    if (const char* xdg = std::getenv("XDG_DATA_HOME"); xdg != nullptr && xdg[0] == '/') {
+        base = xdg;
+    } else if (const char* home = std::getenv("HOME"); home != nullptr && home[0] != 0) {
+        base = std::filesystem::path(home) / ".local" / "share";
+    } else {
+        base = std::filesystem::current_path();
+    }
+    return base / "Zerbu" / "Nutrovex";
+}
+
+bool isSafeUserName(std::string_view name) {
+    if (name.empty() || name == "." || name == "..") {
+        return false;
+    }
+    for (const char ch : name) {
+        const auto c = static_cast<unsigned char>(ch);
+        // 0x81, 0x8D, 0x8F, 0x90 and 0x9D are the C1 controls Windows-1252 leaves undefined.
+        const bool undefined = c == 0x81 || c == 0x8D || c == 0x8F || c == 0x90 || c == 0x9D;
+        if (c < 0x20 || c == 0x7F || undefined || c == '/' || c == '\\') {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace nutrovex

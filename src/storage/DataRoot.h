@@ -1,0 +1,24 @@
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+namespace nutrovex {
+
+// Where the data lives below the data root: <root>/Users/ with the list Users.udb and one folder
+// per user, and the template catalogue <root>/FoodDB.ddb.
+[[nodiscard]] std::filesystem::path usersFolder(const std::filesystem::path& root);
+[[nodiscard]] std::filesystem::path userListPath(const std::filesystem::path& root);
+[[nodiscard]] std::filesystem::path templateCataloguePath(const std::filesystem::path& root);
+// A user's folder; the stored (Windows-1252) name becomes a UTF-8 file name.
+[[nodiscard]] std::filesystem::path userFolderPath(const std::filesystem::path& root,
+                                                   std::string_view name);
+
+// The per-user application data folder: $XDG_DATA_HOME (else ~/.local/share) + Zerbu/Nutrovex.
+[[nodiscard]] std::filesystem::path defaultDataRoot();
+
+// A name that would not stay inside the users folder as one folder of its own: empty, "." or
+// "..", or holding "/", "\", a control character or NUL.
+[[nodiscard]] bool isSafeUserName(std::string_view name);
+
+}  // namespace nutrovex

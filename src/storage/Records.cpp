@@ -1,0 +1,272 @@
+#include "storage/Records.h"
+
+namespace nutrovex {
+
+namespace {
+
+void writeNutrients(ByteWriter& w, const Nutrients& n) {
+    for (const float v : n) {
+        w.f32be(v);
+    }
+}
+
+void readNutrients(ByteReader& r, Nutrients& n) {
+    for (float& v : n) {
+        v = r.f32be();
+    }
+}
+
+// A list count must leave room for that many of the smallest items, so a hostile count can
+// never make us reserve more than the file holds.
+bool countFits(ByteReader& r, uint16_t count, std::size_t minItemSize, const char* what) {
+    if (static_cast<std::size_t>(count) * minItemSize <= r.remaining()) {
+        return true;
+    }
+    r.fail(std::string("a list of ") + std::to_string(count) + " " + what + " needs at least " +
+           std::to_string(count * minItemSize) + " bytes but only " +
+           std::to_string(r.remaining()) + " are left");
+    return false;
+}
+
+}  // namespace
+
+void writeDate(ByteWriter& w, const CalendarDate& d) {
+    w.i16be(d.month);
+    w.i16be(d.day);
+    w.i16be(d.year);
+}
+
+void readDate(ByteReader& r, CalendarDate& d) {
+    const int16_t month = r.i16be();
+    const int16_t day = r.i16be();
+    const int16_t year = r.i16be();
+    if (r.ok()) {
+        d.month = month;
+        d.day = day;
+        d.year = year;
+    }
+}
+
+void writeServing(ByteWriter& w, const ServingQuantity& s) {
+    w.f32be(s.amount);
+    w.u8(s.unit);
+    w.u8(s.sub);
+}
+
+void readServing(ByteReader& r, ServingQuantity& s) {
+    s.amount = r.f32be();
+    s.unit = r.u8();
+    s.sub = r.u8();
+}
+
+std::size_t foodSize(const FoodItem& f) {
+    return 37 + 3 * kServingSize + textSize(f.name) + textSize(f.text2);
+}
+
+void writeFood(ByteWriter& w, const FoodItem& f) {
+    w.u32be(f.key.value);
+    w.u8(f.loggedFlag);
+    w.text(f.name);
+    w.text(f.text2);
+    writeServing(w, f.serving);
+    writeServing(w, f.ref1);
+    writeServing(w, f.ref2);
+    writeNutrients(w, f.nutrients);
+    w.u16be(f.meal);
+    w.f32be(f.ratio);
+    w.u16be(f.group);
+}
+
+void readFood(ByteReader& r, FoodItem& f) {
+    f.key.value = r.u32be();
+    f.loggedFlag = r.u8();
+    f.name = r.text();
+    f.text2 = r.text();
+    readServing(r, f.serving);
+    readServing(r, f.ref1);
+    readServing(r, f.ref2);
+    readNutrients(r, f.nutrients);
+    f.meal = r.u16be();
+    f.ratio = r.f32be();
+    f.group = r.u16be();
+}
+
+std::size_t foodListSize(const FoodList& list) {
+    std::size_t n = 2;
+    for (const FoodItem& f : list) {
+        n += foodSize(f);
+    }
+    return n;
+}
+
+void writeFoodList(ByteWriter& w, const FoodList& list) {
+    w.u16be(static_cast<uint16_t>(list.size()));
+    for (const FoodItem& f : list) {
+        writeFood(w, f);
+    }
+}
+
+void readFoodList(ByteReader& r, FoodList& list) {
+    list.clear();
+    const uint16_t count = r.u16be();
+    if (!r.ok() || !countFits(r, count, kMinFoodSize, "foods")) {
+        return;
+    }
+    list.reserve(count);
+    for (uint16_t i = 0; i < count; ++i) {
+        FoodItem& f = list.emplace_back();
+        readFood(r, f);
+        if (!r.ok()) {
+            list.pop_back();
+            return;
+        }
+    }
+}
+
+std::size_t exerciseSize(const ExerciseEntry& e) {
+    return 15 + textSize(e.name);
+}
+
+void writeExercise(ByteWriter& w, const ExerciseEntry& e) {
+    w.u32be(e.key.value);
+    w.u8(e.byte);
+    w.u16be(e.type);
+    w.i16be(e.variant);
+    w.i16be(e.third);
+    w.text(e.name);
+    w.u16be(e.minutes);
+    w.u16be(e.calories);
+}
+
+void readExercise(ByteReader& r, ExerciseEntry& e) {
+    e.key.value = r.u32be();
+    e.byte = r.u8();
+    e.type = r.u16be();
+    e.variant = r.i16be();
+    e.third = r.i16be();
+    e.name = r.text();
+    e.minutes = r.u16be();
+    e.calories = r.u16be();
+}
+
+std::size_t exerciseListSize(const ExerciseList& list) {
+    std::size_t n = 2;
+    for (const ExerciseEntry& e : list) {
+        n += exerciseSize(e);
+    }
+    return n;
+}
+
+void writeExerciseList(ByteWriter& w, const ExerciseList& list) {
+    w.u16be(static_cast<uint16_t>(list.size()));
+    for (const ExerciseEntry& e : list) {
+        writeExercise(w, e);
+    }
+}
+
+void readExerciseList(ByteReader& r, ExerciseList& list) {
+    list.clear();
+    const uint16_t count = r.u16be();
+    if (!r.ok() || !countFits(r, count, kMinExerciseSize, "exercises")) {
+        return;
+    }
+    list.reserve(count);
+    for (uint16_t i = 0; i < count; ++i) {
+        ExerciseEntry& e = list.emplace_back();
+        readExercise(r, e);
+        if (!r.ok()) {
+            list.pop_back();
+            return;
+        }
+    }
+}
+
+std::size_t profileSize(const ProfileFields& p) {
+    return 11 + textSize(p.text1) + textSize(p.displayName) + textSize(p.userName) + 4 + 4 +
+           kDateSize + 4 + kDateSize + kGoalPlanSize;
+}
+
+void writeProfile(ByteWriter& w, const ProfileFields& p) {
+    w.u8(p.byte);
+    w.text(p.text1);
+    w.text(p.displayName);
+    w.text(p.userName);
+    w.f32be(p.height);
+    w.i16be(p.age);
+    w.u16be(p.gender);
+    w.f32be(p.startWeight);
+    writeDate(w, p.startDate);
+    w.f32be(p.goalWeight);
+    writeDate(w, p.goalDate);
+    w.u8(p.plan.valid);
+    w.u32be(p.plan.change);
+    w.u32be(p.plan.days);
+    w.u32be(p.plan.perDay);
+    w.u16be(p.defaultLevel);
+    w.u16be(p.units);
+    w.u16be(p.flags);
+}
+
+void readProfile(ByteReader& r, ProfileFields& p) {
+    p.byte = r.u8();
+    p.text1 = r.text();
+    p.displayName = r.text();
+    p.userName = r.text();
+    p.height = r.f32be();
+    p.age = r.i16be();
+    p.gender = r.u16be();
+    p.startWeight = r.f32be();
+    readDate(r, p.startDate);
+    p.goalWeight = r.f32be();
+    readDate(r, p.goalDate);
+    p.plan.valid = r.u8();
+    p.plan.change = r.u32be();
+    p.plan.days = r.u32be();
+    p.plan.perDay = r.u32be();
+    p.defaultLevel = r.u16be();
+    p.units = r.u16be();
+    p.flags = r.u16be();
+}
+
+std::size_t daySize(const DayRecord& day) {
+    const DayFields& d = day.fields();
+    std::size_t n = kDateSize + 4 + textSize(d.note) + 8 + kNutrientsSize;
+    for (const FoodList& list : d.groups) {
+        n += foodListSize(list);
+    }
+    return n + exerciseListSize(d.exercises);
+}
+
+void writeDay(ByteWriter& w, const DayRecord& day) {
+    const DayFields& d = day.fields();
+    writeDate(w, d.date);
+    w.f32be(d.weight);
+    w.text(d.note);
+    w.u16be(d.word);
+    w.u16be(d.level);
+    w.i16be(d.bmr);
+    w.u16be(d.flags);
+    writeNutrients(w, d.totals);
+    for (const FoodList& list : d.groups) {
+        writeFoodList(w, list);
+    }
+    writeExerciseList(w, d.exercises);
+}
+
+void readDay(ByteReader& r, DayRecord& day) {
+    DayFields& d = day.rawFields();
+    readDate(r, d.date);
+    d.weight = r.f32be();
+    d.note = r.text();
+    d.word = r.u16be();
+    d.level = r.u16be();
+    d.bmr = r.i16be();
+    d.flags = r.u16be();
+    readNutrients(r, d.totals);
+    for (FoodList& list : d.groups) {
+        readFoodList(r, list);
+    }
+    readExerciseList(r, d.exercises);
+}
+
+}  // namespace nutrovex

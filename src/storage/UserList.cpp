@@ -1,0 +1,236 @@
+#include "storage/UserList.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+#include "core/Names.h"
+#include "storage/CatalogueFile.h"
+#include "storage/DataRoot.h"
+#include "storage/UserFile.h"
+
+namespace nutrovex {
+
+namespace {
+
+constexpr std::size_t kFormatSize = 2;
+
+StorageError listError(std::string reason) {
+    return fileError(kUserListFileName, std::move(reason));
+}
+
+// Inserts into a sorted list of names; kNoPosition when an equal name is there.
+Position insertSorted(std::vector<Text>& names, std::string_view name) {
+    if (names.size() >= kNoPosition) {
+        return kNoPosition;
+    }
+    std::size_t pos = 0;
+    while (pos < names.size() && compareNames(names[pos].view(), name) < 0) {
+        ++pos;
+    }
+    if (pos < names.size() && names[pos].view() == name) {
+        return kNoPosition;
+    }
+    names.insert(names.begin() + static_cast<std::ptrdiff_t>(pos), Text(name));
+    return static_cast<Position>(pos);
+}
+
+}  // namespace
+
+StorageStatus readUserListFile(std::span<const uint8_t> bytes, UserListFile& list,
+                               const ReadOptions& options) {
+    ChunkReader chunks(bytes, options);
+    ByteReader f = chunks.nextFixed("the list format", kFormatSize);
+    const uint16_t format = f.u16be();
+    if (!chunks.finish(f)) {
+        return chunks.status();
+    }
+    list.format = format;
+
+    ByteReader r = chunks.next("the names");
+    list.names.clear();
+    const uint16_t count = r.u16be();
+    if (r.ok() && static_cast<std::size_t>(count) * 2 > r.remaining()) {
+        r.fail("a list of " + std::to_string(count) + " names needs at least " +
+               std::to_string(count * 2) + " bytes but only " + std::to_string(r.remaining()) +
+               " are left");
+    }
+    if (r.ok()) {
+        list.names.reserve(count);
+    }
+    for (uint16_t i = 0; i < count && r.ok(); ++i) {
+        Text name = r.text();
+        if (r.ok()) {
+            list.names.push_back(std::move(name));
+        }
+    }
+    chunks.finish(r);
+    chunks.end();
+    return chunks.status();
+}
+
+StorageStatus writeUserListFile(const UserListFile& list, ByteBuffer& out, FormatOnWrite format) {
+    if (list.names.size() > 0xFFFF) {
+        return listError("the list holds more than 65,535 names");
+    }
+    std::size_t namesBytes = 2;
+    for (const Text& name : list.names) {
+        namesBytes += textSize(name);
+    }
+    if (namesBytes > kMaxPayloadSize) {
+        return payloadTooLarge(kUserListFileName, 1, "the names", namesBytes);
+    }
+    const std::size_t total = 2 * kChunkHeaderSize + kFormatSize + namesBytes;
+    ByteBuffer buffer(total);
+    ByteWriter w(buffer.data(), buffer.data() + total);
+    writeChunkHeader(w, 0, kFormatSize);
+    if (format == FormatOnWrite::Current) {
+        w.u8(1);  // the value 1 in the machine's little-endian order
+        w.u8(0);
+    } else {
+        w.u16be(list.format);
+    }
+    writeChunkHeader(w, 1, namesBytes);
+    w.u16be(static_cast<uint16_t>(list.names.size()));
+    for (const Text& name : list.names) {
+        w.text(name);
+    }
+    out = std::move(buffer);
+    return {};
+}
+
+std::filesystem::path UserList::usersFolder() const {
+    return nutrovex::usersFolder(m_root);
+}
+
+std::filesystem::path UserList::listPath() const {
+    return userListPath(m_root);
+}
+
+std::filesystem::path UserList::userFolder(std::string_view name) const {
+    return userFolderPath(m_root, name);
+}
+
+StorageStatus UserList::read() {
+    ByteBuffer bytes;
+    StorageError error;
+    switch (readWholeFile(listPath(), bytes, error)) {
+        case ReadFile::Missing:
+            m_names.clear();
+            return write();
+        case ReadFile::Failed:
+            return error;
+        case ReadFile::Read:
+            break;
+    }
+    UserListFile file;
+    const StorageStatus status = readUserListFile(bytes.bytes(), file, {kUserListFileName});
+    m_names = std::move(file.names);
+    return status;
+}
+
+StorageStatus UserList::write() const {
+    return writeNames(m_names);
+}
+
+StorageStatus UserList::writeNames(const std::vector<Text>& names) const {
+    UserListFile file;
+    file.names = names;
+    ByteBuffer bytes;
+    if (StorageStatus s = writeUserListFile(file, bytes); !s) {
+        return s;
+    }
+    std::error_code ec;
+    std::filesystem::create_directories(usersFolder(), ec);
+    if (ec) {
+        return listError("the users folder cannot be made: " + systemReason(ec.value()));
+    }
+    return writeFileAtomically(listPath(), bytes.bytes());
+}
+
+Position UserList::find(std::string_view name) const {
+    for (std::size_t i = 0; i < m_names.size(); ++i) {
+        if (m_names[i].view() == name) {
+            return static_cast<Position>(i);
+        }
+    }
+    return kNoPosition;
+}
+
+Position UserList::insert(std::string_view name) {
+    return insertSorted(m_names, name);
+}
+
+StorageStatus UserList::add(std::string_view name) {
+    if (!isSafeUserName(name)) {
+        return listError(
+            "a user name cannot be empty, \".\" or \"..\", nor hold \"/\", \"\\\" "
+            "or a control character");
+    }
+    if (find(name) != kNoPosition) {
+        return listError("the user is already listed");
+    }
+    std::error_code ec;
+    std::filesystem::create_directories(usersFolder(), ec);
+    const std::filesystem::path folder = userFolder(name);
+    if (ec || !std::filesystem::create_directory(folder, ec)) {
+        // A folder left over from an earlier user of that name also ends up here.
+        return listError(ec ? "the user's folder cannot be made: " + systemReason(ec.value())
+                            : "a folder of that name is already there");
+    }
+    std::vector<Text> names = m_names;
+    if (insertSorted(names, name) == kNoPosition) {
+        std::filesystem::remove(folder, ec);
+        return listError("the list is full");
+    }
+    StorageStatus status = writeNames(names);
+    if (!status) {
+        std::filesystem::remove(folder, ec);
+        return status;
+    }
+    m_names = std::move(names);
+    return {};
+}
+
+StorageStatus UserList::remove(Position pos) {
+    if (pos >= m_names.size()) {
+        return listError("no user at that position");
+    }
+    const std::filesystem::path folder = userFolder(m_names[pos].view());
+    std::error_code ec;
+    std::filesystem::remove(folder / kUserFileName, ec);
+    std::filesystem::remove(folder / kCatalogueFileName, ec);
+    std::filesystem::remove(folder, ec);  // stays when something else is in it
+    std::vector<Text> names = m_names;
+    names.erase(names.begin() + pos);
+    StorageStatus status = writeNames(names);
+    if (status) {
+        m_names = std::move(names);
+    }
+    return status;
+}
+
+StorageStatus UserList::rename(Position pos, std::string_view newName) {
+    if (pos >= m_names.size()) {
+        return listError("no user at that position");
+    }
+    if (!isSafeUserName(newName)) {
+        return listError(
+            "a user name cannot be empty, \".\" or \"..\", nor hold \"/\", \"\\\" "
+            "or a control character");
+    }
+    if (find(newName) != kNoPosition) {
+        return listError("the new name is already listed");
+    }
+    std::vector<Text> names = m_names;
+    names.erase(names.begin() + pos);
+    insertSorted(names, newName);
+    StorageStatus status = writeNames(names);
+    if (status) {
+        m_names = std::move(names);
+    }
+    return status;
+}
+
+}  // namespace nutrovex

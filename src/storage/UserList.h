@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "core/Position.h"
+#include "core/Text.h"
+#include "storage/Chunks.h"
+#include "storage/FileIo.h"
+
+namespace nutrovex {
+
+inline constexpr const char* kUserListFileName = "Users.udb";
+// The list's format value is written little-endian (01 00) but read big-endian, so it reads
+// back as 256. Nothing depends on it; the mismatch is kept.
+inline constexpr uint16_t kUserListFormatAsRead = 256;
+
+// Users.udb as stored: chunk 0 the format value, chunk 1 the names in file order.
+struct UserListFile {
+    uint16_t format = kUserListFormatAsRead;
+    std::vector<Text> names;
+};
+
+// Chunk 0's two bytes are read whatever its header says, as the format always has.
+[[nodiscard]] StorageStatus readUserListFile(std::span<const uint8_t> bytes, UserListFile& list,
+                                             const ReadOptions& options);
+
+enum class FormatOnWrite {
+    Current,   // the program writes the value 1 little-endian
+    AsStored,  // the tool writes back the value as the reader read it
+};
+[[nodiscard]] StorageStatus writeUserListFile(const UserListFile& list, ByteBuffer& out,
+                                              FormatOnWrite format = FormatOnWrite::Current);
+
+// The users of a data root: the sorted list of names kept in <root>/Users/Users.udb, each name
+// owning the folder <root>/Users/<name>/. Every change rewrites the list file.
+class UserList {
+public:
+    explicit UserList(std::filesystem::path root) : m_root(std::move(root)) {}
+
+    [[nodiscard]] const std::filesystem::path& root() const { return m_root; }
+    [[nodiscard]] std::filesystem::path usersFolder() const;
+    [[nodiscard]] std::filesystem::path listPath() const;
+    [[nodiscard]] std::filesystem::path userFolder(std::string_view name) const;
+
+    // Reads the list file; a missing one is replaced by a new, empty list.
+    [[nodiscard]] StorageStatus read();
+    [[nodiscard]] StorageStatus write() const;
+
+    [[nodiscard]] std::size_t count() const { return m_names.size(); }
+    [[nodiscard]] std::string_view nameAt(Position pos) const { return m_names[pos].view(); }
+    [[nodiscard]] const std::vector<Text>& names() const { return m_names; }
+    // The position of the first name equal byte for byte, or kNoPosition.
+    [[nodiscard]] Position find(std::string_view name) const;
+    // Inserts in name order; kNoPosition when an equal name is listed.
+    Position insert(std::string_view name);
+
+    // Adds a user: refused for a listed name, a name that could leave the users folder, or a
+    // folder of that name already on disk. Makes the folder, then writes the list.
+    [[nodiscard]] StorageStatus add(std::string_view name);
+    // Deletes the user's two files and folder (failures there ignored), then the name.
+    [[nodiscard]] StorageStatus remove(Position pos);
+    // Renames in the list only: the user's folder keeps the old name.
+    [[nodiscard]] StorageStatus rename(Position pos, std::string_view newName);
+
+    void setNames(std::vector<Text> names) { m_names = std::move(names); }
+
+private:
+    [[nodiscard]] StorageStatus writeNames(const std::vector<Text>& names) const;
+
+    std::filesystem::path m_root;
+    std::vector<Text> m_names;
+};
+
+}  // namespace nutrovex

@@ -1,0 +1,123 @@
+#include "storage/UserStorage.h"
+
+#include <algorithm>
+
+#include "calc/Totals.h"
+#include "storage/FileIo.h"
+#include "storage/UserFile.h"
+
+namespace nutrovex {
+
+namespace {
+
+StorageError noUserOpen() {
+    return fileError(kUserFileName, "no user is open");
+}
+
+void setPaths(UserStore& store, const UserList& users, std::string_view name) {
+    store.userFolderPath = users.userFolder(name);
+    store.dataFilePath = store.userFolderPath / kUserFileName;
+}
+
+}  // namespace
+
+StorageStatus openUser(UserStore& store, UserList& users, std::string_view name) {
+    if (users.find(name) == kNoPosition) {
+        if (StorageStatus s = users.add(name); !s) {
+            return s;
+        }
+    }
+    store.reset();
+    setPaths(store, users, name);
+    StorageStatus status = loadUser(store);
+    if (status) {
+        store.profile.setUserName(name);
+    }
+    return status;
+}
+
+StorageStatus loadUser(UserStore& store) {
+    if (store.dataFilePath.empty()) {
+        return noUserOpen();
+    }
+    ByteBuffer bytes;
+    StorageError error;
+    switch (readWholeFile(store.dataFilePath, bytes, error)) {
+        case ReadFile::Missing:
+            store.modified = false;
+            return {};  // a new user starts empty
+        case ReadFile::Failed:
+            return error;
+        case ReadFile::Read:
+            break;
+    }
+    UserFile file;
+    file.header = store.header;
+    file.profile = store.profile;  // a stored date keeps its holder's clock parts
+    file.firstDayChunk = store.firstDayChunk;
+    StorageStatus status = readUserFile(bytes.bytes(), file, store.today(), {kUserFileName});
+    // What was read before a failure stays, as it always has.
+    store.header = file.header;
+    store.profile = std::move(file.profile);
+    store.firstDayChunk = file.firstDayChunk;
+    store.removeAllDays();
+    for (auto& day : file.days) {
+        store.insertDay(std::move(day));
+    }
+    store.modified = false;
+    return status;
+}
+
+StorageStatus saveUser(UserStore& store) {
+    if (store.dataFilePath.empty()) {
+        return noUserOpen();
+    }
+    const std::size_t written = std::min<std::size_t>(store.dayCount, store.days().size());
+    for (std::size_t i = 0; i < written; ++i) {
+        dayTotals(store.dayAt(static_cast<Position>(i)));
+    }
+    ByteBuffer bytes;
+    StorageStatus status = writeUserFile(store.header, store.profile.fields(), store.firstDayChunk,
+                                         store.dayCount, store.days(), bytes);
+    if (status) {
+        status = writeFileAtomically(store.dataFilePath, bytes.bytes(), true);
+    }
+    if (status) {
+        store.modified = false;
+    }
+    return status;
+}
+
+StorageStatus deleteUser(UserStore& store, UserList& users, std::string_view nameView) {
+    const std::string name(nameView);  // the view may point into the list we change
+    const Position pos = users.find(name);
+    if (pos == kNoPosition) {
+        return fileError(kUserListFileName, "the user is not listed");
+    }
+    StorageStatus status = users.remove(pos);
+    if (status && store.profile.userName() == name) {
+        store.reset();
+        // Nothing may write the deleted user's files back.
+        store.dataFilePath.clear();
+        store.userFolderPath.clear();
+    }
+    return status;
+}
+
+StorageStatus renameUser(UserStore& store, UserList& users, std::string_view nameView,
+                         std::string_view newNameView) {
+    const std::string name(nameView);  // the views may point into the list we change
+    const std::string newName(newNameView);
+    const Position pos = users.find(name);
+    if (pos == kNoPosition) {
+        return fileError(kUserListFileName, "the user is not listed");
+    }
+    StorageStatus status = users.rename(pos, newName);
+    if (status && store.profile.userName() == name) {
+        store.profile.setUserName(newName);
+        setPaths(store, users, newName);
+    }
+    return status;
+}
+
+}  // namespace nutrovex
