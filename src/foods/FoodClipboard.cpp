@@ -1,0 +1,99 @@
+#include "foods/FoodClipboard.h"
+
+#include <new>
+
+#include "core/UserStore.h"
+
+namespace nutrovex {
+
+namespace {
+
+bool selectionInFoodRows(const DayRecord& day, const FoodLogView& view, FoodSelection selection) {
+    if (view.shownGroup < 0 || view.shownGroup > kAllFoodsGroup || selection.count == 0) {
+        return false;
+    }
+    const std::size_t size = day.group(view.shownGroup).size();
+    return static_cast<std::size_t>(selection.first) + selection.count <= size;
+}
+
+}  // namespace
+
+ScreenMessage confirmDeleteFoods() {
+    // No question mark, as the program always had it.
+    return {"Are you sure you want to delete the selected food items", "Delete Food",
+            MessageKind::Question};
+}
+
+bool deleteFoodRows(UserStore& store, DayRecord& day, const FoodLogView& view,
+                    FoodSelection selection) {
+    if (!selectionInFoodRows(day, view, selection)) {
+        return false;
+    }
+    for (Position i = 0; i < selection.count; ++i) {
+        (void)removeLoggedFood(day, view.shownGroup, view.sortMode, selection.first);
+    }
+    store.modified = true;
+    return true;
+}
+
+void FoodClipboard::copy(const DayRecord& day, const FoodLogView& view, FoodSelection selection) {
+    m_foods.clear();
+    for (std::size_t i = 0; i < selection.count; ++i) {
+        const std::size_t pos = selection.first + i;
+        if (pos >= kNoPosition) {
+            return;
+        }
+        const FoodItem* f =
+            presentedFood(day, view.shownGroup, view.sortMode, static_cast<Position>(pos));
+        if (!f) {
+            return;
+        }
+        try {
+            m_foods.push_back(*f);
+        } catch (const std::bad_alloc&) {
+            return;
+        }
+    }
+}
+
+bool FoodClipboard::cut(UserStore& store, DayRecord& day, const FoodLogView& view,
+                        FoodSelection selection) {
+    copy(day, view, selection);
+    return deleteFoodRows(store, day, view, selection);
+}
+
+PasteOutcome FoodClipboard::paste(DayCursor& days, const FoodLogView& view) const {
+    PasteOutcome out;
+    days.ensureCurrentDay();
+    DayRecord* day = days.currentRecord();
+    if (!day) {
+        return out;
+    }
+    for (const FoodItem& held : m_foods) {
+        // A food that cannot be inserted is skipped and still counted, as the program always
+        // did: the message below only follows a paste that processed nothing.
+        ++out.pasted;
+        try {
+            FoodItem copy = held;
+            if (view.shownGroup >= 0 && view.shownGroup < kFoodGroupCount) {
+                copy.group = static_cast<uint16_t>(view.shownGroup);
+            }
+            const Position pos = insertLoggedFood(*day, copy, view.shownGroup, view.sortMode);
+            if (pos != kNoPosition) {
+                out.lastPosition = pos;
+            }
+        } catch (const std::bad_alloc&) {
+        }
+    }
+    out.complete = out.pasted == m_foods.size();
+    if (out.pasted == 0 && !m_foods.empty()) {
+        out.message = ScreenMessage{
+            "Due to the maximum food limit per category not all of the food items were pasted "
+            "from the clipboard.",
+            "Paste Food", MessageKind::Warning};
+    }
+    days.store().modified = true;
+    return out;
+}
+
+}  // namespace nutrovex

@@ -1,0 +1,304 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "core/UserStore.h"
+#include "foods/DayFoods.h"
+#include "foods/FoodClipboard.h"
+#include "foods/FoodLogRows.h"
+#include "logbook/DayCursor.h"
+
+namespace nutrovex {
+namespace {
+
+FoodItem logged(const char* name, uint16_t meal, uint16_t group, uint32_t key) {
+    FoodItem f;
+    f.name = name;
+    f.text2 = name;
+    f.meal = meal;
+    f.group = group;
+    f.key.value = key;
+    f.loggedFlag = 1;
+    f.setServing({1.0f, 14, 0});
+    f.setReference(f.serving);
+    f.setNutrient(kCalories, 100.0f);
+    return f;
+}
+
+// "name/meal" of each entry in presented order.
+std::vector<std::string> shown(const FoodList& list, uint16_t sortMode) {
+    std::vector<std::string> out;
+    for (const Position p : presentedOrder(list, sortMode)) {
+        out.push_back(list[p].name.str() + "/" + std::to_string(list[p].meal));
+    }
+    return out;
+}
+
+std::vector<uint32_t> keys(const FoodList& list) {
+    std::vector<uint32_t> out;
+    for (const FoodItem& f : list) {
+        out.push_back(f.key.value);
+    }
+    return out;
+}
+
+TEST(DayFoods, ListsKeepMealOrderAndAlphabeticalOrderAtOnce) {
+    FoodList list;
+    const struct {
+        const char* name;
+        uint16_t meal;
+        Position alphaPos;  // where it shows alphabetically right after its insert
+    } inserts[] = {
+        {"Soup", 1, 0},  {"Toast", 0, 1}, {"egg", 0, 0},
+        {"Apple", 3, 0}, {"apple", 1, 0}, {"", 2, 0},
+    };
+    uint32_t key = 1;
+    for (const auto& i : inserts) {
+        EXPECT_EQ(insertOrdered(list, logged(i.name, i.meal, 0, key++), kSortAlphabetical),
+                  i.alphaPos)
+            << i.name;
+    }
+    EXPECT_EQ(shown(list, kSortByMeal),
+              (std::vector<std::string>{"egg/0", "Toast/0", "apple/1", "Soup/1", "/2", "Apple/3"}));
+    EXPECT_EQ(shown(list, kSortAlphabetical),
+              (std::vector<std::string>{"/2", "apple/1", "Apple/3", "egg/0", "Soup/1", "Toast/0"}));
+    // Any mode other than 0 presents names.
+    EXPECT_EQ(shown(list, 7), shown(list, kSortAlphabetical));
+    for (Position p = 0; p < list.size(); ++p) {
+        EXPECT_EQ(
+            presentedIndexOf(list, kSortAlphabetical, listIndexOf(list, kSortAlphabetical, p)), p);
+    }
+}
+
+TEST(DayFoods, TheNewerOfTwoEqualFoodsStandsFirst) {
+    DayRecord day(CalendarDate::fromDmy(3, 5, 2002));
+    ASSERT_NE(insertLoggedFood(day, logged("Bagel", 0, 5, 1), 5, kSortByMeal), kNoPosition);
+    ASSERT_NE(insertLoggedFood(day, logged("Bagel", 0, 5, 2), 5, kSortByMeal), kNoPosition);
+    ASSERT_NE(insertLoggedFood(day, logged("Bagel", 1, 5, 3), 5, kSortByMeal), kNoPosition);
+    EXPECT_EQ(keys(day.group(5)), (std::vector<uint32_t>{2, 1, 3}));
+    EXPECT_EQ(keys(day.allFoods()), (std::vector<uint32_t>{2, 1, 3}));
+}
+
+TEST(DayFoods, TheTargetGroupDecidesWhichListsPositionIsReturned) {
+    DayRecord day(CalendarDate::fromDmy(3, 5, 2002));
+    ASSERT_NE(insertLoggedFood(day, logged("Apple", 0, 4, 1), 4, kSortByMeal), kNoPosition);
+    ASSERT_NE(insertLoggedFood(day, logged("Beer", 0, 6, 2), 6, kSortByMeal), kNoPosition);
+    // "Cod" stands first in group 2 but third in the all-foods list.
+    EXPECT_EQ(insertLoggedFood(day, logged("Cod", 0, 2, 3), 2, kSortByMeal), 0);
+    EXPECT_EQ(insertLoggedFood(day, logged("Crab", 0, 2, 4), kAllFoodsGroup, kSortByMeal), 3);
+    EXPECT_EQ(day.group(2).size(), 2u);
+    EXPECT_EQ(day.allFoods().size(), 4u);
+    // A food of no valid group is refused and leaves the day alone.
+    EXPECT_EQ(insertLoggedFood(day, logged("Odd", 0, 8, 5), kAllFoodsGroup, kSortByMeal),
+              kNoPosition);
+    EXPECT_EQ(day.allFoods().size(), 4u);
+}
+
+TEST(DayFoods, RemovingAnEntryRemovesItsTwinFromEitherSide) {
+    DayRecord day(CalendarDate::fromDmy(3, 5, 2002));
+    using Log = std::tuple<const char*, int, uint32_t>;
+    for (const auto& [name, group, key] :
+         {Log{"Rice", 5, 1}, Log{"Rye", 5, 2}, Log{"Milk", 1, 3}, Log{"Rice", 5, 4}}) {
+        ASSERT_NE(insertLoggedFood(day, logged(name, 0, static_cast<uint16_t>(group), key), group,
+                                   kSortByMeal),
+                  kNoPosition);
+    }
+    ASSERT_EQ(keys(day.group(5)), (std::vector<uint32_t>{4, 1, 2}));
+    EXPECT_TRUE(removeLoggedFood(day, 5, kSortByMeal, 1));  // Rice, key 1
+    EXPECT_EQ(keys(day.group(5)), (std::vector<uint32_t>{4, 2}));
+    EXPECT_EQ(keys(day.allFoods()), (std::vector<uint32_t>{3, 4, 2}));
+    EXPECT_TRUE(removeLoggedFood(day, kAllFoodsGroup, kSortAlphabetical, 2));  // Rye
+    EXPECT_EQ(keys(day.group(5)), (std::vector<uint32_t>{4}));
+    EXPECT_EQ(keys(day.allFoods()), (std::vector<uint32_t>{3, 4}));
+    EXPECT_FALSE(removeLoggedFood(day, kAllFoodsGroup, kSortByMeal, 2));
+}
+
+TEST(DayFoods, AnEditedEntryMovesToItsNewMealInBothLists) {
+    DayRecord day(CalendarDate::fromDmy(3, 5, 2002));
+    for (uint32_t k = 1; k <= 3; ++k) {
+        const char* names[] = {"", "Egg", "Toast", "Juice"};
+        ASSERT_NE(insertLoggedFood(day, logged(names[k], 0, 2, k), 2, kSortByMeal), kNoPosition);
+    }
+    FoodItem edited = *presentedFood(day, 2, kSortByMeal, 0);  // Egg
+    ASSERT_EQ(edited.name.str(), "Egg");
+    edited.meal = 2;
+    edited.setNutrient(kProtein, 6.0f);
+    EXPECT_EQ(replaceLoggedFood(day, 2, kSortByMeal, 0, edited), 2);
+    EXPECT_EQ(shown(day.group(2), kSortByMeal),
+              (std::vector<std::string>{"Juice/0", "Toast/0", "Egg/2"}));
+    EXPECT_EQ(shown(day.allFoods(), kSortByMeal), shown(day.group(2), kSortByMeal));
+    EXPECT_FLOAT_EQ(day.allFoods()[2].nutrients[kProtein], 6.0f);
+}
+
+class FoodGrid : public ::testing::Test {
+protected:
+    FoodGrid() : store(clock), days(store) {
+        store.currentDate = CalendarDate::fromDmy(3, 5, 2002);
+        days.ensureCurrentDay();
+        day = days.currentRecord();
+    }
+
+    void log(const char* name, uint16_t meal, uint16_t group) {
+        ASSERT_NE(insertLoggedFood(*day, logged(name, meal, group, ++lastKey), group, kSortByMeal),
+                  kNoPosition);
+    }
+
+    FixedClock clock{CalendarDate::fromDmy(3, 5, 2002)};
+    UserStore store;
+    DayCursor days;
+    DayRecord* day = nullptr;
+    uint32_t lastKey = 0;
+};
+
+TEST_F(FoodGrid, DeletingThreeRowsRemovesThoseEntriesAndTheirTwins) {
+    for (const char* n : {"Ham", "Beef", "Cod", "Duck", "Egg"}) {
+        log(n, 1, 2);
+    }
+    log("Apple", 0, 4);
+    FoodLogView view{2, kSortAlphabetical, 0};
+    store.modified = false;
+    // Rows 1..3 alphabetically: Cod, Duck, Egg.
+    EXPECT_FALSE(deleteFoodRows(store, *day, view, {3, 3}));  // runs past the food rows
+    EXPECT_FALSE(store.modified);
+    EXPECT_TRUE(deleteFoodRows(store, *day, view, {1, 3}));
+    EXPECT_TRUE(store.modified);
+    EXPECT_EQ(shown(day->group(2), kSortAlphabetical),
+              (std::vector<std::string>{"Beef/1", "Ham/1"}));
+    EXPECT_EQ(shown(day->allFoods(), kSortAlphabetical),
+              (std::vector<std::string>{"Apple/0", "Beef/1", "Ham/1"}));
+    EXPECT_EQ(confirmDeleteFoods().text, "Are you sure you want to delete the selected food items");
+}
+
+TEST_F(FoodGrid, PastingIntoAGroupMovesTheFoodsThere) {
+    log("Bagel", 0, 5);
+    log("Rye", 2, 5);
+    FoodClipboard clip;
+    EXPECT_FALSE(clip.canPaste());
+    clip.copy(*day, {5, kSortByMeal, 0}, {0, 5});  // stops where the rows end
+    ASSERT_EQ(clip.foods().size(), 2u);
+    // Pasted on another day, shown group 3.
+    days.nextDay();
+    ASSERT_EQ(days.currentRecord(), nullptr);
+    const PasteOutcome out = clip.paste(days, {3, kSortByMeal, 0});
+    DayRecord* next = days.currentRecord();
+    ASSERT_NE(next, nullptr);
+    EXPECT_TRUE(out.complete);
+    EXPECT_EQ(out.pasted, 2u);
+    EXPECT_FALSE(out.message.has_value());
+    ASSERT_EQ(next->group(3).size(), 2u);
+    EXPECT_TRUE(next->group(5).empty());
+    for (const FoodItem& f : next->group(3)) {
+        EXPECT_EQ(f.group, 3);
+    }
+    EXPECT_EQ(next->allFoods().size(), 2u);
+    // While the all-foods list is shown each food keeps its group.
+    (void)clip.paste(days, {kAllFoodsGroup, kSortByMeal, 0});
+    EXPECT_EQ(next->group(5).size(), 2u);
+    EXPECT_EQ(next->allFoods().size(), 4u);
+}
+
+TEST_F(FoodGrid, CutTakesTheRowsAwayWithoutAsking) {
+    log("Tea", 0, 6);
+    log("Cola", 3, 6);
+    FoodClipboard clip;
+    EXPECT_TRUE(clip.cut(store, *day, {kAllFoodsGroup, kSortByMeal, 0}, {1, 1}));
+    ASSERT_EQ(clip.foods().size(), 1u);
+    EXPECT_EQ(clip.foods()[0].name.str(), "Cola");
+    EXPECT_EQ(day->group(6).size(), 1u);
+    EXPECT_EQ(day->allFoods().size(), 1u);
+}
+
+TEST(FoodLogView, CommandsSetOrFlipTheSortModeAndCycleTheNutrients) {
+    FixedClock clock(CalendarDate::fromDmy(3, 5, 2002));
+    UserStore store(clock);
+    FoodLogView view;
+    const struct {
+        FoodLogCommand command;
+        uint16_t sortMode;
+        uint16_t nutrientView;
+    } steps[] = {
+        {FoodLogCommand::SortToggle, 1, 0},     {FoodLogCommand::SortToggle, 0, 0},
+        {FoodLogCommand::SortAlphaBlds, 1, 0},  {FoodLogCommand::SortAlphabetical, 1, 0},
+        {FoodLogCommand::SortByMeal, 0, 0},     {FoodLogCommand::NutrientToggle, 0, 1},
+        {FoodLogCommand::NutrientToggle, 0, 2}, {FoodLogCommand::NutrientToggle, 0, 0},
+    };
+    for (const auto& s : steps) {
+        store.modified = false;
+        applyViewCommand(view, s.command, store);
+        EXPECT_EQ(view.sortMode, s.sortMode) << static_cast<int>(s.command);
+        EXPECT_EQ(view.nutrientView, s.nutrientView) << static_cast<int>(s.command);
+        EXPECT_TRUE(store.modified);
+    }
+    view.sortMode = 2;  // from a mode other than 1 the toggle gives 1
+    applyViewCommand(view, FoodLogCommand::SortToggle, store);
+    EXPECT_EQ(view.sortMode, 1);
+}
+
+TEST(FoodLogRows, RowsOfADayWithFoodsAndExercises) {
+    DayRecord day(CalendarDate::fromDmy(3, 5, 2002));
+    FoodItem bagel = logged("Bagel", 0, 5, 1);
+    bagel.nutrients = {245.0f, 48.0f, 2.0f, 10.0f, 1.5f, 0.25f};
+    bagel.setServing({1.5f, 14, 0});  // ratio 1.5
+    ASSERT_NE(insertLoggedFood(day, bagel, 5, kSortByMeal), kNoPosition);
+    FoodItem odd = logged("Anchovy", 9, 5, 2);  // a meal code with no name
+    odd.setServing({2.0f, 12, 0});              // grams against an item reference: ratio 1
+    ASSERT_NE(insertLoggedFood(day, odd, 5, kSortByMeal), kNoPosition);
+    ExerciseEntry run;
+    run.name = "Running";
+    run.minutes = 30;
+    run.calories = 360;
+    (void)day.appendExercise(run);
+
+    const FoodLogRows out = foodLogRows(&day, 5, kSortByMeal);
+    ASSERT_EQ(out.rows.size(), 7u);
+    EXPECT_EQ(out.firstFoodRow, 1);
+    EXPECT_EQ(out.foodCount, 2);
+    EXPECT_EQ(out.rows[0].text, "Food Log");
+    const LogRow& b = out.rows[1];
+    EXPECT_EQ(b.text, "Bagel");
+    EXPECT_EQ(b.serving, "1.50 item");
+    EXPECT_EQ(b.nutrients, (std::array<std::string, 6>{"368  cal", "72.0g  Carb", "3.0g  Fib",
+                                                       "15.0g  Prot", "2.2g  Fat", "0.4g  SFat"}));
+    EXPECT_EQ(b.meal, "Breakfast");
+    EXPECT_EQ(out.rows[2].text, "Anchovy");
+    EXPECT_EQ(out.rows[2].serving, "2.00 g");
+    EXPECT_EQ(out.rows[2].meal, "");
+    EXPECT_EQ(out.rows[3].text, "Totals");
+    EXPECT_EQ(out.rows[3].nutrients[kCalories], "468  cal");  // 367.5 + 100, then rounded
+    EXPECT_EQ(out.rows[4].text, "Exercise Log");
+    EXPECT_EQ(out.rows[5].text, "Running");
+    EXPECT_EQ(out.rows[5].minutes, "30 Minutes");
+    EXPECT_EQ(out.rows[5].calories, "360 cal");
+    EXPECT_EQ(out.rows[6].kind, LogRowKind::ExerciseTotals);
+    EXPECT_EQ(out.rows[6].calories, "360 cal");
+
+    // Alphabetical presentation numbers the rows in that order.
+    const FoodLogRows alpha = foodLogRows(&day, kAllFoodsGroup, kSortAlphabetical);
+    EXPECT_EQ(alpha.rows[1].text, "Anchovy");
+    EXPECT_EQ(alpha.rows[1].entry, 0);
+}
+
+TEST(FoodLogRows, ADateWithoutFoodsInvitesToInsertOne) {
+    for (const bool withRecord : {false, true}) {
+        DayRecord day(CalendarDate::fromDmy(3, 5, 2002));
+        const FoodLogRows out = foodLogRows(withRecord ? &day : nullptr, 3, kSortByMeal);
+        ASSERT_EQ(out.rows.size(), 5u);
+        EXPECT_EQ(out.rows[1].text, "Use menu items to insert a food item.");
+        EXPECT_EQ(out.firstFoodRow, kNoPosition);
+        EXPECT_EQ(out.rows[2].nutrients,
+                  (std::array<std::string, 6>{"0  cal", "0.0g  Carb", "0.0g  Fib", "0.0g  Prot",
+                                              "0.0g  Fat", "0.0g  SFat"}));
+        EXPECT_EQ(out.rows[4].calories, "0 cal");
+    }
+}
+
+TEST(FoodLogRows, EachViewShowsItsPairOfNutrients) {
+    EXPECT_EQ(viewNutrients(0), std::make_pair(int{kCalories}, int{kCarbohydrate}));
+    EXPECT_EQ(viewNutrients(1), std::make_pair(int{kProtein}, int{kFiber}));
+    EXPECT_EQ(viewNutrients(2), std::make_pair(int{kFat}, int{kSaturatedFat}));
+}
+
+}  // namespace
+}  // namespace nutrovex
