@@ -1,0 +1,221 @@
+#include "logbook/ExerciseLog.h"
+
+#include <algorithm>
+
+#include "calc/Bmr.h"
+#include "calc/ExerciseCalories.h"
+#include "calc/Totals.h"
+#include "core/DayRecord.h"
+#include "core/UserStore.h"
+#include "logbook/WeighIn.h"
+
+namespace nutrovex {
+
+ScreenMessage weightNeededMessage() {
+    return {"You must enter your weight before calories can be calculated.", "Calories",
+            MessageKind::Warning};
+}
+
+ScreenMessage timeNeededMessage() {
+    return {"You must enter an exercise time before calories can be calculated.", "Calories",
+            MessageKind::Warning};
+}
+
+ScreenMessage specifyExerciseMessage() {
+    return {"Please specify exercise time and calculate calories", "Exercise Log",
+            MessageKind::Warning};
+}
+
+ScreenMessage pasteLimitMessage() {
+    return {
+        "Due to the maximum exercise limit not all of the exercise items were pasted from "
+        "the clipboard.",
+        "Paste Exercise", MessageKind::Warning};
+}
+
+ScreenMessage confirmDeleteExercises() {
+    return {"Are you sure you want to delete the selected exercises?", "Exercise",
+            MessageKind::Question};
+}
+
+uint16_t countFromEdit(std::string_view text) {
+    if (text.empty()) {
+        return 0;
+    }
+    unsigned value = 0;
+    for (const char c : text) {
+        if (c < '0' || c > '9') {
+            return 0;
+        }
+        value = value * 10 + static_cast<unsigned>(c - '0');
+        if (value > 0xFFFF) {
+            return 0;
+        }
+    }
+    return static_cast<uint16_t>(value);
+}
+
+ExerciseForm::ExerciseForm(const ExerciseEntry& entry) {
+    m_cursor.select({static_cast<int16_t>(entry.type), entry.variant, entry.third});
+    if (userDefined()) {
+        name = entry.name.str();
+    }
+    minutes = std::to_string(entry.minutes);
+    calories = std::to_string(entry.calories);
+}
+
+void ExerciseForm::chooseType(int16_t type) {
+    m_cursor.setType(type);
+    minutes.clear();
+    calories.clear();
+}
+
+std::optional<ScreenMessage> ExerciseForm::computeCalories(const DayRecord* day) {
+    if (day == nullptr) {
+        return weightNeededMessage();
+    }
+    const int16_t typedMinutes = wholeFromEdit(minutes);
+    const int16_t pounds = weightToWhole(day->weight(), false).value;
+    if (pounds <= 0) {
+        return weightNeededMessage();
+    }
+    if (typedMinutes <= 0) {
+        return timeNeededMessage();
+    }
+    if (userDefined()) {
+        return std::nullopt;
+    }
+    const ExerciseCaloriesResult r =
+        computeExerciseCalories(m_cursor.selection(), pounds, typedMinutes);
+    if (r.ok) {
+        calories = std::to_string(r.calories);
+    }
+    return std::nullopt;
+}
+
+std::optional<ExerciseEntry> ExerciseForm::entry() const {
+    const uint16_t cal = countFromEdit(calories);
+    const uint16_t min = countFromEdit(minutes);
+    if (cal == 0 || min == 0) {
+        return std::nullopt;
+    }
+    ExerciseEntry e;
+    e.type = static_cast<uint16_t>(m_cursor.type());
+    e.variant = m_cursor.variant();
+    e.third = m_cursor.subVariant();
+    e.name = userDefined() ? std::string_view(name) : std::string_view(exerciseTypeName(e.type));
+    e.minutes = min;
+    e.calories = cal;
+    return e;
+}
+
+void ExerciseClipboard::copy(const DayRecord& day, std::span<const Position> rows) {
+    m_entries.clear();
+    for (const Position row : rows) {
+        if (row < day.exercises().size()) {
+            m_entries.push_back(day.exercises()[row]);
+        }
+    }
+}
+
+const ExerciseList* ExerciseLog::exercises() {
+    const DayRecord* day = m_days->currentRecord();
+    return day != nullptr ? &day->exercises() : nullptr;
+}
+
+DayRecord* ExerciseLog::changedDay(DayRecord* day) {
+    UserStore& store = m_days->store();
+    recomputeDay(*day, store.profile);
+    store.modified = true;
+    return day;
+}
+
+std::optional<ScreenMessage> ExerciseLog::calories() {
+    return form.computeCalories(m_days->currentRecord());
+}
+
+std::optional<ScreenMessage> ExerciseLog::log() {
+    std::optional<ExerciseEntry> e = form.entry();
+    if (!e) {
+        return specifyExerciseMessage();
+    }
+    (void)m_days->ensureCurrentDay();
+    DayRecord* day = m_days->currentRecord();
+    if (day == nullptr) {
+        return std::nullopt;  // the day list is full: nothing to log into
+    }
+    e->key = m_days->store().nextEntryKey();
+    (void)day->appendExercise(std::move(*e));
+    changedDay(day);
+    form.minutes.clear();
+    form.calories.clear();
+    return std::nullopt;
+}
+
+void ExerciseLog::copy(std::span<const Position> rows) {
+    if (const DayRecord* day = m_days->currentRecord()) {
+        m_clipboard->copy(*day, rows);
+    }
+}
+
+void ExerciseLog::cut(std::span<const Position> rows) {
+    copy(rows);
+    deleteRows(rows);
+}
+
+std::optional<ScreenMessage> ExerciseLog::paste() {
+    if (m_clipboard->empty()) {
+        return std::nullopt;
+    }
+    (void)m_days->ensureCurrentDay();
+    DayRecord* day = m_days->currentRecord();
+    if (day == nullptr) {
+        return std::nullopt;
+    }
+    bool complete = true;
+    for (const ExerciseEntry& e : m_clipboard->entries()) {
+        if (day->appendExercise(e) == kNoPosition) {
+            complete = false;
+            break;
+        }
+    }
+    changedDay(day);
+    if (!complete) {
+        return pasteLimitMessage();
+    }
+    return std::nullopt;
+}
+
+void ExerciseLog::deleteRows(std::span<const Position> rows) {
+    DayRecord* day = m_days->currentRecord();
+    if (day == nullptr || rows.empty()) {
+        return;
+    }
+    // From the last row up, so the rows still to go keep their positions.
+    std::vector<Position> sorted(rows.begin(), rows.end());
+    std::sort(sorted.begin(), sorted.end());
+    sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
+    for (auto it = sorted.rbegin(); it != sorted.rend(); ++it) {
+        (void)day->removeExercise(*it);
+    }
+    changedDay(day);
+}
+
+std::optional<ScreenMessage> ExerciseLog::replace(Position row, const ExerciseForm& edited) {
+    std::optional<ExerciseEntry> e = edited.entry();
+    if (!e) {
+        return specifyExerciseMessage();
+    }
+    DayRecord* day = m_days->currentRecord();
+    if (day == nullptr || row >= day->exercises().size()) {
+        return std::nullopt;
+    }
+    const ExerciseEntry& old = day->exercises()[row];
+    e->key = old.key;
+    e->byte = old.byte;
+    (void)day->replaceExercise(row, std::move(*e));
+    changedDay(day);
+    return std::nullopt;
+}
+
+}  // namespace nutrovex
