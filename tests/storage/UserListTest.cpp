@@ -1,0 +1,244 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "core/UserStore.h"
+#include "storage/DataRoot.h"
+#include "storage/StorageTestUtil.h"
+#include "storage/UserFile.h"
+#include "storage/UserList.h"
+#include "storage/UserStorage.h"
+
+namespace nutrovex {
+namespace {
+
+namespace fs = std::filesystem;
+using test::Bytes;
+
+std::vector<std::string> namesOf(const UserList& list) {
+    std::vector<std::string> out;
+    for (const Text& n : list.names()) {
+        out.push_back(n.str());
+    }
+    return out;
+}
+
+// The names as the list file holds them, read back by a fresh list.
+std::vector<std::string> namesOnDisk(const fs::path& root) {
+    UserList fresh(root);
+    EXPECT_TRUE(fresh.read().ok());
+    return namesOf(fresh);
+}
+
+TEST(UserList, AMissingListFileIsReplacedByAnEmptyOne) {
+    test::TempDir dir;
+    UserList list(dir.path());
+    ASSERT_TRUE(list.read().ok());
+    EXPECT_EQ(list.count(), 0u);
+    // Chunk 0: the value 1 written little-endian; chunk 1: no names.
+    EXPECT_EQ(test::readBytes(userListPath(dir.path())),
+              (Bytes{0, 0, 0, 0, 2, 0, 0, 0, 1, 0, 1, 0, 0, 0, 2, 0, 0, 0, 0, 0}));
+    UserListFile file;
+    ASSERT_TRUE(readUserListFile(test::readBytes(userListPath(dir.path())), file, {}).ok());
+    EXPECT_EQ(file.format, 256);  // read back big-endian, deliberately
+}
+
+TEST(UserList, NamesAreKeptInNameOrderAndDuplicatesAreOnlyExactMatches) {
+    test::TempDir dir;
+    UserList list(dir.path());
+    ASSERT_TRUE(list.read().ok());
+    for (const char* name : {"bob", "Ann", "Bob", "carl", "ann"}) {
+        ASSERT_TRUE(list.add(name).ok()) << name;
+    }
+    EXPECT_EQ(namesOf(list), (std::vector<std::string>{"ann", "Ann", "bob", "Bob", "carl"}));
+    EXPECT_FALSE(list.add("Bob").ok());
+    EXPECT_EQ(list.find("Bob"), 3);
+    EXPECT_EQ(list.find("BOB"), kNoPosition);
+    EXPECT_EQ(namesOnDisk(dir.path()), namesOf(list));
+    EXPECT_TRUE(fs::is_directory(list.userFolder("Bob")));
+    EXPECT_TRUE(fs::is_directory(list.userFolder("bob")));
+}
+
+TEST(UserList, ALeftOverFolderMakesAddFail) {
+    test::TempDir dir;
+    UserList list(dir.path());
+    ASSERT_TRUE(list.read().ok());
+    fs::create_directories(list.userFolder("Dana"));
+    const StorageStatus s = list.add("Dana");
+    EXPECT_FALSE(s.ok());
+    EXPECT_NE(s.message().find("already there"), std::string::npos);
+    EXPECT_EQ(list.count(), 0u);
+    EXPECT_TRUE(namesOnDisk(dir.path()).empty());
+}
+
+TEST(UserList, NamesThatCouldLeaveTheUsersFolderAreRefused) {
+    test::TempDir dir;
+    UserList list(dir.path());
+    ASSERT_TRUE(list.read().ok());
+    ASSERT_TRUE(list.add("Eve").ok());
+    const std::string bad[] = {
+        "",          ".",       "..",    "../x", "a/b", "a\\b", std::string("a\0b", 3),
+        "tab\there", "del\x7f", "c1\x81"};
+    for (const std::string& name : bad) {
+        EXPECT_FALSE(list.add(name).ok()) << name;
+        EXPECT_FALSE(list.rename(0, name).ok()) << name;
+    }
+    EXPECT_EQ(namesOf(list), (std::vector<std::string>{"Eve"}));
+    EXPECT_TRUE(list.add("..x").ok());
+    EXPECT_TRUE(list.add("Zoë \x80").ok());  // any printable Windows-1252 text is a name
+    std::vector<std::string> entries;
+    for (const auto& e : fs::directory_iterator(dir.path())) {
+        entries.push_back(e.path().filename().string());
+    }
+    EXPECT_EQ(entries, (std::vector<std::string>{"Users"}));
+}
+
+TEST(UserList, DeletingRemovesBothFilesTheFolderAndTheName) {
+    test::TempDir dir;
+    UserList list(dir.path());
+    ASSERT_TRUE(list.read().ok());
+    ASSERT_TRUE(list.add("Ann").ok());
+    ASSERT_TRUE(list.add("Ben").ok());
+    test::writeBytes(list.userFolder("Ann") / "UserDB.ddb", {1, 2, 3});
+    test::writeBytes(list.userFolder("Ann") / "FoodDB.ddb", {4, 5, 6});
+    ASSERT_TRUE(list.remove(0).ok());
+    EXPECT_FALSE(fs::exists(list.userFolder("Ann")));
+    EXPECT_EQ(namesOnDisk(dir.path()), (std::vector<std::string>{"Ben"}));
+    EXPECT_FALSE(list.remove(5).ok());
+}
+
+TEST(UserList, RenamingKeepsTheOldFolder) {
+    test::TempDir dir;
+    UserList list(dir.path());
+    ASSERT_TRUE(list.read().ok());
+    ASSERT_TRUE(list.add("Ann").ok());
+    ASSERT_TRUE(list.add("Cy").ok());
+    test::writeBytes(list.userFolder("Ann") / "UserDB.ddb", {1, 2, 3});
+    ASSERT_TRUE(list.rename(0, "Dee").ok());
+    EXPECT_EQ(namesOnDisk(dir.path()), (std::vector<std::string>{"Cy", "Dee"}));
+    EXPECT_TRUE(fs::exists(list.userFolder("Ann") / "UserDB.ddb"));
+    EXPECT_FALSE(fs::exists(list.userFolder("Dee")));
+    EXPECT_FALSE(list.rename(0, "Dee").ok());  // already listed
+}
+
+TEST(UserList, AFileWithDuplicatesAndNullNamesIsReadInFileOrder) {
+    // Format bytes 01 00, then names "b", null, "a", "b".
+    const Bytes bytes = {0, 0, 0, 0, 2, 0,   0, 0, 1, 0, 1, 0,   0, 0, 16, 0,   0,
+                         0, 0, 4, 0, 2, 'b', 0, 0, 0, 0, 2, 'a', 0, 0, 2,  'b', 0};
+    UserListFile file;
+    ASSERT_TRUE(readUserListFile(bytes, file, {"Users.udb", true}).ok());
+    ASSERT_EQ(file.names.size(), 4u);
+    EXPECT_TRUE(file.names[1].isNull());
+    EXPECT_EQ(file.names[2], "a");
+    ByteBuffer out;
+    ASSERT_TRUE(writeUserListFile(file, out, FormatOnWrite::AsStored).ok());
+    EXPECT_EQ(Bytes(out.data(), out.data() + out.size()), bytes);
+}
+
+class UserStorageTest : public ::testing::Test {
+protected:
+    test::TempDir dir;
+    FixedClock clock{CalendarDate::fromDmy(21, 11, 2026)};
+    UserStore store{clock};
+    UserList users{dir.path()};
+};
+
+TEST_F(UserStorageTest, OpeningANewUserAddsItAndStartsEmpty) {
+    ASSERT_TRUE(users.read().ok());
+    ASSERT_TRUE(openUser(store, users, "Zerbu").ok());
+    EXPECT_EQ(users.find("Zerbu"), 0);
+    EXPECT_EQ(store.profile.userName(), "Zerbu");
+    EXPECT_EQ(store.dataFilePath, dir.path() / "Users" / "Zerbu" / "UserDB.ddb");
+    EXPECT_TRUE(store.days().empty());
+    EXPECT_FALSE(fs::exists(store.dataFilePath));
+}
+
+TEST_F(UserStorageTest, SaveRecomputesTotalsAndLoadPlacesDaysByDate) {
+    ASSERT_TRUE(users.read().ok());
+    ASSERT_TRUE(openUser(store, users, "Ann").ok());
+    ASSERT_TRUE(store.profile.setDisplayName("Ann A."));
+    store.insertDay(test::sampleDay(5, 3, 2004, 4));
+    store.insertDay(test::sampleDay(1, 3, 2004, 2));
+    store.dayAt(0).rawFields().totals = {1, 1, 1, 1, 1, 1};  // stale
+    store.modified = true;
+    ASSERT_TRUE(saveUser(store).ok());
+    EXPECT_FALSE(store.modified);
+    // 2 foods of 245+day calories each at ratio 0.75.
+    const float expected = (245.0f + 1) * 0.75f + (245.0f + 2) * 0.75f;
+    EXPECT_FLOAT_EQ(store.dayAt(0).totals()[kCalories], expected);
+
+    // A file whose days are out of date order loads sorted.
+    UserFile file;
+    file.days.push_back(test::sampleDay(9, 9, 2009));
+    file.days.push_back(test::sampleDay(1, 1, 2001));
+    file.days.push_back(test::sampleDay(9, 9, 2009, 0));
+    file.dayCount = 3;
+    ByteBuffer bytes;
+    ASSERT_TRUE(writeUserFile(file.header, file.profile.fields(), 3, 3, file.days, bytes).ok());
+    test::writeBytes(store.dataFilePath, Bytes(bytes.data(), bytes.data() + bytes.size()));
+    ASSERT_TRUE(openUser(store, users, "Ann").ok());
+    ASSERT_EQ(store.days().size(), 3u);
+    EXPECT_EQ(store.dayCount, 3);
+    EXPECT_EQ(store.dayAt(0).date().year, 2001);
+    EXPECT_EQ(store.dayAt(1).allFoods().size(), 3u);  // same date: file order kept
+    EXPECT_EQ(store.dayAt(2).allFoods().size(), 0u);
+    EXPECT_EQ(store.profile.userName(), "Ann");
+}
+
+TEST_F(UserStorageTest, AFailedLoadKeepsWhatWasReadAndNamesTheFile) {
+    ASSERT_TRUE(users.read().ok());
+    ASSERT_TRUE(openUser(store, users, "Ann").ok());
+    store.insertDay(test::sampleDay(1, 3, 2004));
+    store.insertDay(test::sampleDay(2, 3, 2004));
+    ASSERT_TRUE(saveUser(store).ok());
+    Bytes bytes = test::readBytes(store.dataFilePath);
+    bytes.resize(bytes.size() - 1);
+    test::writeBytes(store.dataFilePath, bytes);
+    const StorageStatus s = openUser(store, users, "Ann");
+    ASSERT_FALSE(s.ok());
+    EXPECT_EQ(s.message().rfind("UserDB.ddb: chunk 4, byte ", 0), 0u) << s.message();
+    EXPECT_EQ(store.days().size(), 1u);
+}
+
+TEST_F(UserStorageTest, DeletingTheOpenUserResetsTheStore) {
+    ASSERT_TRUE(users.read().ok());
+    ASSERT_TRUE(openUser(store, users, "Ann").ok());
+    store.insertDay(test::sampleDay(1, 3, 2004));
+    ASSERT_TRUE(saveUser(store).ok());
+    ASSERT_TRUE(deleteUser(store, users, "Ann").ok());
+    EXPECT_TRUE(store.days().empty());
+    EXPECT_FALSE(fs::exists(users.userFolder("Ann")));
+    EXPECT_FALSE(saveUser(store).ok());  // nothing writes the deleted user back
+    EXPECT_FALSE(deleteUser(store, users, "Ann").ok());
+}
+
+TEST_F(UserStorageTest, RenamingTheOpenUserSavesIntoTheNewFolder) {
+    ASSERT_TRUE(users.read().ok());
+    ASSERT_TRUE(openUser(store, users, "Ann").ok());
+    store.insertDay(test::sampleDay(1, 3, 2004));
+    ASSERT_TRUE(saveUser(store).ok());
+    ASSERT_TRUE(renameUser(store, users, users.nameAt(0), "Bea").ok());
+    EXPECT_EQ(store.profile.userName(), "Bea");
+    ASSERT_TRUE(saveUser(store).ok());
+    EXPECT_TRUE(fs::exists(users.userFolder("Ann") / "UserDB.ddb"));  // left as it was
+    EXPECT_TRUE(fs::exists(users.userFolder("Bea") / "UserDB.ddb"));
+    // Adding the old name again fails: its folder is still there.
+    EXPECT_FALSE(users.add("Ann").ok());
+}
+
+TEST_F(UserStorageTest, ARenamedUserThatIsNotOpenOpensEmpty) {
+    ASSERT_TRUE(users.read().ok());
+    ASSERT_TRUE(openUser(store, users, "Ann").ok());
+    store.insertDay(test::sampleDay(1, 3, 2004));
+    ASSERT_TRUE(saveUser(store).ok());
+    ASSERT_TRUE(openUser(store, users, "Cy").ok());
+    ASSERT_TRUE(renameUser(store, users, "Ann", "Bea").ok());
+    EXPECT_EQ(store.profile.userName(), "Cy");
+    ASSERT_TRUE(openUser(store, users, "Bea").ok());
+    EXPECT_TRUE(store.days().empty());
+}
+
+}  // namespace
+}  // namespace nutrovex
