@@ -1,8 +1,10 @@
-# Settings every target shares: the language standard and the warnings.
+# Settings every target shares: the language standard and the warnings. No fused
+# multiply-adds: the formulas round at fixed single and double precision points.
 add_library(nutrovex_common INTERFACE)
 target_compile_features(nutrovex_common INTERFACE cxx_std_20)
 set(CMAKE_CXX_EXTENSIONS OFF)
-target_compile_options(nutrovex_common INTERFACE -Wall -Wextra -Wpedantic -Wshadow)
+target_compile_options(nutrovex_common INTERFACE -Wall -Wextra -Wpedantic -Wshadow
+                                                 -ffp-contract=off)
 if(NUTROVEX_WERROR)
   target_compile_options(nutrovex_common INTERFACE -Werror)
 endif()
