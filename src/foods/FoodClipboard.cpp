@@ -18,10 +18,10 @@ bool selectionInFoodRows(const DayRecord& day, const FoodLogView& view, FoodSele
 
 }  // namespace
 
-ScreenMessage confirmDeleteFoods() {
+Confirmation confirmDeleteFoods() {
     // No question mark, as the program always had it.
-    return {"Are you sure you want to delete the selected food items", "Delete Food",
-            MessageKind::Question};
+    return {{"Are you sure you want to delete the selected food items", "Delete Food",
+             MessageKind::Question}};
 }
 
 bool deleteFoodRows(UserStore& store, DayRecord& day, const FoodLogView& view,

@@ -6,6 +6,7 @@
 #include "core/DayRecord.h"
 #include "core/FoodItem.h"
 #include "core/Position.h"
+#include "foods/Confirmation.h"
 #include "foods/FoodLogRows.h"
 #include "logbook/DayCursor.h"
 #include "logbook/ScreenMessage.h"
@@ -18,7 +19,7 @@ struct FoodSelection {
     Position count = 0;
 };
 
-[[nodiscard]] ScreenMessage confirmDeleteFoods();
+[[nodiscard]] Confirmation confirmDeleteFoods();
 
 // Deletes the selected entries of the shown list with their twins: the entry at the first
 // position as many times as rows were selected. Nothing happens unless the whole selection lies

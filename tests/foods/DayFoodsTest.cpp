@@ -168,7 +168,8 @@ TEST_F(FoodGrid, DeletingThreeRowsRemovesThoseEntriesAndTheirTwins) {
               (std::vector<std::string>{"Beef/1", "Ham/1"}));
     EXPECT_EQ(shown(day->allFoods(), kSortAlphabetical),
               (std::vector<std::string>{"Apple/0", "Beef/1", "Ham/1"}));
-    EXPECT_EQ(confirmDeleteFoods().text, "Are you sure you want to delete the selected food items");
+    EXPECT_EQ(confirmDeleteFoods().message.text,
+              "Are you sure you want to delete the selected food items");
 }
 
 TEST_F(FoodGrid, PastingIntoAGroupMovesTheFoodsThere) {

@@ -1,0 +1,52 @@
+#include "foods/CatalogueTree.h"
+
+#include <string>
+
+#include "core/FoodItem.h"
+
+namespace nutrovex {
+
+TreeMenuState treeMenuState(TreeNode node, const CatalogueClipboard& clipboard) {
+    const bool group = node == TreeNode::Group;
+    const bool category = node == TreeNode::Category;
+    const bool food = node == TreeNode::Food;
+    TreeMenuState s;
+    s.cut = s.copy = s.rename = !group;
+    s.paste = (clipboard.holdsCategory() && (group || category)) ||
+              (clipboard.holdsFood() && (category || food));
+    s.insertCategory = true;
+    s.insertFood = !group;
+    s.deleteAllCategories = group;
+    s.deleteCategory = !group;
+    s.deleteFood = food;
+    return s;
+}
+
+ScreenMessage renameRefusal(TreeNode node) {
+    if (node == TreeNode::Category) {
+        return {"You entered a duplicate or invalid category.", "Rename Category",
+                MessageKind::Warning};
+    }
+    return {"You entered a duplicate or invalid name.", "Rename Food", MessageKind::Warning};
+}
+
+Confirmation confirmDeleteAllCategories(int group) {
+    const char* name = (group >= 0 && group <= kAllFoodsGroup) ? kFoodGroupNames[group] : "";
+    return {{"Are you sure you want to delete all categories and food items under the '" +
+                 std::string(name) + "' food group?",
+             "Delete All Categories", MessageKind::Warning}};
+}
+
+Confirmation confirmDeleteCategory(std::string_view categoryName) {
+    return {{"Are you sure you want to delete the category '" + std::string(categoryName) +
+                 "' and all food items?",
+             "Delete Category", MessageKind::Warning}};
+}
+
+Confirmation confirmDeleteFoodItem(std::string_view foodName) {
+    return {{"Are you sure you want to delete the food item '" + std::string(foodName) + "'?",
+             "Delete Food Item", MessageKind::Warning},
+            true};
+}
+
+}  // namespace nutrovex

@@ -1,0 +1,195 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/FoodCatalogue.h"
+#include "core/FoodItem.h"
+#include "core/Position.h"
+#include "foods/FoodLogRows.h"
+#include "logbook/DayCursor.h"
+#include "logbook/ScreenMessage.h"
+
+namespace nutrovex {
+
+// The controls of the food forms that a refusal can put the focus on.
+enum class FoodField : uint8_t {
+    None,
+    Name,
+    Amount,
+    Unit,
+    Calories,
+    Carbohydrate,
+    Fiber,
+    Protein,
+    Fat,
+    SaturatedFat,
+    Cancel,
+};
+
+inline constexpr std::size_t kAmountFieldChars = 8;
+inline constexpr std::size_t kCaloriesFieldChars = 5;
+inline constexpr std::size_t kGramFieldChars = 6;
+inline constexpr int kAmountDecimals = 2;
+inline constexpr int kGramDecimals = 1;
+inline constexpr double kMinServingAmount = 0.005;
+inline constexpr double kMaxServingAmount = 10000.0;
+inline constexpr uint32_t kMaxCaloriesField = 10000;
+inline constexpr double kMaxGramField = 1000.0;
+
+inline constexpr const char* kInvalidNutrientMessage = "You have an invalid nutrient value.";
+inline constexpr const char* kDuplicateFoodMessage = "You entered a duplicate or invalid name.";
+inline constexpr const char* kDuplicateCategoryMessage =
+    "You entered a duplicate or invalid category.";
+
+// The value fields of every food form as the screen holds them: numeric fields hold a value or
+// nothing (left empty), the digits-only calories edit a whole number or nothing.
+struct FoodValueFields {
+    std::optional<double> amount;
+    std::vector<uint8_t> units;  // the unit codes offered, in list order
+    int unitIndex = -1;          // the selected list position; -1 when none
+    std::optional<uint32_t> calories;
+    std::array<std::optional<double>, kNutrientCount> grams;  // by nutrient; [kCalories] unused
+    int meal = -1;
+
+    [[nodiscard]] std::optional<uint8_t> unit() const;
+    // Selects the unit in the list; false (nothing selected) when it is not offered.
+    bool selectUnit(uint8_t unit);
+    // Empties the seven value fields.
+    void clearValues();
+};
+
+// Every unit: the catalogue's editors define the reference serving themselves.
+[[nodiscard]] std::vector<uint8_t> allUnits();
+// The units a logged serving of the item can be measured in: those with a reference serving it
+// converts from, and the item's own serving unit. All units when the item has no reference.
+[[nodiscard]] std::vector<uint8_t> loggingUnits(const FoodItem& item);
+
+// Shows an item: amount and unit of its serving, then its values.
+void showItem(FoodValueFields& fields, const FoodItem& item, std::vector<uint8_t> units);
+// The six values as shown for the serving in use: calories × ratio + 0.5 cut to a whole number,
+// grams × ratio, each held to its field's range.
+void showValues(FoodValueFields& fields, const FoodItem& item);
+// The calories field losing the focus: more than 10000 becomes 10000. True when it did.
+bool capCaloriesField(FoodValueFields& fields);
+
+// The first field that refuses the form, in focus order (amount, unit, calories, protein, fat,
+// carbohydrate, fiber, saturated fat), or None.
+[[nodiscard]] FoodField firstInvalidField(const FoodValueFields& fields);
+
+// Sets a nutrient through the clamping setter; true when the value was cut at the top.
+bool setNutrientReportingClamp(FoodItem& item, int nutrient, float value);
+
+// The entry a valid form stores: the working item with the fields' serving made its reference
+// serving too (ratio 1), calories and grams from the fields through the clamping setters, and
+// the meal when the form has one.
+[[nodiscard]] FoodItem buildEntry(const FoodItem& working, const FoodValueFields& fields,
+                                  bool withMeal);
+
+// The meal preselected at a local hour: 5-9 breakfast, 11-13 lunch, 16-19 dinner, and every
+// other hour (the gaps included, deliberately) a snack.
+[[nodiscard]] uint16_t mealForHour(int hour);
+
+// What pressing OK (or "Log") did.
+struct FormResult {
+    enum class Status : uint8_t { Stay, Done, ClosedWithoutChange };
+    Status status = Status::Stay;
+    std::optional<ScreenMessage> message;
+    FoodField focus = FoodField::None;
+    // New item: its group, category and position; edited item: its new position; logged or
+    // edited entry: its position in the presented order.
+    int group = -1;
+    Position category = kNoPosition;
+    Position position = kNoPosition;
+
+    [[nodiscard]] bool done() const { return status == Status::Done; }
+};
+
+enum class FoodFormKind : uint8_t { NewItem, EditItem, InsertIntoDay, EditLoggedEntry };
+
+// The four dialogs that share the food fields: a new catalogue food, an edited catalogue food,
+// a catalogue food logged into the current day, and an edited logged food.
+class FoodItemForm {
+public:
+    // A new food starts as 1 cup, 0 calories, 0 g of everything.
+    static FoodItemForm newItem(FoodCatalogue& catalogue, int group, int category);
+    static FoodItemForm editItem(FoodCatalogue& catalogue, int group, Position category,
+                                 Position item);
+    static FoodItemForm insertIntoDay(const FoodCatalogue& catalogue, int group, Position category,
+                                      Position item, DayCursor& days, const FoodLogView& view);
+    static FoodItemForm editLoggedEntry(DayCursor& days, const FoodLogView& view,
+                                        Position presented);
+
+    [[nodiscard]] FoodFormKind kind() const { return m_kind; }
+    // False when the form was opened on something that does not exist.
+    [[nodiscard]] bool valid() const { return m_valid; }
+    // "New Food Item", "Edit Food Item", "Insert Food", or none.
+    [[nodiscard]] const char* caption() const;
+    [[nodiscard]] bool nameReadOnly() const { return m_kind == FoodFormKind::InsertIntoDay; }
+    [[nodiscard]] bool hasMeal() const;
+    [[nodiscard]] bool okEnabled() const;
+
+    std::string name;
+    FoodValueFields fields;
+    [[nodiscard]] const FoodItem& working() const { return m_working; }
+
+    // The new item's group and category lists.
+    [[nodiscard]] int group() const { return m_group; }
+    [[nodiscard]] int category() const { return m_category; }
+    [[nodiscard]] std::vector<std::string_view> categoryNames() const;
+    // A new group selects its first category (or none when it has none).
+    void selectGroup(int group);
+    void selectCategory(int category);
+
+    // The serving changed: the working serving and its ratio follow, the values are shown again.
+    void amountChanged(std::optional<double> amount);
+    void unitChosen(int index);
+    bool caloriesLeft() { return capCaloriesField(fields); }
+
+    // Validates and stores; see FormResult.
+    FormResult accept();
+
+private:
+    FoodItemForm(FoodFormKind kind) : m_kind(kind) {}
+    void refreshAfterServingChange();
+    [[nodiscard]] ScreenMessage refusal(const char* text) const;
+
+    FoodFormKind m_kind;
+    bool m_valid = false;
+    FoodItem m_working;
+    FoodCatalogue* m_catalogue = nullptr;
+    DayCursor* m_days = nullptr;
+    FoodLogView m_view;
+    int m_group = -1;
+    int m_category = -1;
+    Position m_item = kNoPosition;  // the edited item, or the presented position of the entry
+};
+
+// The category name dialog: a new category in a group, or a new name for one.
+class CategoryNameForm {
+public:
+    static constexpr std::size_t kTextLimit = 20;
+
+    CategoryNameForm(FoodCatalogue& catalogue, int group, Position category, bool edit);
+
+    // "Edit Category" or "New Category".
+    [[nodiscard]] const char* caption() const;
+    [[nodiscard]] bool okEnabled() const { return !text.empty(); }
+    std::string text;  // the current name when editing
+
+    // A full group refuses a new category (focus on Cancel); an existing or empty name is
+    // refused (focus on the field, its text selected). Done gives the category's position.
+    FormResult accept();
+
+private:
+    FoodCatalogue* m_catalogue;
+    int m_group;
+    Position m_category;
+    bool m_edit;
+};
+
+}  // namespace nutrovex
