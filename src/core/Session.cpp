@@ -1,0 +1,353 @@
+#include "core/Session.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <system_error>
+
+#include "core/Names.h"
+#include "storage/CatalogueStorage.h"
+#include "storage/DataRoot.h"
+#include "storage/UserStorage.h"
+
+namespace nutrovex {
+
+DataRootChoice chooseDataRoot(std::string_view rootOption) {
+    if (!rootOption.empty()) {
+        return {std::filesystem::path(rootOption), true};
+    }
+    if (const char* env = std::getenv("NUTROVEX_ROOT"); env != nullptr && env[0] != 0) {
+        return {std::filesystem::path(env), true};
+    }
+    return {defaultDataRoot(), false};
+}
+
+InstanceLock::~InstanceLock() {
+    release();
+}
+
+void InstanceLock::release() {
+    if (m_fd >= 0) {
+        ::close(m_fd);  // closing drops the lock
+        m_fd = -1;
+    }
+}
+
+InstanceLock::Result InstanceLock::acquire(const std::filesystem::path& root, std::string& reason) {
+    release();
+    std::error_code ec;
+    std::filesystem::create_directories(root, ec);
+    if (ec) {
+        reason =
+            "the data folder " + root.string() + " cannot be made: " + systemReason(ec.value());
+        return Result::Failed;
+    }
+    const std::filesystem::path path = root / kLockFileName;
+    const int fd = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+    if (fd < 0) {
+        reason = path.string() + " cannot be opened: " + systemReason(errno);
+        return Result::Failed;
+    }
+    // flock, not fcntl: its locks belong to the open file, so even a second session inside the
+    // same process is kept out.
+    if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
+        const int error = errno;
+        ::close(fd);
+        if (error == EWOULDBLOCK) {
+            return Result::HeldElsewhere;
+        }
+        reason = path.string() + " cannot be locked: " + systemReason(error);
+        return Result::Failed;
+    }
+    m_fd = fd;
+    return Result::Acquired;
+}
+
+std::string SessionStatus::message() const {
+    std::string text;
+    for (const std::string& f : failures) {
+        if (!text.empty()) {
+            text += '\n';
+        }
+        text += f;
+    }
+    return text;
+}
+
+void SessionStatus::add(const StorageStatus& status) {
+    if (!status.ok()) {
+        failures.push_back(status.message());
+    }
+}
+
+ScreenMessage loadErrorMessage() {
+    return {"Error loading data files. Please reinstall Nutrovex.", "Registry Error",
+            MessageKind::Critical};
+}
+
+ScreenMessage addUserRefusal() {
+    return {"Could not add the user.  Make sure you are not inputting a duplicate name.",
+            "New User", MessageKind::Warning};
+}
+
+ScreenMessage renameUserRefusal() {
+    return {"Could not rename the user.  Make sure you are not inputting a duplicate name.",
+            "Rename User", MessageKind::Warning};
+}
+
+ScreenMessage confirmDeleteUser(std::string_view name) {
+    return {"Delete the user name and ALL ASSOCIATED DATA of '" + std::string(name) + "'?",
+            "Delete User", MessageKind::Question};
+}
+
+ScreenMessage deleteUserRefusal() {
+    return {"Could not delete the user.", "Delete User", MessageKind::Warning};
+}
+
+namespace {
+
+std::string notWrittenOver(const std::filesystem::path& file, const std::string& why) {
+    return file.filename().string() +
+           ": not saved, so that the file on disk is kept; it could not be read whole (" + why +
+           ")";
+}
+
+bool fileExists(const std::filesystem::path& path) {
+    std::error_code ec;
+    return !path.empty() && std::filesystem::exists(path, ec);
+}
+
+}  // namespace
+
+Session::Session(std::filesystem::path root, const Clock& clock, SessionSettings& settings,
+                 std::span<const uint8_t> shippedCatalogue)
+    : m_root(std::move(root)),
+      m_clock(&clock),
+      m_settings(&settings),
+      m_shippedCatalogue(shippedCatalogue.begin(), shippedCatalogue.end()),
+      m_store(clock),
+      m_users(m_root),
+      m_days(m_store) {}
+
+Session::Start Session::start(std::string& reason) {
+    switch (m_lock.acquire(m_root, reason)) {
+        case InstanceLock::Result::Acquired:
+            return Start::Running;
+        case InstanceLock::Result::HeldElsewhere:
+            return Start::AlreadyRunning;
+        case InstanceLock::Result::Failed:
+            break;
+    }
+    return Start::Failed;
+}
+
+SessionStatus Session::initialLoad() {
+    SessionStatus status;
+    const StorageStatus list = m_users.read();
+    if (!list) {
+        // Adding "Zerbu" now would write the list over names that could not be read.
+        status.add(list);
+        closeUser();
+        return status;
+    }
+    status = openUser(kDefaultUserName);
+    return status;
+}
+
+SessionStatus Session::openUser(std::string_view nameView) {
+    const std::string name(nameView);
+    SessionStatus status;
+    const StorageStatus opened = ::nutrovex::openUser(m_store, m_users, name);
+    if (!opened && m_users.find(name) == kNoPosition) {
+        status.add(opened);  // not added: the open user stays as it was
+        return status;
+    }
+    status.add(opened);
+    m_userReadWhole = opened.ok() || !fileExists(m_store.dataFilePath);
+    m_userFailure = opened.message();
+    m_days.setCurrentDate(m_store.today());
+    loadCatalogueFor(status);
+    m_settings->setCurrentUserName(name);
+    return status;
+}
+
+void Session::loadCatalogueFor(SessionStatus& status) {
+    m_catalogueCopied = false;
+    m_catalogueReadWhole = false;
+    m_catalogueFailure.clear();
+    if (!m_shippedCatalogue.empty()) {
+        status.add(installTemplateCatalogue(m_root, m_shippedCatalogue));
+    }
+    const StorageStatus path = setCataloguePath(m_catalogue, m_users, m_store.dataFilePath);
+    if (!path) {
+        status.add(path);
+        m_catalogue.reset();
+        m_catalogue.filePath.clear();
+        m_catalogue.folderPath.clear();
+        m_catalogueFailure = path.message();
+        return;
+    }
+    const CatalogueLoadResult loaded = loadCatalogue(m_catalogue, templateCataloguePath(m_root));
+    switch (loaded.outcome) {
+        case CatalogueLoad::Read:
+            m_catalogueReadWhole = true;
+            break;
+        case CatalogueLoad::Copied:
+            m_catalogueReadWhole = true;
+            m_catalogueCopied = true;
+            break;
+        case CatalogueLoad::Failed:
+            status.add(loaded.status);
+            m_catalogueFailure = loaded.status.message();
+            m_catalogueReadWhole = !fileExists(m_catalogue.filePath);
+            break;
+    }
+}
+
+void Session::closeUser() {
+    m_store.reset();
+    m_store.dataFilePath.clear();
+    m_store.userFolderPath.clear();
+    m_catalogue.reset();
+    m_catalogue.filePath.clear();
+    m_catalogue.folderPath.clear();
+    m_catalogue.modified = false;
+    m_userReadWhole = false;
+    m_catalogueReadWhole = false;
+    m_catalogueCopied = false;
+    m_days.setCurrentDate(m_store.today());
+}
+
+SessionStatus Session::saveUserData() {
+    SessionStatus status;
+    if (!userOpen()) {
+        status.add("UserDB.ddb: not saved, because no user is open");
+    } else if (!m_userReadWhole) {
+        status.add(notWrittenOver(m_store.dataFilePath, m_userFailure));
+    } else {
+        status.add(saveUser(m_store));
+    }
+    return status;
+}
+
+SessionStatus Session::saveCatalogue() {
+    SessionStatus status;
+    if (!userOpen() || m_catalogue.filePath.empty()) {
+        status.add("FoodDB.ddb: not saved, because no user is open");
+    } else if (!m_catalogueReadWhole) {
+        status.add(notWrittenOver(m_catalogue.filePath, m_catalogueFailure));
+    } else if (m_catalogueCopied && !m_catalogue.modified) {
+        // The copy of the template on disk is the catalogue; the empty one here is not.
+    } else {
+        const StorageStatus saved = ::nutrovex::saveCatalogue(m_catalogue);
+        status.add(saved);
+        if (saved) {
+            m_catalogueCopied = false;
+        }
+    }
+    return status;
+}
+
+SessionStatus Session::saveAll() {
+    SessionStatus status = saveUserData();
+    for (std::string& f : saveCatalogue().failures) {
+        status.add(std::move(f));
+    }
+    return status;
+}
+
+SessionStatus Session::switchUser(std::string_view nameView) {
+    const std::string name(nameView);
+    SessionStatus status;
+    if (m_users.find(name) == kNoPosition) {
+        status.add(std::string(kUserListFileName) + ": '" + name + "' is not a listed user");
+        return status;
+    }
+    // Nothing typed for the open user may be lost by the switch.
+    if (userOpen() && m_store.modified && m_userReadWhole) {
+        status = saveUserData();
+        if (!status) {
+            return status;
+        }
+    }
+    if (userOpen() && m_catalogue.modified && m_catalogueReadWhole) {
+        status = saveCatalogue();
+        if (!status) {
+            return status;
+        }
+    }
+    return openUser(name);
+}
+
+SessionStatus Session::addUser(std::string_view nameView) {
+    const std::string name(nameView);
+    SessionStatus status;
+    const StorageStatus added = m_users.add(name);
+    if (!added) {
+        status.add(added);
+        return status;
+    }
+    status = switchUser(name);
+    if (status) {
+        status = saveUserData();
+    }
+    return status;
+}
+
+SessionStatus Session::renameUser(std::string_view nameView, std::string_view newNameView) {
+    const std::string name(nameView);
+    const std::string newName(newNameView);
+    SessionStatus status;
+    const bool wasOpen = userOpen() && openUserName() == name;
+    const StorageStatus renamed = ::nutrovex::renameUser(m_store, m_users, name, newName);
+    if (!renamed) {
+        status.add(renamed);
+        return status;
+    }
+    if (wasOpen) {
+        // The catalogue follows the user's data to the new name's folder at the next save.
+        status.add(setCataloguePath(m_catalogue, m_users, m_store.dataFilePath));
+        m_store.modified = true;
+    }
+    if (m_settings->currentUserName() == name) {
+        m_settings->setCurrentUserName(newName);
+    }
+    return status;
+}
+
+SessionStatus Session::deleteUser(std::string_view nameView) {
+    const std::string name(nameView);
+    SessionStatus status;
+    const bool wasOpen = userOpen() && openUserName() == name;
+    const StorageStatus deleted = ::nutrovex::deleteUser(m_store, m_users, name);
+    if (!deleted) {
+        status.add(deleted);
+        return status;
+    }
+    if (wasOpen) {
+        closeUser();
+    }
+    if (m_settings->currentUserName() == name) {
+        m_settings->setCurrentUserName("");
+    }
+    return status;
+}
+
+Position Session::preselectedUser() const {
+    if (m_users.count() == 0) {
+        return kNoPosition;
+    }
+    const std::string remembered = m_settings->currentUserName();
+    for (std::size_t i = 0; i < m_users.count(); ++i) {
+        const auto pos = static_cast<Position>(i);
+        if (compareIgnoringCase(m_users.nameAt(pos), remembered) == 0) {
+            return pos;
+        }
+    }
+    return 0;
+}
+
+}  // namespace nutrovex
