@@ -1,0 +1,206 @@
+#include "tool/LogCommands.h"
+
+#include <charconv>
+#include <iostream>
+#include <span>
+
+#include "calc/Totals.h"
+#include "core/Cp1252.h"
+#include "core/DayRecord.h"
+#include "core/Session.h"
+#include "core/UserStore.h"
+#include "storage/DataRoot.h"
+#include "storage/FileIo.h"
+#include "storage/UserFile.h"
+#include "storage/UserList.h"
+#include "storage/UserStorage.h"
+
+namespace nutrovex::tool {
+
+namespace {
+
+constexpr const char* kUsage =
+    "usage: nutrovex-tool [--root DIR] export-log --user NAME [--from M/D/YYYY] [--to M/D/YYYY] "
+    "[--csv FILE]\n";
+
+std::optional<int> wholeNumber(std::string_view text) {
+    int value = 0;
+    const auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (text.empty() || ec != std::errc() || end != text.data() + text.size() || text[0] == '-' ||
+        text[0] == '+') {
+        return std::nullopt;
+    }
+    return value;
+}
+
+int daysInMonth(int month, int year) {
+    static constexpr int kDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+    return month == 2 && leap ? 29 : kDays[month - 1];
+}
+
+std::string floatText(float value) {
+    char buffer[32];
+    const auto [end, ec] = std::to_chars(buffer, buffer + sizeof buffer, value);
+    return ec == std::errc() ? std::string(buffer, end) : std::string();
+}
+
+// Clear words on err, exit 2.
+int usage(std::ostream& err, const std::string& problem) {
+    err << "nutrovex-tool export-log: " << problem << "\n" << kUsage;
+    return kExitUsage;
+}
+
+}  // namespace
+
+std::optional<CalendarDate> parseLogDate(std::string_view text) {
+    const std::size_t first = text.find('/');
+    const std::size_t second = first == std::string_view::npos ? first : text.find('/', first + 1);
+    if (second == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const auto month = wholeNumber(text.substr(0, first));
+    const auto day = wholeNumber(text.substr(first + 1, second - first - 1));
+    const auto year = wholeNumber(text.substr(second + 1));
+    if (!month || !day || !year || *month < 1 || *month > 12 || *year < 1904 || *year > 2031 ||
+        *day < 1 || *day > daysInMonth(*month, *year)) {
+        return std::nullopt;
+    }
+    return CalendarDate::fromDmy(*day, *month, *year);
+}
+
+std::string csvField(std::string_view text) {
+    if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
+        return std::string(text);
+    }
+    std::string quoted = "\"";
+    for (const char c : text) {
+        if (c == '"') {
+            quoted += '"';
+        }
+        quoted += c;
+    }
+    quoted += '"';
+    return quoted;
+}
+
+std::string logCsvHeader() {
+    return "date,weight,level,bmr,calories,carbohydrate,fiber,protein,fat,saturated fat,"
+           "exercise calories,exercise minutes,water,note\n";
+}
+
+std::string logCsvRow(DayRecord& day) {
+    const Nutrients totals = dayTotals(day);
+    const ExerciseTotals exercise = exerciseTotals(day);
+    const CalendarDate& d = day.date();
+    std::string row =
+        std::to_string(d.month) + "/" + std::to_string(d.day) + "/" + std::to_string(d.year) + ",";
+    row += day.weight() < 0.0f ? std::string() : floatText(day.weight());
+    row += "," + std::to_string(day.level()) + "," + std::to_string(day.bmr());
+    for (const float total : totals) {
+        row += "," + floatText(total);
+    }
+    row += "," + std::to_string(exercise.calories) + "," + std::to_string(exercise.minutes);
+    row += "," + std::to_string(day.water()) + ",";
+    row += csvField(cp1252ToUtf8(day.note()));
+    row += "\n";
+    return row;
+}
+
+int exportLog(const GlobalOptions& options, Args args, std::ostream& out, std::ostream& err) {
+    std::optional<std::string> user;
+    std::optional<CalendarDate> from;
+    std::optional<CalendarDate> to;
+    std::optional<std::string> csvPath;
+    for (std::size_t i = 0; i < args.size(); i += 2) {
+        const std::string& option = args[i];
+        if (i + 1 >= args.size()) {
+            return usage(err, "'" + option + "' needs a value");
+        }
+        const std::string& value = args[i + 1];
+        if (option == "--user") {
+            user = utf8ToCp1252(value);
+            if (!user) {
+                return usage(err, "the user name cannot be written in Windows-1252");
+            }
+        } else if (option == "--from" || option == "--to") {
+            const std::optional<CalendarDate> date = parseLogDate(value);
+            if (!date) {
+                return usage(err, "'" + value + "' is not a date written M/D/YYYY");
+            }
+            (option == "--from" ? from : to) = date;
+        } else if (option == "--csv") {
+            csvPath = value;
+        } else {
+            return usage(err, "unknown option '" + option + "'");
+        }
+    }
+    if (!user) {
+        return usage(err, "--user NAME is required");
+    }
+
+    const std::filesystem::path root = chooseDataRoot(options.root).path;
+    // Read the list without UserList::read, which would write a missing list: exporting changes
+    // nothing on disk.
+    ByteBuffer bytes;
+    StorageError error;
+    switch (readWholeFile(userListPath(root), bytes, error)) {
+        case ReadFile::Missing:
+            err << userListPath(root).string() << ": there is no user list in this data root\n";
+            return kExitDataError;
+        case ReadFile::Failed:
+            err << error.message() << "\n";
+            return kExitDataError;
+        case ReadFile::Read:
+            break;
+    }
+    UserListFile list;
+    if (const StorageStatus s = readUserListFile(bytes.bytes(), list, {kUserListFileName}); !s) {
+        err << s.message() << "\n";
+        return kExitDataError;
+    }
+    bool listed = false;
+    for (const Text& name : list.names) {
+        listed = listed || name.view() == *user;
+    }
+    if (!listed) {
+        err << kUserListFileName << ": there is no user named '" << cp1252ToUtf8(*user) << "'\n";
+        return kExitDataError;
+    }
+
+    const SystemClock clock;
+    UserStore store(clock);
+    store.userFolderPath = userFolderPath(root, *user);
+    store.dataFilePath = store.userFolderPath / kUserFileName;
+    if (const StorageStatus s = loadUser(store); !s) {
+        err << s.message() << "\n";
+        return kExitDataError;
+    }
+
+    std::string csv = logCsvHeader();
+    for (const auto& day : store.days()) {
+        if ((from && dateEarlier(day->date(), *from)) || (to && dateLater(day->date(), *to))) {
+            continue;
+        }
+        csv += logCsvRow(*day);
+    }
+    if (!csvPath) {
+        out << csv;
+        out.flush();
+        return out ? kExitOk : kExitDataError;
+    }
+    const auto* data = reinterpret_cast<const uint8_t*>(csv.data());
+    const StorageStatus written =
+        writeFileAtomically(*csvPath, std::span<const uint8_t>(data, csv.size()), false);
+    if (!written) {
+        err << written.message() << "\n";
+        return kExitDataError;
+    }
+    return kExitOk;
+}
+
+int runExportLog(const GlobalOptions& options, Args args) {
+    return exportLog(options, args, std::cout, std::cerr);
+}
+
+}  // namespace nutrovex::tool

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+#include "core/CalendarDate.h"
+#include "tool/Commands.h"
+
+namespace nutrovex {
+class DayRecord;
+}
+
+namespace nutrovex::tool {
+
+// A date typed as M/D/YYYY; nullopt unless it is a real day of 1904..2031.
+[[nodiscard]] std::optional<CalendarDate> parseLogDate(std::string_view text);
+
+// One field of a CSV row: quoted (with doubled quotes) when it holds a comma, a quote or a line
+// break.
+[[nodiscard]] std::string csvField(std::string_view text);
+
+// The header row and one day's row of export-log: date, weight (pounds, empty when not
+// entered), activity level, BMR, the six totals, exercise calories and minutes, water, note
+// (UTF-8). The totals and exercise figures are recomputed from the day's foods and exercises.
+[[nodiscard]] std::string logCsvHeader();
+[[nodiscard]] std::string logCsvRow(DayRecord& day);
+
+// export-log --user NAME [--from M/D/YYYY] [--to M/D/YYYY] [--csv FILE]: the rows go to FILE
+// (replaced whole) or to out; problems go to err.
+int exportLog(const GlobalOptions& options, Args args, std::ostream& out, std::ostream& err);
+int runExportLog(const GlobalOptions& options, Args args);
+
+}  // namespace nutrovex::tool

@@ -1,0 +1,154 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "core/ExerciseEntry.h"
+#include "core/FoodItem.h"
+#include "core/Session.h"
+#include "tool/LogCommands.h"
+
+namespace nutrovex::tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+class ExportLogTest : public ::testing::Test {
+protected:
+    ExportLogTest() : clock(CalendarDate::fromDmy(5, 5, 2002)) {
+        std::random_device rd;
+        root = fs::temp_directory_path() / ("nutrovex-export-" + std::to_string(rd()));
+        Session session(root, clock, settings, {});
+        std::string reason;
+        EXPECT_EQ(session.start(reason), Session::Start::Running) << reason;
+        (void)session.initialLoad();  // no template catalogue here: only the days matter
+        EXPECT_TRUE(session.userOpen());
+        DayCursor& days = session.days();
+        for (int d : {3, 4, 5}) {
+            days.setCurrentDate(CalendarDate::fromDmy(d, 5, 2002));
+            (void)days.ensureCurrentDay();
+        }
+        days.setCurrentDate(CalendarDate::fromDmy(3, 5, 2002));
+        DayRecord& day = *days.currentRecord();
+        day.setWeight(154.5f, session.store().profile);
+        day.setWater(4);
+        day.setNote("Ran, \"far\"\r\ncaf\xE9");
+        FoodItem food;
+        food.nutrients = {250.0f, 30.5f, 2.0f, 10.0f, 8.0f, 3.0f};
+        food.ratio = 2.0f;
+        day.group(5).push_back(food);
+        ExerciseEntry run;
+        run.minutes = 30;
+        run.calories = 360;
+        (void)day.appendExercise(run);
+        EXPECT_TRUE(session.saveUserData().ok());
+        settings.setCurrentUserName("");
+    }
+    ~ExportLogTest() override {
+        std::error_code ec;
+        fs::remove_all(root, ec);
+    }
+
+    int run(std::vector<std::string> args) {
+        out.str("");
+        err.str("");
+        GlobalOptions options;
+        options.root = root.string();
+        return exportLog(options, args, out, err);
+    }
+
+    FixedClock clock;
+    MemorySettings settings;
+    fs::path root;
+    std::ostringstream out;
+    std::ostringstream err;
+};
+
+TEST_F(ExportLogTest, OneRowPerDayWithinTheDates) {
+    ASSERT_EQ(run({"--user", "Zerbu"}), kExitOk) << err.str();
+    const std::string header = logCsvHeader();
+    EXPECT_EQ(
+        out.str(),
+        header +
+            "5/3/2002,154.5,2,0,500,61,4,20,16,6,360,30,4,\"Ran, \"\"far\"\"\r\ncaf\xC3\xA9\"\n"
+            "5/4/2002,,0,0,0,0,0,0,0,0,0,0,0,\n"
+            "5/5/2002,,0,0,0,0,0,0,0,0,0,0,0,\n");
+
+    ASSERT_EQ(run({"--user", "Zerbu", "--from", "5/4/2002"}), kExitOk);
+    EXPECT_EQ(out.str(), header +
+                             "5/4/2002,,0,0,0,0,0,0,0,0,0,0,0,\n"
+                             "5/5/2002,,0,0,0,0,0,0,0,0,0,0,0,\n");
+    ASSERT_EQ(run({"--user", "Zerbu", "--from", "5/4/2002", "--to", "5/4/2002"}), kExitOk);
+    EXPECT_EQ(out.str(), header + "5/4/2002,,0,0,0,0,0,0,0,0,0,0,0,\n");
+    ASSERT_EQ(run({"--user", "Zerbu", "--to", "1/1/2002"}), kExitOk);
+    EXPECT_EQ(out.str(), header);
+}
+
+TEST_F(ExportLogTest, WritesTheCsvFile) {
+    const fs::path csv = root / "log.csv";
+    ASSERT_EQ(run({"--csv", csv.string(), "--user", "Zerbu", "--from", "5/5/2002"}), kExitOk);
+    EXPECT_TRUE(out.str().empty());
+    std::ifstream in(csv, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    EXPECT_EQ(text, logCsvHeader() + "5/5/2002,,0,0,0,0,0,0,0,0,0,0,0,\n");
+
+    EXPECT_EQ(run({"--user", "Zerbu", "--csv", (root / "no" / "such" / "x.csv").string()}),
+              kExitDataError);
+    EXPECT_NE(err.str().find("x.csv"), std::string::npos) << err.str();
+}
+
+TEST_F(ExportLogTest, WrongUsageExitsWithTwo) {
+    const std::vector<std::vector<std::string>> cases = {
+        {},
+        {"--user"},
+        {"--user", "Zerbu", "--from", "2/30/2002"},
+        {"--user", "Zerbu", "--to", "2002-05-01"},
+        {"--user", "Zerbu", "--to", "5/1/1850"},
+        {"--user", "Zerbu", "--verbose", "1"},
+    };
+    for (const auto& args : cases) {
+        EXPECT_EQ(run(args), kExitUsage) << testing::PrintToString(args);
+        EXPECT_NE(err.str().find("usage: nutrovex-tool"), std::string::npos);
+    }
+}
+
+TEST_F(ExportLogTest, DataProblemsExitWithOneAndNameTheFile) {
+    EXPECT_EQ(run({"--user", "Nobody"}), kExitDataError);
+    EXPECT_NE(err.str().find("Nobody"), std::string::npos);
+
+    std::ofstream(root / "Users" / "Zerbu" / "UserDB.ddb", std::ios::binary) << "garbage";
+    EXPECT_EQ(run({"--user", "Zerbu"}), kExitDataError);
+    EXPECT_NE(err.str().find("UserDB.ddb"), std::string::npos) << err.str();
+    EXPECT_TRUE(out.str().empty());
+
+    fs::remove_all(root / "Users");
+    EXPECT_EQ(run({"--user", "Zerbu"}), kExitDataError);
+    EXPECT_FALSE(fs::exists(root / "Users"));  // exporting writes nothing
+}
+
+TEST(LogDates, OnlyRealDaysOfThePackableYears) {
+    struct Row {
+        const char* text;
+        bool valid;
+    };
+    const Row rows[] = {
+        {"5/3/2002", true},   {"02/29/2004", true}, {"2/29/2003", false}, {"12/31/2031", true},
+        {"1/1/2032", false},  {"0/1/2002", false},  {"5/3", false},       {"5/3/2002/1", false},
+        {"-5/3/2002", false}, {"5/ 3/2002", false}, {"", false},
+    };
+    for (const Row& r : rows) {
+        EXPECT_EQ(parseLogDate(r.text).has_value(), r.valid) << r.text;
+    }
+    const CalendarDate d = *parseLogDate("02/29/2004");
+    EXPECT_EQ(d.month, 2);
+    EXPECT_EQ(d.day, 29);
+    EXPECT_EQ(d.year, 2004);
+}
+
+}  // namespace
+}  // namespace nutrovex::tool
