@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tool/Commands.h"
+#include "tool/LogCommands.h"
 
 namespace {
 
@@ -16,6 +17,7 @@ struct Command {
 
 const Command kCommands[] = {
     {"eval", runEval},
+    {"export-log", runExportLog},
 };
 
 void printUsage(std::ostream& out) {
@@ -23,7 +25,11 @@ void printUsage(std::ostream& out) {
            "\n"
            "Calculations:\n"
            "  eval                          one JSON request per line on stdin, one answer per "
-           "line\n";
+           "line\n"
+           "\n"
+           "Everyday:\n"
+           "  export-log --user NAME [--from M/D/YYYY] [--to M/D/YYYY] [--csv FILE]\n"
+           "                                one CSV row per day of the user's logbook\n";
 }
 
 }  // namespace
