@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tool/Commands.h"
+#include "tool/FoodCommands.h"
 #include "tool/LogCommands.h"
 
 namespace {
@@ -18,6 +19,8 @@ struct Command {
 const Command kCommands[] = {
     {"eval", runEval},
     {"export-log", runExportLog},
+    {"import-foods", runImportFoods},
+    {"export-foods", runExportFoods},
 };
 
 void printUsage(std::ostream& out) {
@@ -29,7 +32,11 @@ void printUsage(std::ostream& out) {
            "\n"
            "Everyday:\n"
            "  export-log --user NAME [--from M/D/YYYY] [--to M/D/YYYY] [--csv FILE]\n"
-           "                                one CSV row per day of the user's logbook\n";
+           "                                one CSV row per day of the user's logbook\n"
+           "  import-foods --user NAME CSV  add foods to the user's catalogue (\"-\": stdin)\n"
+           "  export-foods --user NAME [--csv FILE]\n"
+           "                                the user's catalogue as CSV: group, category, name, amount,\n"
+           "                                unit, calories, carbohydrate, fiber, protein, fat, saturated fat\n";
 }
 
 }  // namespace
