@@ -92,7 +92,14 @@ void DayRange::setEnd(const CalendarDate& date) {
     }
 }
 
-LogbookFigures Logbook::figures() {
+bool Logbook::userOpen() const {
+    return !m_days->store().dataFilePath.empty();
+}
+
+std::optional<LogbookFigures> Logbook::figures() {
+    if (!userOpen()) {
+        return std::nullopt;
+    }
     const DayRecord* day = m_days->currentDay();
     return logbookFigures(m_days->currentDate(), day, m_days->store().profile,
                           m_days->currentFound(), m_days->currentIndex(), m_days->count());
@@ -104,26 +111,41 @@ Notices Logbook::moved() {
 }
 
 Notices Logbook::previous() {
+    if (!userOpen()) {
+        return {};
+    }
     m_days->previousDay();
     return moved();
 }
 
 Notices Logbook::next() {
+    if (!userOpen()) {
+        return {};
+    }
     m_days->nextDay();
     return moved();
 }
 
 Notices Logbook::first() {
+    if (!userOpen()) {
+        return {};
+    }
     m_days->first();
     return moved();
 }
 
 Notices Logbook::last() {
+    if (!userOpen()) {
+        return {};
+    }
     m_days->last();
     return moved();
 }
 
 Notices Logbook::pickDate(const CalendarDate& date) {
+    if (!userOpen()) {
+        return {};
+    }
     m_days->setCurrentDate(date);
     return moved();
 }
@@ -133,11 +155,17 @@ ScreenMessage Logbook::confirmDeleteCurrentDay() {
 }
 
 Notices Logbook::deleteCurrentDay() {
+    if (!userOpen()) {
+        return {};
+    }
     m_days->deleteCurrentDay();
     return moved();
 }
 
 Notices Logbook::deleteRange(const DayRange& range) {
+    if (!userOpen()) {
+        return {};
+    }
     m_days->deleteRange(range.start(), range.end());
     return moved();
 }
@@ -147,6 +175,9 @@ ScreenMessage Logbook::confirmDeleteAllDays() {
 }
 
 Notices Logbook::deleteAllDays() {
+    if (!userOpen()) {
+        return {};
+    }
     m_days->deleteAllDays(true);
     return moved();
 }
@@ -157,6 +188,9 @@ ScreenMessage Logbook::confirmResetPersonal() {
 }
 
 Notices Logbook::resetPersonal() {
+    if (!userOpen()) {
+        return {};
+    }
     m_days->store().profile.resetPersonal();
     Notices n = moved();
     n.personalInfoReset = true;
@@ -169,13 +203,16 @@ ScreenMessage Logbook::confirmResetGoals() {
 }
 
 Notices Logbook::resetGoals() {
+    if (!userOpen()) {
+        return {};
+    }
     UserStore& store = m_days->store();
     store.profile.resetGoals(store.today());
     return moved();
 }
 
 Notices Logbook::waterChanged(bool editModified, std::string_view text) {
-    if (!editModified && !m_waterStepped) {
+    if (!userOpen() || (!editModified && !m_waterStepped)) {
         return {};
     }
     m_waterStepped = false;

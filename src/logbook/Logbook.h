@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -72,8 +73,10 @@ public:
     explicit Logbook(DayCursor& days) : m_days(&days) {}
 
     [[nodiscard]] DayCursor& days() { return *m_days; }
-    // Recomputes the current day's totals on the way.
-    [[nodiscard]] LogbookFigures figures();
+    // With no user open every command does nothing and the fields keep their texts.
+    [[nodiscard]] bool userOpen() const;
+    // Recomputes the current day's totals on the way; nullopt when no user is open.
+    [[nodiscard]] std::optional<LogbookFigures> figures();
 
     Notices previous();
     Notices next();
@@ -104,6 +107,7 @@ public:
     Notices waterChanged(bool editModified, std::string_view text);
 
 private:
+    // Marks the data modified after a command that moved or changed the days.
     Notices moved();
 
     DayCursor* m_days;

@@ -18,7 +18,9 @@ inline CalendarDate dmy(int d, int m, int y) {
 // A user store on a fixed "today" of 21 November 2002, with a cursor on it.
 class LogbookFixture : public ::testing::Test {
 protected:
-    LogbookFixture() : clock(dmy(21, 11, 2002)), store(clock), cursor(store) {}
+    LogbookFixture() : clock(dmy(21, 11, 2002)), store(clock), cursor(store) {
+        store.dataFilePath = "/nonexistent/Users/Ann/UserDB.ddb";  // a user is open
+    }
 
     DayRecord& addDay(int d, int m, int y) {
         const Position at = store.insertDay(std::make_unique<DayRecord>(dmy(d, m, y)));

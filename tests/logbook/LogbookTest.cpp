@@ -53,7 +53,7 @@ TEST_F(LogbookTest, FiguresOfADateWithoutARecord) {
     addDay(3, 5, 2002);
     addDay(5, 5, 2002);
     (void)logbook.pickDate(dmy(4, 5, 2002));
-    const LogbookFigures f = logbook.figures();
+    const LogbookFigures f = *logbook.figures();
     EXPECT_EQ(f.date, "Saturday May 4, 2002");
     EXPECT_EQ(f.weight, "---  lbs");
     EXPECT_EQ(f.meals, "0");
@@ -86,7 +86,7 @@ TEST_F(LogbookTest, FiguresOfARecordedDay) {
     recomputeGoalPlan(store.profile);
 
     (void)logbook.first();
-    LogbookFigures f = logbook.figures();
+    LogbookFigures f = *logbook.figures();
     EXPECT_EQ(f.weight, "180  lbs");
     EXPECT_EQ(f.meals, "1500");
     EXPECT_EQ(f.bmr, "- 2234");
@@ -97,30 +97,30 @@ TEST_F(LogbookTest, FiguresOfARecordedDay) {
     EXPECT_EQ(f.water, "6");
 
     ASSERT_TRUE(store.profile.setUnits(1));
-    f = logbook.figures();
+    f = *logbook.figures();
     EXPECT_EQ(f.weight, "81  kg");
 
     day.setWeight(-1.0f, store.profile);
-    EXPECT_EQ(logbook.figures().weight, "---  kg");
+    EXPECT_EQ(logbook.figures()->weight, "---  kg");
 }
 
 TEST_F(LogbookTest, AWeightBelowOneShowsTheDashes) {
     addDay(3, 5, 2002).setWeight(0.4f, store.profile);
     (void)logbook.first();
-    EXPECT_EQ(logbook.figures().weight, "---  lbs");
+    EXPECT_EQ(logbook.figures()->weight, "---  lbs");
 }
 
 TEST_F(LogbookTest, WaterBetweenTwoDaysCreatesTheMiddleRecord) {
     addDay(3, 5, 2002);
     addDay(5, 5, 2002);
     (void)logbook.pickDate(dmy(4, 5, 2002));
-    EXPECT_EQ(logbook.figures().record, "Record: -- of 2");
+    EXPECT_EQ(logbook.figures()->record, "Record: -- of 2");
     store.modified = false;
 
     const Notices n = logbook.waterChanged(true, "1");
     EXPECT_TRUE(n.dayCreated);
     EXPECT_TRUE(store.modified);
-    const LogbookFigures f = logbook.figures();
+    const LogbookFigures f = *logbook.figures();
     EXPECT_EQ(f.record, "Record: 2 of 3");
     EXPECT_EQ(f.water, "1");
     EXPECT_EQ(store.dayAt(1).water(), 1);
@@ -176,11 +176,11 @@ TEST_F(LogbookTest, NextPastTheLastRecordAndBack) {
     addDay(5, 5, 2002);
     (void)logbook.last();
     (void)logbook.next();
-    LogbookFigures f = logbook.figures();
+    LogbookFigures f = *logbook.figures();
     EXPECT_EQ(f.date, "Monday May 6, 2002");
     EXPECT_EQ(f.record, "Record: -- of 2");
     (void)logbook.last();
-    f = logbook.figures();
+    f = *logbook.figures();
     EXPECT_EQ(f.date, "Sunday May 5, 2002");
     EXPECT_EQ(f.record, "Record: 2 of 2");
 }
@@ -190,7 +190,19 @@ TEST_F(LogbookTest, NavigationOnAnEmptyList) {
     EXPECT_TRUE(currentIs(22, 11, 2002));
     (void)logbook.first();
     EXPECT_TRUE(currentIs(22, 11, 2002));
-    EXPECT_EQ(logbook.figures().record, "Record: -- of 0");
+    EXPECT_EQ(logbook.figures()->record, "Record: -- of 0");
+}
+
+TEST_F(LogbookTest, WithoutAnOpenUserNothingHappens) {
+    addDay(3, 5, 2002);
+    store.dataFilePath.clear();
+    EXPECT_FALSE(logbook.figures().has_value());
+    EXPECT_EQ(logbook.first(), Notices{});
+    EXPECT_EQ(logbook.deleteAllDays(), Notices{});
+    EXPECT_EQ(logbook.waterChanged(true, "4"), Notices{});
+    EXPECT_TRUE(currentIs(21, 11, 2002));
+    EXPECT_EQ(store.days().size(), 1u);
+    EXPECT_FALSE(store.modified);
 }
 
 TEST(DayRangeDialog, TheEndAlwaysFollowsTheStart) {
@@ -230,7 +242,7 @@ TEST_F(LogbookTest, ARangeWhoseEndEqualsItsStartDeletesTwoDays) {
     ASSERT_EQ(store.days().size(), 2u);
     EXPECT_EQ(store.dayAt(0).date().day, 1);
     EXPECT_EQ(store.dayAt(1).date().day, 4);
-    EXPECT_EQ(logbook.figures().record, "Record: 2 of 2");
+    EXPECT_EQ(logbook.figures()->record, "Record: 2 of 2");
 }
 
 TEST_F(LogbookTest, Confirmations) {
@@ -257,7 +269,7 @@ TEST_F(LogbookTest, DeleteAllDaysKeepsTheProfile) {
     EXPECT_TRUE(logbook.deleteAllDays().dataChanged);
     EXPECT_EQ(store.profile.age(), 40);
     EXPECT_TRUE(currentIs(21, 11, 2002));
-    EXPECT_EQ(logbook.figures().record, "Record: -- of 0");
+    EXPECT_EQ(logbook.figures()->record, "Record: -- of 0");
 }
 
 TEST_F(LogbookTest, ResetsClearTheirPartAndSayWhatHappened) {

@@ -43,7 +43,7 @@ TEST_F(WeighInTest, AWeightCreatesTheDayAndSettlesItsBmr) {
     EXPECT_EQ(weighIn.view().weight, "180");
 
     Logbook logbook(cursor);
-    EXPECT_EQ(logbook.figures().weight, "180  lbs");
+    EXPECT_EQ(logbook.figures()->weight, "180  lbs");
 }
 
 TEST_F(WeighInTest, ZeroErasesTheWeightOfAnExistingDay) {
@@ -55,8 +55,8 @@ TEST_F(WeighInTest, ZeroErasesTheWeightOfAnExistingDay) {
     EXPECT_EQ(day.bmr(), 0);
     EXPECT_EQ(weighIn.view().weight, "");
     Logbook logbook(cursor);
-    EXPECT_EQ(logbook.figures().weight, "---  lbs");
-    EXPECT_EQ(logbook.figures().bmr, "0");
+    EXPECT_EQ(logbook.figures()->weight, "---  lbs");
+    EXPECT_EQ(logbook.figures()->bmr, "0");
 }
 
 TEST_F(WeighInTest, AManualBmrSurvivesANewWeight) {
