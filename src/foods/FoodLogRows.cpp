@@ -1,5 +1,6 @@
 #include "foods/FoodLogRows.h"
 
+#include <cstdint>
 #include <cstdio>
 
 #include "calc/ServingUnits.h"
