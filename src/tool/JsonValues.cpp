@@ -3,6 +3,8 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
+#include <cstring>
 #include <limits>
 #include <string_view>
 
@@ -14,6 +16,23 @@ namespace {
 
 [[noreturn]] void shapeError(const std::string& what) {
     throw JsonShapeError(what);
+}
+
+thread_local bool exactNanBits = false;
+constexpr uint32_t kPlainNan = 0x7FC00000;
+
+// "nan(0x7fa00001)": a NaN with its exact bits.
+bool nanWithBits(const std::string& s, float& out) {
+    if (s.size() != 15 || !s.starts_with("nan(0x") || s.back() != ')') {
+        return false;
+    }
+    uint32_t bits = 0;
+    const auto r = std::from_chars(s.data() + 6, s.data() + 14, bits, 16);
+    if (r.ec != std::errc() || r.ptr != s.data() + 14) {
+        return false;
+    }
+    std::memcpy(&out, &bits, sizeof out);
+    return std::isnan(out);
 }
 
 }  // namespace
@@ -91,8 +110,23 @@ template uint32_t intValue<uint32_t>(const Json&, const char*);
 template int32_t intValue<int32_t>(const Json&, const char*);
 template int64_t intValue<int64_t>(const Json&, const char*);
 
+ExactNanBits::ExactNanBits() : m_previous(exactNanBits) {
+    exactNanBits = true;
+}
+
+ExactNanBits::~ExactNanBits() {
+    exactNanBits = m_previous;
+}
+
 Json floatJson(float value) {
     if (std::isnan(value)) {
+        uint32_t bits;
+        std::memcpy(&bits, &value, sizeof bits);
+        if (exactNanBits && bits != kPlainNan) {
+            char buf[16];
+            std::snprintf(buf, sizeof buf, "nan(0x%08x)", static_cast<unsigned>(bits));
+            return buf;
+        }
         return "nan";
     }
     if (std::isinf(value)) {
@@ -121,6 +155,10 @@ float floatValue(const Json& value, const char* what) {
         }
         if (s == "-inf") {
             return -std::numeric_limits<float>::infinity();
+        }
+        float f = 0.0f;
+        if (nanWithBits(s, f)) {
+            return f;
         }
     }
     shapeError(std::string("'") + what + "' must be a number, \"nan\", \"inf\" or \"-inf\"");

@@ -39,6 +39,18 @@ template <typename T>
 // Floats: the shortest form that reads back to the same single-precision value; non-finite
 // values are the strings "nan", "inf" and "-inf".
 [[nodiscard]] Json floatJson(float value);
+// While one lives, floatJson writes a NaN other than the one "nan" reads as (0x7fc00000) with its
+// exact bits, "nan(0x7fa00001)", so dumped files write back byte for byte. floatValue reads both.
+class ExactNanBits {
+public:
+    ExactNanBits();
+    ~ExactNanBits();
+    ExactNanBits(const ExactNanBits&) = delete;
+    ExactNanBits& operator=(const ExactNanBits&) = delete;
+
+private:
+    bool m_previous;
+};
 [[nodiscard]] float floatValue(const Json& value, const char* what);
 [[nodiscard]] inline float floatField(const Json& object, const char* name) {
     return floatValue(field(object, name), name);

@@ -5,6 +5,7 @@
 
 #include "tool/Commands.h"
 #include "tool/FoodCommands.h"
+#include "tool/FileCommands.h"
 #include "tool/LogCommands.h"
 
 namespace {
@@ -18,6 +19,14 @@ struct Command {
 
 const Command kCommands[] = {
     {"eval", runEval},
+    {"dump-user", runDumpUser},
+    {"dump-catalogue", runDumpCatalogue},
+    {"dump-users", runDumpUsers},
+    {"write-user", runWriteUser},
+    {"write-catalogue", runWriteCatalogue},
+    {"write-users", runWriteUsers},
+    {"check", runCheck},
+    {"users", runUsers},
     {"export-log", runExportLog},
     {"import-foods", runImportFoods},
     {"export-foods", runExportFoods},
@@ -26,17 +35,32 @@ const Command kCommands[] = {
 void printUsage(std::ostream& out) {
     out << "usage: nutrovex-tool [--root DIR] COMMAND [ARGS...]\n"
            "\n"
-           "Calculations:\n"
-           "  eval                          one JSON request per line on stdin, one answer per "
-           "line\n"
+           "Files as JSON (dump then write reproduces a file byte for byte):\n"
+           "  dump-user FILE                print UserDB.ddb as JSON\n"
+           "  dump-catalogue FILE           print FoodDB.ddb as JSON\n"
+           "  dump-users FILE               print Users.udb as JSON\n"
+           "  write-user JSON OUT           write UserDB.ddb from JSON (JSON \"-\" = stdin)\n"
+           "  write-catalogue JSON OUT      write FoodDB.ddb from JSON\n"
+           "  write-users JSON OUT          write Users.udb from JSON\n"
+           "  check FILE...                 verify files; report the first problem of each\n"
            "\n"
            "Everyday:\n"
+           "  users                         list the users of the data root\n"
            "  export-log --user NAME [--from M/D/YYYY] [--to M/D/YYYY] [--csv FILE]\n"
            "                                one CSV row per day of the user's logbook\n"
            "  import-foods --user NAME CSV  add foods to the user's catalogue (\"-\": stdin)\n"
            "  export-foods --user NAME [--csv FILE]\n"
            "                                the user's catalogue as CSV: group, category, name, amount,\n"
-           "                                unit, calories, carbohydrate, fiber, protein, fat, saturated fat\n";
+           "                                unit, calories, carbohydrate, fiber, protein, fat, saturated fat\n"
+           "\n"
+           "Calculations:\n"
+           "  eval                          one JSON request per line on stdin, one answer per "
+           "line\n"
+           "\n"
+           "The data root is --root DIR, else $NUTROVEX_ROOT, else ~/.local/share/Zerbu/Nutrovex.\n"
+           "Floats are JSON numbers; a non-finite one is \"nan\", \"inf\" or \"-inf\", and dumps write\n"
+           "a NaN other than the plain one with its bits, as \"nan(0x7fa00001)\".\n"
+           "Exit status: 0 success, 1 the data could not be read or written, 2 wrong usage.\n";
 }
 
 }  // namespace

@@ -1,0 +1,622 @@
+#include "tool/FileCommands.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <sstream>
+
+#include "core/Cp1252.h"
+#include "core/Names.h"
+#include "storage/CatalogueFile.h"
+#include "storage/DataRoot.h"
+#include "storage/FileIo.h"
+
+namespace nutrovex::tool {
+
+namespace {
+
+constexpr std::size_t kLineWidth = 100;
+
+[[noreturn]] void shapeError(const std::string& what) {
+    throw JsonShapeError(what);
+}
+
+// Runs a reader of one element, naming the element in its error.
+template <typename Read>
+void within(const std::string& where, Read&& read) {
+    try {
+        read();
+    } catch (const JsonShapeError& e) {
+        throw JsonShapeError(where + ": " + e.what());
+    }
+}
+
+const Json& arrayField(const Json& object, const char* name, std::size_t size = 0) {
+    const Json& v = field(object, name);
+    if (!v.is_array() || (size != 0 && v.size() != size)) {
+        shapeError(std::string("'") + name + "' must be a list" +
+                   (size != 0 ? " of " + std::to_string(size) : std::string()));
+    }
+    return v;
+}
+
+// ---- JSON printing ----
+
+std::string scalarText(const Json& v) {
+    return v.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+// The compact size of v, or a figure above limit as soon as it is known to exceed it.
+std::size_t compactSize(const Json& v, std::size_t limit) {
+    if (v.is_object() || v.is_array()) {
+        std::size_t n = 2;
+        for (auto it = v.begin(); it != v.end(); ++it) {
+            if (v.is_object()) {
+                n += it.key().size() + 4;
+            }
+            n += compactSize(*it, limit > n ? limit - n : 0) + 2;
+            if (n > limit) {
+                return n;
+            }
+        }
+        return n;
+    }
+    return scalarText(v).size();
+}
+
+void appendCompact(std::string& out, const Json& v) {
+    if (v.is_object()) {
+        out += '{';
+        bool first = true;
+        for (auto it = v.begin(); it != v.end(); ++it) {
+            out += first ? "" : ", ";
+            first = false;
+            out += Json(it.key()).dump();
+            out += ": ";
+            appendCompact(out, *it);
+        }
+        out += '}';
+    } else if (v.is_array()) {
+        out += '[';
+        bool first = true;
+        for (const Json& x : v) {
+            out += first ? "" : ", ";
+            first = false;
+            appendCompact(out, x);
+        }
+        out += ']';
+    } else {
+        out += scalarText(v);
+    }
+}
+
+// 0 for a scalar, 1 for a container of scalars, and so on.
+int nesting(const Json& v) {
+    int deepest = 0;
+    if (v.is_object() || v.is_array()) {
+        for (const Json& x : v) {
+            deepest = std::max(deepest, nesting(x));
+        }
+        return deepest + 1;
+    }
+    return 0;
+}
+
+// A record (a food, an exercise entry: an object of scalars and small lists) stays on one line
+// whatever its length; anything else when it fits.
+void appendPretty(std::string& out, const Json& v, std::size_t indent) {
+    const bool container = v.is_object() || v.is_array();
+    if (!container || v.empty() || (v.is_object() && nesting(v) <= 2) ||
+        indent + compactSize(v, kLineWidth) <= kLineWidth) {
+        appendCompact(out, v);
+        return;
+    }
+    out += v.is_object() ? "{\n" : "[\n";
+    const std::string pad(indent + 2, ' ');
+    bool first = true;
+    for (auto it = v.begin(); it != v.end(); ++it) {
+        out += first ? "" : ",\n";
+        first = false;
+        out += pad;
+        if (v.is_object()) {
+            out += Json(it.key()).dump();
+            out += ": ";
+        }
+        appendPretty(out, *it, indent + 2);
+    }
+    out += '\n';
+    out += std::string(indent, ' ');
+    out += v.is_object() ? '}' : ']';
+}
+
+// ---- files ----
+
+std::string hexOf(const std::array<uint8_t, kFixedTextSize>& bytes) {
+    static const char kDigits[] = "0123456789abcdef";
+    std::string s;
+    for (const uint8_t b : bytes) {
+        s += kDigits[b >> 4];
+        s += kDigits[b & 15];
+    }
+    return s;
+}
+
+std::array<uint8_t, kFixedTextSize> bytesOfHex(const Json& v) {
+    if (!v.is_string() || v.get_ref<const std::string&>().size() != 2 * kFixedTextSize) {
+        shapeError("each of 'texts' must be a string of 42 hex digits");
+    }
+    const std::string& s = v.get_ref<const std::string&>();
+    std::array<uint8_t, kFixedTextSize> out{};
+    auto digit = [](char c) -> int {
+        if (c >= '0' && c <= '9') {
+            return c - '0';
+        }
+        if (c >= 'a' && c <= 'f') {
+            return c - 'a' + 10;
+        }
+        if (c >= 'A' && c <= 'F') {
+            return c - 'A' + 10;
+        }
+        shapeError("each of 'texts' must be a string of 42 hex digits");
+    };
+    for (std::size_t i = 0; i < out.size(); ++i) {
+        out[i] = static_cast<uint8_t>(digit(s[2 * i]) * 16 + digit(s[2 * i + 1]));
+    }
+    return out;
+}
+
+// Reads FILE, or stdin for "-".
+bool readInput(const std::string& path, std::string& text) {
+    if (path == "-") {
+        text.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
+        return true;
+    }
+    std::ifstream in(path, std::ios::binary);
+    if (!in) {
+        return false;
+    }
+    text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    return !in.bad();
+}
+
+void reportError(const std::string& path, StorageError error) {
+    error.file = path;
+    std::cerr << error.message() << '\n';
+}
+
+// Reads a data file whole; on failure reports it and returns false.
+bool readDataFile(const std::string& path, ByteBuffer& bytes) {
+    StorageError error;
+    switch (readWholeFile(path, bytes, error)) {
+        case ReadFile::Read:
+            return true;
+        case ReadFile::Missing:
+            error = fileError(path, "cannot be opened: the file does not exist");
+            break;
+        case ReadFile::Failed:
+            break;
+    }
+    reportError(path, error);
+    return false;
+}
+
+int usage(const char* line) {
+    std::cerr << "usage: nutrovex-tool " << line << '\n';
+    return kExitUsage;
+}
+
+// write-*: JSON in, file out, exactly as the JSON says.
+template <typename Build>
+int writeFromJson(Args args, const char* usageLine, Build&& build) {
+    if (args.size() != 2) {
+        return usage(usageLine);
+    }
+    const std::string& input = args[0];
+    const std::string& output = args[1];
+    std::string text;
+    if (!readInput(input, text)) {
+        std::cerr << input << ": cannot be read\n";
+        return kExitDataError;
+    }
+    ByteBuffer bytes;
+    try {
+        const Json json = Json::parse(text);
+        StorageStatus status = build(json, bytes);
+        if (!status) {
+            reportError(output, status.error());
+            return kExitDataError;
+        }
+    } catch (const Json::parse_error& e) {
+        std::cerr << input << ": not valid JSON: " << e.what() << '\n';
+        return kExitDataError;
+    } catch (const JsonShapeError& e) {
+        std::cerr << input << ": " << e.what() << '\n';
+        return kExitDataError;
+    }
+    const StorageStatus written = writeFileAtomically(output, bytes.bytes(), false);
+    if (!written) {
+        reportError(output, written.error());
+        return kExitDataError;
+    }
+    return kExitOk;
+}
+
+enum class FileKind { User, Catalogue, UserList };
+
+const char* kindName(FileKind kind) {
+    switch (kind) {
+        case FileKind::User:
+            return "user file";
+        case FileKind::Catalogue:
+            return "food catalogue";
+        case FileKind::UserList:
+            return "user list";
+    }
+    return "";
+}
+
+std::string count(std::size_t n, const char* one, const char* many) {
+    return std::to_string(n) + " " + (n == 1 ? one : many);
+}
+
+std::string lower(std::string s) {
+    for (char& c : s) {
+        c = asciiLower(c);
+    }
+    return s;
+}
+
+// Reads the bytes as one kind strictly; on success describes what was found.
+StorageStatus checkAs(FileKind kind, std::span<const uint8_t> bytes, const std::string& path,
+                      std::string& summary) {
+    const ReadOptions strict{path, true};
+    switch (kind) {
+        case FileKind::User: {
+            UserFile file;
+            StorageStatus s = readUserFile(bytes, file, CalendarDate(), strict);
+            summary = count(file.days.size(), "day", "days");
+            return s;
+        }
+        case FileKind::Catalogue: {
+            FoodCatalogue catalogue;
+            StorageStatus s = readCatalogueFile(bytes, catalogue, strict);
+            std::size_t categories = 0;
+            for (const CategoryList& g : catalogue.groups) {
+                categories += g.size();
+            }
+            summary = count(categories, "category", "categories") + ", " +
+                      count(catalogue.foodCount(), "food", "foods");
+            return s;
+        }
+        case FileKind::UserList: {
+            UserListFile list;
+            StorageStatus s = readUserListFile(bytes, list, strict);
+            summary = count(list.names.size(), "name", "names");
+            return s;
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
+// ---- JSON shapes ----
+
+Json userFileJson(const UserFile& file) {
+    const ExactNanBits exact;
+    Json j;
+    j["header"] = {{"version", file.header.version},
+                   {"word", file.header.word},
+                   {"keyCounter", file.header.keyCounter.value},
+                   {"flags", file.header.flags}};
+    j["profile"] = profileJson(file.profile);
+    j["dayIndex"] = {{"first", file.firstDayChunk}, {"count", file.dayCount}};
+    Json days = Json::array();
+    for (const auto& day : file.days) {
+        days.push_back(dayJson(*day));
+    }
+    j["days"] = std::move(days);
+    return j;
+}
+
+void readUserFileJson(const Json& value, UserFile& file) {
+    within("header", [&] {
+        const Json& h = field(value, "header");
+        file.header.version = intField<uint16_t>(h, "version");
+        file.header.word = intField<uint16_t>(h, "word");
+        file.header.keyCounter.value = intField<uint32_t>(h, "keyCounter");
+        file.header.flags = intField<uint16_t>(h, "flags");
+    });
+    within("profile", [&] { readProfile(field(value, "profile"), file.profile); });
+    within("dayIndex", [&] {
+        const Json& x = field(value, "dayIndex");
+        file.firstDayChunk = intField<uint16_t>(x, "first");
+        file.dayCount = intField<uint16_t>(x, "count");
+    });
+    const Json& days = arrayField(value, "days");
+    file.days.clear();
+    for (std::size_t i = 0; i < days.size(); ++i) {
+        auto day = std::make_unique<DayRecord>(CalendarDate());
+        within("days[" + std::to_string(i) + "]", [&] { readDay(days[i], *day); });
+        file.days.push_back(std::move(day));
+    }
+}
+
+Json catalogueJson(const FoodCatalogue& catalogue) {
+    const ExactNanBits exact;
+    const CatalogueHeader& h = catalogue.header;
+    Json groups = Json::array();
+    for (std::size_t g = 0; g < kFoodGroupCount; ++g) {
+        groups.push_back({{"name", textJson(h.groupNames[g])}, {"chunk", h.groupChunks[g]}});
+    }
+    Json texts = Json::array();
+    for (const auto& t : h.texts) {
+        texts.push_back(hexOf(t));
+    }
+    Json j;
+    j["header"] = {{"version", h.version},
+                   {"groups", std::move(groups)},
+                   {"byte", h.byte},
+                   {"texts", std::move(texts)},
+                   {"keyCounter", h.keyCounter.value}};
+    Json lists = Json::array();
+    for (const CategoryList& list : catalogue.groups) {
+        Json categories = Json::array();
+        for (const FoodCategory& c : list) {
+            Json foods = Json::array();
+            for (const FoodItem& f : c.foods) {
+                foods.push_back(foodJson(f));
+            }
+            categories.push_back({{"key", c.key.value},
+                                  {"byte", c.byte},
+                                  {"name", textJson(c.name)},
+                                  {"foods", std::move(foods)}});
+        }
+        lists.push_back(std::move(categories));
+    }
+    j["groups"] = std::move(lists);
+    return j;
+}
+
+void readCatalogueJson(const Json& value, FoodCatalogue& catalogue) {
+    catalogue.reset();
+    within("header", [&] {
+        const Json& h = field(value, "header");
+        CatalogueHeader& header = catalogue.header;
+        header.version = intField<uint16_t>(h, "version");
+        const Json& groups = arrayField(h, "groups", kFoodGroupCount);
+        for (std::size_t g = 0; g < kFoodGroupCount; ++g) {
+            within("groups[" + std::to_string(g) + "]", [&] {
+                header.groupNames[g] = textField(groups[g], "name");
+                header.groupChunks[g] = intField<uint16_t>(groups[g], "chunk");
+            });
+        }
+        header.byte = intField<uint8_t>(h, "byte");
+        const Json& texts = arrayField(h, "texts", kFixedTextCount);
+        for (std::size_t t = 0; t < kFixedTextCount; ++t) {
+            header.texts[t] = bytesOfHex(texts[t]);
+        }
+        header.keyCounter.value = intField<uint32_t>(h, "keyCounter");
+    });
+    const Json& groups = arrayField(value, "groups", kFoodGroupCount);
+    for (std::size_t g = 0; g < kFoodGroupCount; ++g) {
+        if (!groups[g].is_array()) {
+            shapeError("groups[" + std::to_string(g) + "] must be a list of categories");
+        }
+        for (std::size_t c = 0; c < groups[g].size(); ++c) {
+            within("groups[" + std::to_string(g) + "][" + std::to_string(c) + "]", [&] {
+                const Json& cj = groups[g][c];
+                FoodCategory category;
+                category.key.value = intField<uint32_t>(cj, "key");
+                category.byte = intField<uint8_t>(cj, "byte");
+                category.name = textField(cj, "name");
+                const Json& foods = arrayField(cj, "foods");
+                category.foods.reserve(foods.size());
+                for (std::size_t f = 0; f < foods.size(); ++f) {
+                    within("foods[" + std::to_string(f) + "]",
+                           [&] { category.foods.push_back(foodValue(foods[f])); });
+                }
+                catalogue.groups[g].push_back(std::move(category));
+            });
+        }
+    }
+}
+
+Json userListJson(const UserListFile& list) {
+    Json names = Json::array();
+    for (const Text& n : list.names) {
+        names.push_back(textJson(n));
+    }
+    Json j;
+    j["format"] = list.format;
+    j["names"] = std::move(names);
+    return j;
+}
+
+void readUserListJson(const Json& value, UserListFile& list) {
+    list.format = intField<uint16_t>(value, "format");
+    const Json& names = arrayField(value, "names");
+    list.names.clear();
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        within("names[" + std::to_string(i) + "]",
+               [&] { list.names.push_back(textValue(names[i], "name")); });
+    }
+}
+
+void printJson(std::ostream& out, const Json& value) {
+    std::string text;
+    appendPretty(text, value, 0);
+    text += '\n';
+    out << text;
+}
+
+// ---- commands ----
+
+int runDumpUser(const GlobalOptions&, Args args) {
+    if (args.size() != 1) {
+        return usage("dump-user FILE");
+    }
+    ByteBuffer bytes;
+    if (!readDataFile(args[0], bytes)) {
+        return kExitDataError;
+    }
+    UserFile file;
+    const StorageStatus s = readUserFile(bytes.bytes(), file, CalendarDate(), {args[0]});
+    if (!s) {
+        reportError(args[0], s.error());
+        return kExitDataError;
+    }
+    printJson(std::cout, userFileJson(file));
+    return kExitOk;
+}
+
+int runDumpCatalogue(const GlobalOptions&, Args args) {
+    if (args.size() != 1) {
+        return usage("dump-catalogue FILE");
+    }
+    ByteBuffer bytes;
+    if (!readDataFile(args[0], bytes)) {
+        return kExitDataError;
+    }
+    FoodCatalogue catalogue;
+    const StorageStatus s = readCatalogueFile(bytes.bytes(), catalogue, {args[0]});
+    if (!s) {
+        reportError(args[0], s.error());
+        return kExitDataError;
+    }
+    printJson(std::cout, catalogueJson(catalogue));
+    return kExitOk;
+}
+
+int runDumpUsers(const GlobalOptions&, Args args) {
+    if (args.size() != 1) {
+        return usage("dump-users FILE");
+    }
+    ByteBuffer bytes;
+    if (!readDataFile(args[0], bytes)) {
+        return kExitDataError;
+    }
+    UserListFile list;
+    const StorageStatus s = readUserListFile(bytes.bytes(), list, {args[0]});
+    if (!s) {
+        reportError(args[0], s.error());
+        return kExitDataError;
+    }
+    printJson(std::cout, userListJson(list));
+    return kExitOk;
+}
+
+int runWriteUser(const GlobalOptions&, Args args) {
+    return writeFromJson(args, "write-user JSON OUT   (JSON \"-\" reads stdin)",
+                         [](const Json& json, ByteBuffer& bytes) {
+                             UserFile file;
+                             readUserFileJson(json, file);
+                             return writeUserFile(file.header, file.profile.fields(),
+                                                  file.firstDayChunk, file.dayCount, file.days,
+                                                  bytes);
+                         });
+}
+
+int runWriteCatalogue(const GlobalOptions&, Args args) {
+    return writeFromJson(args, "write-catalogue JSON OUT   (JSON \"-\" reads stdin)",
+                         [](const Json& json, ByteBuffer& bytes) {
+                             FoodCatalogue catalogue;
+                             readCatalogueJson(json, catalogue);
+                             return writeCatalogueFile(catalogue, bytes, VersionOnWrite::AsStored);
+                         });
+}
+
+int runWriteUsers(const GlobalOptions&, Args args) {
+    return writeFromJson(args, "write-users JSON OUT   (JSON \"-\" reads stdin)",
+                         [](const Json& json, ByteBuffer& bytes) {
+                             UserListFile list;
+                             readUserListJson(json, list);
+                             return writeUserListFile(list, bytes, FormatOnWrite::AsStored);
+                         });
+}
+
+int runCheck(const GlobalOptions&, Args args) {
+    if (args.empty()) {
+        return usage("check FILE...");
+    }
+    int result = kExitOk;
+    for (const std::string& path : args) {
+        ByteBuffer bytes;
+        if (!readDataFile(path, bytes)) {
+            result = kExitDataError;
+            continue;
+        }
+        const std::string name = lower(std::filesystem::path(path).filename().string());
+        std::vector<FileKind> kinds;
+        if (name == "userdb.ddb") {
+            kinds = {FileKind::User};
+        } else if (name == "fooddb.ddb") {
+            kinds = {FileKind::Catalogue};
+        } else if (name == "users.udb") {
+            kinds = {FileKind::UserList};
+        } else {
+            kinds = {FileKind::User, FileKind::Catalogue, FileKind::UserList};
+        }
+        // The kind that reads; failing that, the one that got furthest.
+        StorageStatus best;
+        FileKind bestKind = kinds[0];
+        bool found = false;
+        for (const FileKind kind : kinds) {
+            std::string summary;
+            const StorageStatus s = checkAs(kind, bytes.bytes(), path, summary);
+            if (s) {
+                std::cout << path << ": ok, " << kindName(kind) << ", " << summary << '\n';
+                found = true;
+                break;
+            }
+            if (best.ok() || s.error().offset > best.error().offset) {
+                best = s;
+                bestKind = kind;
+            }
+        }
+        if (!found) {
+            std::string message = best.message();
+            if (kinds.size() > 1) {
+                message += " (read as a " + std::string(kindName(bestKind)) +
+                           ", the kind it comes closest to)";
+            }
+            std::cerr << message << '\n';
+            result = kExitDataError;
+        }
+    }
+    return result;
+}
+
+int runUsers(const GlobalOptions& options, Args args) {
+    if (!args.empty()) {
+        return usage("[--root DIR] users");
+    }
+    const std::filesystem::path root =
+        options.root.empty() ? defaultDataRoot() : std::filesystem::path(options.root);
+    const std::filesystem::path path = userListPath(root);
+    ByteBuffer bytes;
+    StorageError error;
+    switch (readWholeFile(path, bytes, error)) {
+        case ReadFile::Missing:
+            return kExitOk;  // no users yet
+        case ReadFile::Failed:
+            reportError(path.string(), error);
+            return kExitDataError;
+        case ReadFile::Read:
+            break;
+    }
+    UserListFile list;
+    const StorageStatus s = readUserListFile(bytes.bytes(), list, {path.string()});
+    if (!s) {
+        reportError(path.string(), s.error());
+        return kExitDataError;
+    }
+    for (const Text& name : list.names) {
+        std::cout << cp1252ToUtf8(name.view()) << '\n';
+    }
+    return kExitOk;
+}
+
+}  // namespace nutrovex::tool

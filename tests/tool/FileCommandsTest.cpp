@@ -1,0 +1,410 @@
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "storage/CatalogueFile.h"
+#include "storage/UserFile.h"
+#include "storage/UserList.h"
+#include "tool/FileCommands.h"
+
+namespace nutrovex::tool {
+namespace {
+
+namespace fs = std::filesystem;
+using Bytes = std::vector<uint8_t>;
+
+Bytes readBytes(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+std::string readText(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+void writeBytes(const fs::path& path, const Bytes& bytes) {
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out.write(reinterpret_cast<const char*>(bytes.data()),
+              static_cast<std::streamsize>(bytes.size()));
+}
+
+Bytes bytesOf(const ByteBuffer& b) {
+    return Bytes(b.data(), b.data() + b.size());
+}
+
+// Random records with every field drawn over its whole range: any float bits (NaNs with
+// payloads, infinities, denormals, -0), texts of any bytes, absent texts and empty ones.
+class RandomRecords {
+public:
+    explicit RandomRecords(uint32_t seed) : m_rng(seed) {}
+
+    template <typename T>
+    T any() {
+        return static_cast<T>(m_rng());
+    }
+    float anyFloat() {
+        const uint32_t bits = m_rng() % 4 == 0 ? 0x7F800000u | m_rng() : m_rng();
+        float f;
+        std::memcpy(&f, &bits, sizeof f);
+        return f;
+    }
+    Text anyText() {
+        switch (m_rng() % 5) {
+            case 0:
+                return Text::null();
+            case 1:
+                return Text("");
+            default: {
+                std::string s(m_rng() % 40, '\0');
+                for (char& c : s) {
+                    c = static_cast<char>(m_rng());
+                }
+                return Text(s);
+            }
+        }
+    }
+    ServingQuantity anyServing() { return {anyFloat(), any<uint8_t>(), any<uint8_t>()}; }
+    CalendarDate anyDate() {
+        CalendarDate d;
+        d.month = any<int16_t>();
+        d.day = any<int16_t>();
+        d.year = any<int16_t>();
+        return d;
+    }
+    FoodItem food() {
+        FoodItem f;
+        f.key.value = any<uint32_t>();
+        f.loggedFlag = any<uint8_t>();
+        f.name = anyText();
+        f.text2 = anyText();
+        f.serving = anyServing();
+        f.ref1 = anyServing();
+        f.ref2 = anyServing();
+        for (float& n : f.nutrients) {
+            n = anyFloat();
+        }
+        f.meal = any<uint16_t>();
+        f.ratio = anyFloat();
+        f.group = any<uint16_t>();
+        return f;
+    }
+    UserFile userFile() {
+        UserFile u;
+        u.header = {any<uint16_t>(), any<uint16_t>(), PackedKey{any<uint32_t>()}, any<uint16_t>()};
+        ProfileFields& p = u.profile.rawFields();
+        p.byte = any<uint8_t>();
+        p.text1 = anyText();
+        p.displayName = anyText();
+        p.userName = anyText();
+        p.height = anyFloat();
+        p.age = any<int16_t>();
+        p.gender = any<uint16_t>();
+        p.startWeight = anyFloat();
+        p.startDate = anyDate();
+        p.goalWeight = anyFloat();
+        p.goalDate = anyDate();
+        p.plan = {any<uint8_t>(), any<uint32_t>(), any<uint32_t>(), any<uint32_t>()};
+        p.defaultLevel = any<uint16_t>();
+        p.units = any<uint16_t>();
+        p.flags = any<uint16_t>();
+        u.firstDayChunk = any<uint16_t>();
+        const int days = static_cast<int>(m_rng() % 6);
+        for (int i = 0; i < days; ++i) {
+            auto day = std::make_unique<DayRecord>(anyDate());
+            DayFields& d = day->rawFields();
+            d.weight = anyFloat();
+            d.note = anyText();
+            d.word = any<uint16_t>();
+            d.level = any<uint16_t>();
+            d.bmr = any<int16_t>();
+            d.flags = any<uint16_t>();
+            for (float& t : d.totals) {
+                t = anyFloat();
+            }
+            for (FoodList& list : d.groups) {
+                for (uint32_t n = m_rng() % 4; n > 0; --n) {
+                    list.push_back(food());
+                }
+            }
+            for (uint32_t n = m_rng() % 3; n > 0; --n) {
+                ExerciseEntry e;
+                e.key.value = any<uint32_t>();
+                e.byte = any<uint8_t>();
+                e.type = any<uint16_t>();
+                e.variant = any<int16_t>();
+                e.third = any<int16_t>();
+                e.name = anyText();
+                e.minutes = any<uint16_t>();
+                e.calories = any<uint16_t>();
+                d.exercises.push_back(e);
+            }
+            u.days.push_back(std::move(day));
+        }
+        u.dayCount = static_cast<uint16_t>(m_rng() % (u.days.size() + 1));
+        return u;
+    }
+    void catalogue(FoodCatalogue& c) {
+        c.reset();
+        c.header.version = any<uint16_t>();
+        for (Text& name : c.header.groupNames) {
+            name = anyText();
+        }
+        c.header.byte = any<uint8_t>();
+        for (auto& t : c.header.texts) {
+            for (uint8_t& b : t) {
+                b = any<uint8_t>();
+            }
+        }
+        c.header.keyCounter.value = any<uint32_t>();
+        for (CategoryList& list : c.groups) {
+            for (uint32_t n = m_rng() % 3; n > 0; --n) {
+                FoodCategory cat;
+                cat.key.value = any<uint32_t>();
+                cat.byte = any<uint8_t>();
+                cat.name = anyText();
+                for (uint32_t f = m_rng() % 4; f > 0; --f) {
+                    cat.foods.push_back(food());
+                }
+                list.push_back(std::move(cat));
+            }
+        }
+        c.renumberGroupChunks();
+    }
+
+private:
+    std::mt19937 m_rng;
+};
+
+class ToolFiles : public ::testing::Test {
+protected:
+    ToolFiles() {
+        std::string pattern = (fs::temp_directory_path() / "nutrovex-tool-XXXXXX").string();
+        EXPECT_NE(::mkdtemp(pattern.data()), nullptr);
+        dir = pattern;
+    }
+    ~ToolFiles() override {
+        std::error_code ec;
+        fs::remove_all(dir, ec);
+    }
+
+    // Runs the real program; its output lands in out and err.
+    int tool(const std::string& args) {
+        const std::string command = std::string(NUTROVEX_TOOL_PATH) + " " + args + " >" +
+                                    (dir / "out").string() + " 2>" + (dir / "err").string();
+        const int status = std::system(command.c_str());
+        out = readText(dir / "out");
+        err = readText(dir / "err");
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    std::string at(const char* name) const { return (dir / name).string(); }
+
+    fs::path dir;
+    std::string out;
+    std::string err;
+};
+
+TEST_F(ToolFiles, DumpThenWriteReproducesRandomFilesByteForByte) {
+    RandomRecords random(20260421);
+    for (int round = 0; round < 12; ++round) {
+        UserFile user = random.userFile();
+        ByteBuffer userBytes;
+        ASSERT_TRUE(writeUserFile(user.header, user.profile.fields(), user.firstDayChunk,
+                                  user.dayCount, user.days, userBytes)
+                        .ok());
+        FoodCatalogue catalogue;
+        random.catalogue(catalogue);
+        ByteBuffer catalogueBytes;
+        ASSERT_TRUE(writeCatalogueFile(catalogue, catalogueBytes, VersionOnWrite::AsStored).ok());
+        UserListFile list;
+        list.format = random.any<uint16_t>();
+        for (int n = round; n > 0; --n) {
+            list.names.push_back(random.anyText());
+        }
+        ByteBuffer listBytes;
+        ASSERT_TRUE(writeUserListFile(list, listBytes, FormatOnWrite::AsStored).ok());
+
+        const struct {
+            const char* kind;
+            const char* file;
+            const ByteBuffer& bytes;
+        } files[] = {{"user", "UserDB.ddb", userBytes},
+                     {"catalogue", "FoodDB.ddb", catalogueBytes},
+                     {"users", "Users.udb", listBytes}};
+        for (const auto& f : files) {
+            writeBytes(dir / f.file, bytesOf(f.bytes));
+            ASSERT_EQ(tool(std::string("dump-") + f.kind + " " + at(f.file) + " >" +
+                           at("dump.json") + " && cat " + at("dump.json")),
+                      0)
+                << err;
+            ASSERT_EQ(
+                tool(std::string("write-") + f.kind + " - " + at("again") + " <" + at("dump.json")),
+                0)
+                << f.kind << ": " << err;
+            ASSERT_EQ(readBytes(dir / "again"), bytesOf(f.bytes)) << f.kind << " round " << round;
+            ASSERT_EQ(tool("check " + at(f.file)), 0) << err;
+        }
+    }
+}
+
+TEST_F(ToolFiles, TheDocumentedUserExampleWritesAndDumpsBack) {
+    const char* example = R"({
+  "header":  {"version": 4, "word": 0, "keyCounter": 17, "flags": 0},
+  "profile": {"byte": 0, "text1": null, "displayName": "Ann", "userName": "Ann",
+              "height": 70.0, "age": 30, "gender": 0,
+              "startWeight": 180.0, "startDate": [9, 25, 2002],
+              "goalWeight": 170.0, "goalDate": [12, 25, 2002],
+              "plan": {"byte": 1, "values": [10, 91, 384]},
+              "defaultLevel": 2, "units": 0, "flags": 65473},
+  "dayIndex": {"first": 3, "count": 1},
+  "days": [
+    {"date": [9, 25, 2002], "weight": 154.0, "note": "", "word": 0, "level": 2, "bmr": 1700,
+     "flags": 32768, "totals": [0, 0, 0, 0, 0, 0],
+     "groups": [[], [], [], [], [], [], [], []],
+     "exercises": [
+       {"key": 5, "byte": 0, "type": 15, "variant": 0, "third": 2, "name": "Running",
+        "minutes": 30, "calories": 360}]}
+  ]
+})";
+    std::ofstream(dir / "in.json") << example;
+    ASSERT_EQ(tool("write-user " + at("in.json") + " " + at("UserDB.ddb")), 0) << err;
+    ASSERT_EQ(tool("dump-user " + at("UserDB.ddb")), 0) << err;
+    EXPECT_EQ(Json::parse(out), Json::parse(example));
+    // Keys come in the documented order.
+    EXPECT_LT(out.find("\"header\""), out.find("\"profile\""));
+    EXPECT_LT(out.find("\"profile\""), out.find("\"dayIndex\""));
+    EXPECT_LT(out.find("\"dayIndex\""), out.find("\"days\""));
+}
+
+TEST_F(ToolFiles, ReadErrorsNameFileChunkAndOffsetAndExitWithOne) {
+    UserFile user;
+    user.days.push_back(std::make_unique<DayRecord>(CalendarDate::fromDmy(1, 1, 2001)));
+    user.dayCount = 1;
+    ByteBuffer bytes;
+    ASSERT_TRUE(writeUserFile(user.header, user.profile.fields(), 3, 1, user.days, bytes).ok());
+    Bytes cut = bytesOf(bytes);
+    cut.resize(cut.size() - 5);
+    writeBytes(dir / "UserDB.ddb", cut);
+    EXPECT_EQ(tool("dump-user " + at("UserDB.ddb")), 1);
+    EXPECT_TRUE(out.empty());
+    EXPECT_EQ(err.rfind(at("UserDB.ddb") + ": chunk 3, byte ", 0), 0u) << err;
+    EXPECT_NE(err.find("ends 5 bytes early"), std::string::npos) << err;
+    EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1);
+
+    EXPECT_EQ(tool("check " + at("UserDB.ddb")), 1);
+    EXPECT_NE(err.find("chunk 3"), std::string::npos);
+    EXPECT_EQ(tool("dump-catalogue " + at("missing.ddb")), 1);
+    EXPECT_NE(err.find("does not exist"), std::string::npos);
+}
+
+TEST_F(ToolFiles, WrongUsageExitsWithTwo) {
+    EXPECT_EQ(tool("dump-user"), 2);
+    EXPECT_EQ(tool("write-users only-one"), 2);
+    EXPECT_EQ(tool("check"), 2);
+    EXPECT_EQ(tool("users extra"), 2);
+    EXPECT_NE(err.find("usage"), std::string::npos);
+}
+
+TEST_F(ToolFiles, CheckKnowsFilesByNameOrByTrying) {
+    FoodCatalogue catalogue;
+    ByteBuffer bytes;
+    ASSERT_TRUE(writeCatalogueFile(catalogue, bytes).ok());
+    writeBytes(dir / "backup.bin", bytesOf(bytes));
+    writeBytes(dir / "FoodDB.ddb", bytesOf(bytes));
+    EXPECT_EQ(tool("check " + at("backup.bin") + " " + at("FoodDB.ddb")), 0) << err;
+    EXPECT_NE(out.find("backup.bin: ok, food catalogue, 0 categories, 0 foods"), std::string::npos)
+        << out;
+    // Named as a user file, a catalogue is a problem; one bad file fails the run.
+    writeBytes(dir / "UserDB.ddb", bytesOf(bytes));
+    EXPECT_EQ(tool("check " + at("FoodDB.ddb") + " " + at("UserDB.ddb")), 1);
+    EXPECT_NE(out.find("FoodDB.ddb: ok"), std::string::npos);
+    EXPECT_NE(err.find("UserDB.ddb: chunk "), std::string::npos) << err;
+}
+
+TEST_F(ToolFiles, WriteTakesTotalsAndDayCountFromTheJson) {
+    UserFile user;
+    user.days.push_back(std::make_unique<DayRecord>(CalendarDate::fromDmy(1, 1, 2001)));
+    user.days.push_back(std::make_unique<DayRecord>(CalendarDate::fromDmy(2, 1, 2001)));
+    user.days[0]->rawFields().totals = {12345.0f, 1, 2, 3, 4, 5};
+    user.dayCount = 2;
+    Json json = userFileJson(user);
+    json["dayIndex"]["count"] = 1;
+    std::ofstream(dir / "one.json") << json.dump();
+    ASSERT_EQ(tool("write-user " + at("one.json") + " " + at("UserDB.ddb")), 0) << err;
+    ASSERT_EQ(tool("dump-user " + at("UserDB.ddb")), 0);
+    const Json back = Json::parse(out);
+    EXPECT_EQ(back["days"].size(), 1u);
+    EXPECT_EQ(back["days"][0]["totals"][0], 12345.0);
+
+    json["dayIndex"]["count"] = 3;  // more than the days listed: refused, nothing written
+    std::ofstream(dir / "three.json") << json.dump();
+    EXPECT_EQ(tool("write-user " + at("three.json") + " " + at("Other.ddb")), 1);
+    EXPECT_NE(err.find("counts 3 days but the list holds 2"), std::string::npos) << err;
+    EXPECT_FALSE(fs::exists(dir / "Other.ddb"));
+}
+
+TEST_F(ToolFiles, BadJsonIsADataErrorThatSaysWhere) {
+    std::ofstream(dir / "bad.json") << R"({"format": 256, "names": ["ok", 5]})";
+    EXPECT_EQ(tool("write-users " + at("bad.json") + " " + at("Users.udb")), 1);
+    EXPECT_NE(err.find("names[1]"), std::string::npos) << err;
+    std::ofstream(dir / "bad2.json") << "{";
+    EXPECT_EQ(tool("write-users " + at("bad2.json") + " " + at("Users.udb")), 1);
+    EXPECT_NE(err.find("not valid JSON"), std::string::npos) << err;
+    EXPECT_FALSE(fs::exists(dir / "Users.udb"));
+}
+
+TEST_F(ToolFiles, UsersListsTheNamesOfTheRoot) {
+    UserList users(dir);
+    ASSERT_TRUE(users.read().ok());
+    ASSERT_TRUE(users.add("bob").ok());
+    ASSERT_TRUE(users.add("Bob").ok());
+    ASSERT_TRUE(users.add("Zo\xEB").ok());
+    ASSERT_EQ(tool("--root " + dir.string() + " users"), 0) << err;
+    EXPECT_EQ(out, "bob\nBob\nZo\xC3\xAB\n");
+    ASSERT_EQ(tool("--root " + at("nowhere") + " users"), 0) << err;
+    EXPECT_EQ(out, "");
+}
+
+TEST(FileJson, NanBitsSurviveTheDumpButPlainNanStaysPlain) {
+    UserFile user;
+    uint32_t odd = 0x7FA00001;
+    std::memcpy(&user.profile.rawFields().height, &odd, 4);
+    user.profile.rawFields().startWeight = std::numeric_limits<float>::quiet_NaN();
+    const Json j = userFileJson(user);
+    EXPECT_EQ(j["profile"]["height"], "nan(0x7fa00001)");
+    EXPECT_EQ(j["profile"]["startWeight"], "nan");
+    UserFile back;
+    readUserFileJson(j, back);
+    uint32_t bits;
+    std::memcpy(&bits, &back.profile.fields().height, 4);
+    EXPECT_EQ(bits, odd);
+    // Outside a file dump (eval answers) every NaN is plain "nan".
+    EXPECT_EQ(floatJson(back.profile.fields().height), "nan");
+    EXPECT_THROW((void)floatValue(Json("nan(0x3f800000)"), "x"), JsonShapeError);  // not a NaN
+}
+
+TEST(FileJson, CatalogueTextsAreFortyTwoHexDigits) {
+    FoodCatalogue c;
+    c.header.texts[9][20] = 0xAB;
+    const Json j = catalogueJson(c);
+    EXPECT_EQ(j["header"]["texts"][9], std::string(40, '0') + "ab");
+    EXPECT_EQ(j["header"]["groups"][2]["name"], "Meat, Poultry, Fish");
+    Json bad = j;
+    bad["header"]["texts"][0] = "00";
+    FoodCatalogue back;
+    EXPECT_THROW(readCatalogueJson(bad, back), JsonShapeError);
+    readCatalogueJson(j, back);
+    EXPECT_EQ(back.header.texts, c.header.texts);
+}
+
+}  // namespace
+}  // namespace nutrovex::tool
