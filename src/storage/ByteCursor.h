@@ -119,6 +119,7 @@ public:
         Text t(std::string_view(reinterpret_cast<const char*>(m_pos), count - 1u));
         if (m_strict && m_pos[count - 1] != 0) {
             failAt(start, "the text does not end in a zero byte");
+            return Text();
         }
         m_pos += count;
         return t;
