@@ -65,11 +65,13 @@ public:
 
     void assign(std::string_view s) {
         if (s.size() <= kInlineCapacity) {
-            // Copy first: s may point into this text.
-            char tmp[kInlineCapacity + 1];
-            std::memcpy(tmp, s.data(), s.size());
-            release();
-            std::memcpy(m_inline, tmp, s.size());
+            // s may point into this text: inline characters are moved over themselves, and a
+            // heap buffer is freed only after its characters were copied out.
+            char* heap = m_state == kHeap ? heapPtr() : nullptr;
+            if (!s.empty()) {
+                std::memmove(m_inline, s.data(), s.size());
+            }
+            delete[] heap;
             m_inline[s.size()] = 0;
             m_inlineSize = static_cast<uint8_t>(s.size());
             m_state = kInline;
@@ -107,13 +109,14 @@ private:
         }
     }
     void copyFrom(const Text& other) {
+        if (other.m_state != kHeap) {
+            // Null and inline texts are plain bytes: one fixed-size copy (every food name).
+            std::memcpy(static_cast<void*>(this), &other, sizeof(Text));
+            return;
+        }
         m_state = kNull;
         m_inlineSize = 0;
-        if (other.isNull()) {
-            m_inline[0] = 0;
-        } else {
-            assign(other.view());
-        }
+        assign(other.view());
     }
     void moveFrom(Text& other) noexcept {
         std::memcpy(static_cast<void*>(this), &other, sizeof(Text));

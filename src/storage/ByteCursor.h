@@ -45,13 +45,10 @@ public:
 
     // True when n more bytes are there; otherwise fails naming what was being read.
     bool need(std::size_t n, const char* what) {
-        if (remaining() >= n) {
+        if (remaining() >= n) [[likely]] {
             return true;
         }
-        if (ok()) {
-            fail(std::string(what) + " needs " + std::to_string(n) + " bytes but only " +
-                 std::to_string(remaining()) + " are left");
-        }
+        tooShort(n, what);
         return false;
     }
 
@@ -95,6 +92,16 @@ public:
         std::memcpy(&f, &bits, sizeof f);
         return f;
     }
+    // The next n bytes to decode with the be16/be32 helpers below, or nullptr (and the error)
+    // when fewer are left: one check for a run of fixed-size fields.
+    const uint8_t* take(std::size_t n, const char* what) {
+        if (!need(n, what)) {
+            return nullptr;
+        }
+        const uint8_t* p = m_pos;
+        m_pos += n;
+        return p;
+    }
     void raw(uint8_t* out, std::size_t n) {
         if (!need(n, "a fixed field")) {
             std::memset(out, 0, n);
@@ -105,27 +112,45 @@ public:
     }
     // A count of 0 is no text at all; a count N holds N - 1 characters and a terminating zero.
     Text text() {
-        const std::size_t start = offset();
+        Text t;
+        text(t);
+        return t;
+    }
+    // Reads into a text, which is left as it was when the read fails.
+    void text(Text& out) {
         const uint16_t count = u16be();
-        if (count == 0 || !ok()) {
-            return Text();
+        if (count == 0) {
+            if (ok()) {
+                out.clear();
+            }
+            return;
         }
+        if (remaining() < count || (m_strict && m_pos[count - 1] != 0)) [[unlikely]] {
+            badText(count);
+            return;
+        }
+        out.assign(std::string_view(reinterpret_cast<const char*>(m_pos), count - 1u));
+        m_pos += count;
+    }
+
+private:
+    [[gnu::noinline, gnu::cold]] void badText(uint16_t count) {
+        const std::size_t start = offset() - 2;
         if (remaining() < count) {
             failAt(start, "a text of " + std::to_string(count - 1) + " characters needs " +
                               std::to_string(count) + " bytes but only " +
                               std::to_string(remaining()) + " are left");
-            return Text();
-        }
-        Text t(std::string_view(reinterpret_cast<const char*>(m_pos), count - 1u));
-        if (m_strict && m_pos[count - 1] != 0) {
+        } else {
             failAt(start, "the text does not end in a zero byte");
-            return Text();
         }
-        m_pos += count;
-        return t;
+    }
+    [[gnu::noinline, gnu::cold]] void tooShort(std::size_t n, const char* what) {
+        if (ok()) {
+            fail(std::string(what) + " needs " + std::to_string(n) + " bytes but only " +
+                 std::to_string(remaining()) + " are left");
+        }
     }
 
-private:
     const uint8_t* m_begin;
     const uint8_t* m_pos;
     const uint8_t* m_end;
@@ -134,6 +159,20 @@ private:
     std::string m_error;
     std::size_t m_errorOffset = 0;
 };
+
+// Decoding of fields handed out by ByteReader::take.
+[[nodiscard]] inline uint16_t be16(const uint8_t* p) {
+    return static_cast<uint16_t>((p[0] << 8) | p[1]);
+}
+[[nodiscard]] inline uint32_t be32(const uint8_t* p) {
+    return (uint32_t{p[0]} << 24) | (uint32_t{p[1]} << 16) | (uint32_t{p[2]} << 8) | uint32_t{p[3]};
+}
+[[nodiscard]] inline float beFloat(const uint8_t* p) {
+    const uint32_t bits = be32(p);
+    float f;
+    std::memcpy(&f, &bits, sizeof f);
+    return f;
+}
 
 // Writes fields into a buffer whose size was computed beforehand by the records' size functions.
 class ByteWriter {

@@ -1,6 +1,7 @@
 #include "storage/FileIo.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -72,7 +73,50 @@ int openTemporary(const std::filesystem::path& path, std::string& tempPath) {
     return -1;
 }
 
+constexpr std::size_t kMappedBufferSize = std::size_t{1} << 20;
+
 }  // namespace
+
+ByteBuffer::ByteBuffer(std::size_t size) : m_size(size), m_capacity(size) {
+    if (size >= kMappedBufferSize) {
+        void* p = ::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (p != MAP_FAILED) {
+#ifdef MADV_HUGEPAGE
+            (void)::madvise(p, size, MADV_HUGEPAGE);
+#endif
+            m_data = static_cast<uint8_t*>(p);
+            m_mapped = true;
+            return;
+        }
+    }
+    m_data = new uint8_t[size];
+}
+
+ByteBuffer::~ByteBuffer() {
+    release();
+}
+
+ByteBuffer& ByteBuffer::operator=(ByteBuffer&& other) noexcept {
+    if (this != &other) {
+        release();
+        m_data = std::exchange(other.m_data, nullptr);
+        m_size = std::exchange(other.m_size, 0);
+        m_capacity = std::exchange(other.m_capacity, 0);
+        m_mapped = other.m_mapped;
+    }
+    return *this;
+}
+
+void ByteBuffer::release() noexcept {
+    if (m_mapped) {
+        ::munmap(m_data, m_capacity);
+    } else {
+        delete[] m_data;
+    }
+    m_data = nullptr;
+    m_size = 0;
+    m_capacity = 0;
+}
 
 ReadFile readWholeFile(const std::filesystem::path& path, ByteBuffer& out, StorageError& error) {
     const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
@@ -109,11 +153,7 @@ ReadFile readWholeFile(const std::filesystem::path& path, ByteBuffer& out, Stora
         }
         got += static_cast<std::size_t>(n);
     }
-    if (got < buffer.size()) {
-        ByteBuffer shorter(got);
-        std::copy_n(buffer.data(), got, shorter.data());
-        buffer = std::move(shorter);
-    }
+    buffer.shrink(got);
     out = std::move(buffer);
     return ReadFile::Read;
 }

@@ -77,18 +77,35 @@ void writeFood(ByteWriter& w, const FoodItem& f) {
     w.u16be(f.group);
 }
 
+namespace {
+
+ServingQuantity servingAt(const uint8_t* p) {
+    return {beFloat(p), p[4], p[5]};
+}
+
+}  // namespace
+
 void readFood(ByteReader& r, FoodItem& f) {
-    f.key.value = r.u32be();
-    f.loggedFlag = r.u8();
-    f.name = r.text();
-    f.text2 = r.text();
-    readServing(r, f.serving);
-    readServing(r, f.ref1);
-    readServing(r, f.ref2);
-    readNutrients(r, f.nutrients);
-    f.meal = r.u16be();
-    f.ratio = r.f32be();
-    f.group = r.u16be();
+    // The most numerous record of all: its fixed runs are checked once each.
+    if (const uint8_t* p = r.take(5, "a food")) {
+        f.key.value = be32(p);
+        f.loggedFlag = p[4];
+    }
+    r.text(f.name);
+    r.text(f.text2);
+    const uint8_t* p = r.take(3 * kServingSize + kNutrientsSize + 8, "a food");
+    if (p == nullptr) {
+        return;
+    }
+    f.serving = servingAt(p);
+    f.ref1 = servingAt(p + 6);
+    f.ref2 = servingAt(p + 12);
+    for (std::size_t n = 0; n < f.nutrients.size(); ++n) {
+        f.nutrients[n] = beFloat(p + 18 + 4 * n);
+    }
+    f.meal = be16(p + 42);
+    f.ratio = beFloat(p + 44);
+    f.group = be16(p + 48);
 }
 
 std::size_t foodListSize(const FoodList& list) {

@@ -50,6 +50,11 @@ StorageStatus readUserFile(std::span<const uint8_t> bytes, UserFile& file, const
         if (!chunks.finish(d)) {
             return chunks.status();
         }
+        std::size_t foods = 0;
+        for (const FoodList& list : day->fields().groups) {
+            foods += list.size();
+        }
+        day->allFoods().reserve(foods);  // one allocation for the rebuilt list
         rebuildAllFoods(*day);
         file.days.push_back(std::move(day));
     }
