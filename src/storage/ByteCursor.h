@@ -174,12 +174,36 @@ private:
     return f;
 }
 
+inline void putBe16(uint8_t* p, uint16_t v) {
+    p[0] = static_cast<uint8_t>(v >> 8);
+    p[1] = static_cast<uint8_t>(v);
+}
+inline void putBe32(uint8_t* p, uint32_t v) {
+    p[0] = static_cast<uint8_t>(v >> 24);
+    p[1] = static_cast<uint8_t>(v >> 16);
+    p[2] = static_cast<uint8_t>(v >> 8);
+    p[3] = static_cast<uint8_t>(v);
+}
+inline void putFloat(uint8_t* p, float f) {
+    uint32_t bits;
+    std::memcpy(&bits, &f, sizeof bits);
+    putBe32(p, bits);
+}
+
 // Writes fields into a buffer whose size was computed beforehand by the records' size functions.
 class ByteWriter {
 public:
     ByteWriter(uint8_t* begin, uint8_t* end) : m_pos(begin), m_end(end) {}
 
     [[nodiscard]] uint8_t* position() const { return m_pos; }
+    // The next n bytes, to fill with the put helpers below: a local pointer lets the compiler
+    // keep it in a register, where stores through m_pos make it reload m_pos after every byte.
+    uint8_t* take(std::size_t n) {
+        assert(static_cast<std::size_t>(m_end - m_pos) >= n);
+        uint8_t* p = m_pos;
+        m_pos += n;
+        return p;
+    }
 
     void u8(uint8_t v) {
         assert(m_end - m_pos >= 1);
@@ -223,9 +247,11 @@ public:
             u16be(0);
             return;
         }
-        u16be(static_cast<uint16_t>(t.size() + 1));
-        raw(reinterpret_cast<const uint8_t*>(t.data()), t.size());
-        u8(0);
+        const std::size_t n = t.size();
+        uint8_t* p = take(n + 3);
+        putBe16(p, static_cast<uint16_t>(n + 1));
+        std::memcpy(p + 2, t.data(), n);
+        p[n + 2] = 0;
     }
 
 private:

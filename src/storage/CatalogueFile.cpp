@@ -1,5 +1,6 @@
 #include "storage/CatalogueFile.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "storage/Records.h"
@@ -36,10 +37,10 @@ std::string categoryLabel(std::size_t g, std::size_t c) {
 
 }  // namespace
 
-StorageStatus readCatalogueFile(std::span<const uint8_t> bytes, FoodCatalogue& catalogue,
+StorageStatus readCatalogueFile(ChunkSource& source, FoodCatalogue& catalogue,
                                 const ReadOptions& options) {
     catalogue.reset();
-    ChunkReader chunks(bytes, options);
+    ChunkReader chunks(source, options);
 
     ByteReader h = chunks.next("the header");
     CatalogueHeader header;
@@ -64,12 +65,11 @@ StorageStatus readCatalogueFile(std::span<const uint8_t> bytes, FoodCatalogue& c
     for (std::size_t g = 0; g < kFoodGroupCount; ++g) {
         if (header.groupChunks[g] != running) {
             // Reported where the header holds the wrong number.
-            ChunkReader at(bytes, options);
-            (void)at.next("the header");
-            at.fail(chunkFieldOffsets[g],
-                    groupLabel(g) + "'s category list is chunk " + std::to_string(running) +
-                        " but the header gives chunk " + std::to_string(header.groupChunks[g]));
-            return at.status();
+            chunks.failIn(0, "the header", chunkFieldOffsets[g],
+                          groupLabel(g) + "'s category list is chunk " + std::to_string(running) +
+                              " but the header gives chunk " +
+                              std::to_string(header.groupChunks[g]));
+            return chunks.status();
         }
         ByteReader r = chunks.next(groupLabel(g) + "'s category list");
         CategoryList& list = catalogue.groups[g];
@@ -108,20 +108,11 @@ StorageStatus readCatalogueFile(std::span<const uint8_t> bytes, FoodCatalogue& c
     return chunks.status();
 }
 
-StorageStatus writeCatalogueFile(const FoodCatalogue& catalogue, ByteBuffer& out,
+StorageStatus writeCatalogueFile(const FoodCatalogue& catalogue, ChunkSink& sink,
                                  VersionOnWrite version) {
     const CatalogueHeader& header = catalogue.header;
-    const std::size_t headerBytes = headerSize(header);
-    if (headerBytes > kMaxPayloadSize) {
-        return payloadTooLarge(kCatalogueFileName, 0, "the header", headerBytes);
-    }
-    // Sizes first, so the file is written into one buffer of the right size.
-    std::vector<uint32_t> sizes;
-    sizes.reserve(kFoodGroupCount + catalogue.foodCount() / 50);
-    std::size_t total = kChunkHeaderSize + headerBytes;
     uint32_t running = 1;
     for (std::size_t g = 0; g < kFoodGroupCount; ++g) {
-        const CategoryList& list = catalogue.groups[g];
         if (header.groupChunks[g] != running) {
             StorageError e = fileError(
                 kCatalogueFileName, groupLabel(g) + "'s category list would be chunk " +
@@ -130,33 +121,15 @@ StorageStatus writeCatalogueFile(const FoodCatalogue& catalogue, ByteBuffer& out
             e.chunk = 0;
             return e;
         }
-        if (list.size() > 0xFFFF) {
-            return payloadTooLarge(kCatalogueFileName, running, groupLabel(g) + "'s category list",
-                                   categoryListSize(list));
-        }
-        const std::size_t listBytes = categoryListSize(list);
-        if (listBytes > kMaxPayloadSize) {
-            return payloadTooLarge(kCatalogueFileName, running, groupLabel(g) + "'s category list",
-                                   listBytes);
-        }
-        sizes.push_back(static_cast<uint32_t>(listBytes));
-        total += kChunkHeaderSize + listBytes;
-        ++running;
-        for (std::size_t c = 0; c < list.size(); ++c) {
-            const std::size_t foodBytes = foodListSize(list[c].foods);
-            if (foodBytes > kMaxPayloadSize || list[c].foods.size() > 0xFFFF) {
-                return payloadTooLarge(kCatalogueFileName, running,
-                                       "the foods of " + categoryLabel(g, c), foodBytes);
-            }
-            sizes.push_back(static_cast<uint32_t>(foodBytes));
-            total += kChunkHeaderSize + foodBytes;
-            ++running;
-        }
+        running +=
+            1 + static_cast<uint32_t>(std::min<std::size_t>(catalogue.groups[g].size(), 0x10000));
+    }
+    const std::size_t headerBytes = headerSize(header);
+    if (headerBytes > kMaxPayloadSize) {
+        return payloadTooLarge(kCatalogueFileName, 0, "the header", headerBytes);
     }
 
-    ByteBuffer buffer(total);
-    ByteWriter w(buffer.data(), buffer.data() + total);
-    writeChunkHeader(w, 0, headerBytes);
+    ByteWriter w = beginChunk(sink, 0, headerBytes);
     w.u16be(version == VersionOnWrite::Current ? kCatalogueVersion : header.version);
     for (std::size_t g = 0; g < kFoodGroupCount; ++g) {
         w.text(header.groupNames[g]);
@@ -167,23 +140,44 @@ StorageStatus writeCatalogueFile(const FoodCatalogue& catalogue, ByteBuffer& out
         w.raw(text.data(), text.size());
     }
     w.u32le(header.keyCounter.value);
+
     running = 1;
-    std::size_t next = 0;
-    for (const CategoryList& list : catalogue.groups) {
-        writeChunkHeader(w, running++, sizes[next++]);
-        w.u16be(static_cast<uint16_t>(list.size()));
-        for (const FoodCategory& c : list) {
-            w.u32be(c.key.value);
-            w.u8(c.byte);
-            w.text(c.name);
+    for (std::size_t g = 0; g < kFoodGroupCount; ++g) {
+        const CategoryList& list = catalogue.groups[g];
+        const std::size_t listBytes = categoryListSize(list);
+        if (listBytes > kMaxPayloadSize || list.size() > 0xFFFF) {
+            return payloadTooLarge(kCatalogueFileName, running, groupLabel(g) + "'s category list",
+                                   listBytes);
         }
+        ByteWriter l = beginChunk(sink, running++, listBytes);
+        l.u16be(static_cast<uint16_t>(list.size()));
         for (const FoodCategory& c : list) {
-            writeChunkHeader(w, running++, sizes[next++]);
-            writeFoodList(w, c.foods);
+            l.u32be(c.key.value);
+            l.u8(c.byte);
+            l.text(c.name);
+        }
+        for (std::size_t c = 0; c < list.size(); ++c) {
+            const FoodList& foods = list[c].foods;
+            const std::size_t foodBytes = foodListSize(foods);
+            if (foodBytes > kMaxPayloadSize || foods.size() > 0xFFFF) {
+                return payloadTooLarge(kCatalogueFileName, running,
+                                       "the foods of " + categoryLabel(g, c), foodBytes);
+            }
+            ByteWriter f = beginChunk(sink, running++, foodBytes);
+            writeFoodList(f, foods);
         }
     }
-    out = std::move(buffer);
     return {};
+}
+
+StorageStatus writeCatalogueFile(const FoodCatalogue& catalogue, ByteBuffer& out,
+                                 VersionOnWrite version) {
+    BufferSink sink;
+    StorageStatus status = writeCatalogueFile(catalogue, sink, version);
+    if (status) {
+        out = ByteBuffer(sink.bytes());
+    }
+    return status;
 }
 
 }  // namespace nutrovex

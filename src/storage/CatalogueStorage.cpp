@@ -49,9 +49,9 @@ CatalogueLoadResult loadCatalogue(FoodCatalogue& catalogue,
     if (catalogue.filePath.empty()) {
         return {CatalogueLoad::Failed, catalogueError("no catalogue path is set")};
     }
-    ByteBuffer bytes;
+    FileSource source;
     StorageError error;
-    switch (readWholeFile(catalogue.filePath, bytes, error)) {
+    switch (source.open(catalogue.filePath, error)) {
         case ReadFile::Failed:
             return {CatalogueLoad::Failed, error};
         case ReadFile::Missing: {
@@ -76,7 +76,7 @@ CatalogueLoadResult loadCatalogue(FoodCatalogue& catalogue,
         case ReadFile::Read:
             break;
     }
-    StorageStatus status = readCatalogueFile(bytes.bytes(), catalogue, {kCatalogueFileName});
+    StorageStatus status = readCatalogueFile(source, catalogue, {kCatalogueFileName});
     catalogue.modified = false;
     if (!status) {
         return {CatalogueLoad::Failed, status};
@@ -88,10 +88,13 @@ StorageStatus saveCatalogue(FoodCatalogue& catalogue) {
     if (catalogue.filePath.empty()) {
         return catalogueError("no catalogue path is set");
     }
-    ByteBuffer bytes;
-    StorageStatus status = writeCatalogueFile(catalogue, bytes, VersionOnWrite::Current);
+    AtomicFile file(catalogue.filePath);
+    StorageStatus status = file.open(true);
     if (status) {
-        status = writeFileAtomically(catalogue.filePath, bytes.bytes(), true);
+        status = writeCatalogueFile(catalogue, file, VersionOnWrite::Current);
+    }
+    if (status) {
+        status = file.commit();
     }
     if (status) {
         catalogue.modified = false;

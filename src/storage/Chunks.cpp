@@ -20,14 +20,20 @@ ByteReader ChunkReader::header(std::string what, std::size_t fixedSize, bool fix
     if (!ok()) {
         return none;
     }
-    const std::size_t left = m_file.size() - m_pos;
+    const std::size_t fileSize = m_source.size();
+    const std::size_t left = fileSize - m_pos;
     if (left < kChunkHeaderSize) {
         fail(m_pos, left == 0 ? "the file ends before this chunk"
                               : "the chunk header needs 8 bytes but only " + std::to_string(left) +
                                     " are left");
         return none;
     }
-    ByteReader h(m_file.subspan(m_pos, kChunkHeaderSize), m_pos);
+    const std::span<const uint8_t> headerBytes = m_source.bytes(m_pos, kChunkHeaderSize);
+    if (headerBytes.size() != kChunkHeaderSize) {
+        fail(m_pos, "the file cannot be read: " + m_source.failure());
+        return none;
+    }
+    ByteReader h(headerBytes, m_pos);
     const uint32_t number = h.u32le();
     const uint32_t length = h.u32le();
     if (m_options.strict && number != m_chunk) {
@@ -47,13 +53,18 @@ ByteReader ChunkReader::header(std::string what, std::size_t fixedSize, bool fix
         return none;
     }
     const std::size_t start = m_pos + kChunkHeaderSize;
-    if (size > m_file.size() - start) {
+    if (size > fileSize - start) {
         fail(start, "the payload of " + std::to_string(size) + " bytes ends " +
-                        std::to_string(size - (m_file.size() - start)) + " bytes early");
+                        std::to_string(size - (fileSize - start)) + " bytes early");
+        return none;
+    }
+    const std::span<const uint8_t> payload = m_source.bytes(start, size);
+    if (payload.size() != size) {
+        fail(start, "the file cannot be read: " + m_source.failure());
         return none;
     }
     m_pos = start + size;
-    return ByteReader(m_file.subspan(start, size), start, m_options.strict);
+    return ByteReader(payload, start, m_options.strict);
 }
 
 bool ChunkReader::finish(const ByteReader& payload) {
@@ -73,11 +84,11 @@ bool ChunkReader::finish(const ByteReader& payload) {
 }
 
 bool ChunkReader::end() {
-    if (ok() && m_options.strict && m_pos != m_file.size()) {
+    if (ok() && m_options.strict && m_pos != m_source.size()) {
         m_started = true;
         ++m_chunk;
         m_what = "after the last chunk";
-        fail(m_pos, std::to_string(m_file.size() - m_pos) + " bytes follow the last chunk");
+        fail(m_pos, std::to_string(m_source.size() - m_pos) + " bytes follow the last chunk");
     }
     return ok();
 }
@@ -90,6 +101,15 @@ void ChunkReader::fail(std::size_t offset, std::string reason) {
     m_error.chunk = m_chunk;
     m_error.offset = static_cast<int64_t>(offset);
     m_error.reason = m_what.empty() ? std::move(reason) : m_what + ": " + reason;
+}
+
+void ChunkReader::failIn(uint32_t chunk, std::string what, std::size_t offset, std::string reason) {
+    if (!ok()) {
+        return;
+    }
+    m_chunk = chunk;
+    m_what = std::move(what);
+    fail(offset, std::move(reason));
 }
 
 StorageError payloadTooLarge(const std::string& file, uint32_t chunk, const std::string& what,

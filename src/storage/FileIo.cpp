@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <cstring>
 #include <string>
 #include <utility>
 
@@ -74,6 +75,8 @@ int openTemporary(const std::filesystem::path& path, std::string& tempPath) {
 }
 
 constexpr std::size_t kMappedBufferSize = std::size_t{1} << 20;
+// Large enough for any chunk, small enough to stay in the cache while it is parsed.
+constexpr std::size_t kWindowSize = std::size_t{256} << 10;
 
 }  // namespace
 
@@ -158,57 +161,181 @@ ReadFile readWholeFile(const std::filesystem::path& path, ByteBuffer& out, Stora
     return ReadFile::Read;
 }
 
-StorageStatus writeFileAtomically(const std::filesystem::path& path, std::span<const uint8_t> bytes,
-                                  bool createFolder) {
-    const std::string name = nameOf(path);
-    std::string tempPath;
-    int fd = openTemporary(path, tempPath);
+FileSource::~FileSource() {
+    if (m_fd >= 0) {
+        ::close(m_fd);
+    }
+}
+
+ReadFile FileSource::open(const std::filesystem::path& path, StorageError& error) {
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) {
+        if (errno == ENOENT) {
+            return ReadFile::Missing;
+        }
+        error = fileError(nameOf(path), "cannot be opened: " + systemReason(errno));
+        return ReadFile::Failed;
+    }
+    FdGuard guard(fd);
+    struct stat st {};
+    if (::fstat(fd, &st) != 0) {
+        error = fileError(nameOf(path), "cannot be read: " + systemReason(errno));
+        return ReadFile::Failed;
+    }
+    if (!S_ISREG(st.st_mode)) {
+        error = fileError(nameOf(path), "cannot be read: it is not a regular file");
+        return ReadFile::Failed;
+    }
+    (void)::posix_fadvise(fd, 0, 0, POSIX_FADV_SEQUENTIAL);
+    m_size = static_cast<std::size_t>(st.st_size);
+    m_window = ByteBuffer(std::min(m_size, kWindowSize));
+    m_start = 0;
+    m_length = 0;
+    m_fd = guard.release();
+    return ReadFile::Read;
+}
+
+std::span<const uint8_t> FileSource::bytes(std::size_t offset, std::size_t n) {
+    if (offset >= m_start && offset + n <= m_start + m_length) {
+        return {m_window.data() + (offset - m_start), n};
+    }
+    // Slide: keep what is already here from offset on, then read on from the file.
+    std::size_t kept = 0;
+    if (offset >= m_start && offset < m_start + m_length) {
+        kept = m_start + m_length - offset;
+        std::memmove(m_window.data(), m_window.data() + (offset - m_start), kept);
+    }
+    m_start = offset;
+    m_length = kept;
+    const std::size_t want = std::min(m_window.size(), m_size - offset);
+    while (m_length < want) {
+        const ssize_t got = ::pread(m_fd, m_window.data() + m_length, want - m_length,
+                                    static_cast<off_t>(offset + m_length));
+        if (got < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            m_failure = systemReason(errno);
+            break;
+        }
+        if (got == 0) {
+            m_failure = "the file became shorter while it was read";
+            break;
+        }
+        m_length += static_cast<std::size_t>(got);
+    }
+    return {m_window.data(), std::min(n, m_length)};
+}
+
+AtomicFile::AtomicFile(std::filesystem::path path) : m_path(std::move(path)) {}
+
+AtomicFile::~AtomicFile() {
+    abandon();
+}
+
+void AtomicFile::abandon() {
+    if (m_fd >= 0) {
+        ::close(m_fd);
+        m_fd = -1;
+        ::unlink(m_tempPath.c_str());
+    }
+}
+
+StorageStatus AtomicFile::open(bool createFolder) {
+    const std::string name = nameOf(m_path);
+    int fd = openTemporary(m_path, m_tempPath);
     if (fd < 0 && errno == ENOENT && createFolder) {
-        if (::mkdir(path.parent_path().c_str(), 0777) != 0 && errno != EEXIST) {
+        if (::mkdir(m_path.parent_path().c_str(), 0777) != 0 && errno != EEXIST) {
             return fileError(name, "its folder cannot be made: " + systemReason(errno));
         }
-        fd = openTemporary(path, tempPath);
+        fd = openTemporary(m_path, m_tempPath);
     }
     if (fd < 0) {
         return fileError(name, "cannot be written: " + systemReason(errno));
     }
-    FdGuard guard(fd);
-    auto fail = [&](const char* step, int errorNumber) {
-        ::close(guard.release());
-        ::unlink(tempPath.c_str());
-        return StorageStatus(fileError(name, std::string(step) + systemReason(errorNumber)));
-    };
-
+    m_fd = fd;
     // A replaced file keeps its permissions.
     struct stat old {};
-    if (::stat(path.c_str(), &old) == 0) {
+    if (::stat(m_path.c_str(), &old) == 0) {
         (void)::fchmod(fd, old.st_mode & 07777);
     }
-    int errorNumber = 0;
-    if (!writeAll(fd, bytes.data(), bytes.size(), errorNumber)) {
-        return fail("cannot be written: ", errorNumber);
+    m_window = ByteBuffer(kWindowSize);
+    m_used = 0;
+    m_errno = 0;
+    return {};
+}
+
+void AtomicFile::flush() {
+    if (m_errno == 0 && m_used > 0 && !writeAll(m_fd, m_window.data(), m_used, m_errno)) {
+        m_errno = m_errno != 0 ? m_errno : EIO;
     }
-    if (::fsync(fd) != 0) {
-        return fail("cannot be flushed to the disk: ", errno);
+    m_used = 0;  // after a failure the rest is only collected to be dropped
+}
+
+uint8_t* AtomicFile::room(std::size_t n) {
+    if (n > m_window.size()) {
+        flush();
+        m_window = ByteBuffer(n);
+    } else if (m_used + n > m_window.size()) {
+        flush();
     }
-    if (::close(guard.release()) != 0) {
-        const int e = errno;
-        ::unlink(tempPath.c_str());
+    uint8_t* p = m_window.data() + m_used;
+    m_used += n;
+    return p;
+}
+
+void AtomicFile::write(std::span<const uint8_t> bytes) {
+    flush();
+    if (m_errno == 0 && !writeAll(m_fd, bytes.data(), bytes.size(), m_errno)) {
+        m_errno = m_errno != 0 ? m_errno : EIO;
+    }
+}
+
+StorageStatus AtomicFile::commit() {
+    const std::string name = nameOf(m_path);
+    if (m_fd < 0) {
+        return fileError(name, "cannot be written: it was never opened");
+    }
+    flush();
+    if (m_errno != 0) {
+        const int e = m_errno;
+        abandon();
         return fileError(name, "cannot be written: " + systemReason(e));
     }
-    if (::rename(tempPath.c_str(), path.c_str()) != 0) {
+    if (::fsync(m_fd) != 0) {
         const int e = errno;
-        ::unlink(tempPath.c_str());
+        abandon();
+        return fileError(name, "cannot be flushed to the disk: " + systemReason(e));
+    }
+    const int fd = std::exchange(m_fd, -1);
+    if (::close(fd) != 0) {
+        const int e = errno;
+        ::unlink(m_tempPath.c_str());
+        return fileError(name, "cannot be written: " + systemReason(e));
+    }
+    if (::rename(m_tempPath.c_str(), m_path.c_str()) != 0) {
+        const int e = errno;
+        ::unlink(m_tempPath.c_str());
         return fileError(name, "cannot replace the old file: " + systemReason(e));
     }
     // Make the rename itself durable.
-    const int dirFd = ::open(path.parent_path().empty() ? "." : path.parent_path().c_str(),
+    const int dirFd = ::open(m_path.parent_path().empty() ? "." : m_path.parent_path().c_str(),
                              O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (dirFd >= 0) {
         (void)::fsync(dirFd);
         ::close(dirFd);
     }
     return {};
+}
+
+StorageStatus writeFileAtomically(const std::filesystem::path& path, std::span<const uint8_t> bytes,
+                                  bool createFolder) {
+    AtomicFile file(path);
+    if (StorageStatus s = file.open(createFolder); !s) {
+        return s;
+    }
+    file.write(bytes);
+    return file.commit();
 }
 
 }  // namespace nutrovex

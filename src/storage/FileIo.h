@@ -6,8 +6,10 @@
 #include <filesystem>
 #include <memory>
 #include <span>
+#include <string>
 #include <utility>
 
+#include "storage/Chunks.h"
 #include "storage/StorageError.h"
 
 namespace nutrovex {
@@ -26,6 +28,9 @@ public:
           m_capacity(std::exchange(other.m_capacity, 0)),
           m_mapped(other.m_mapped) {}
     ByteBuffer& operator=(ByteBuffer&& other) noexcept;
+    explicit ByteBuffer(std::span<const uint8_t> bytes) : ByteBuffer(bytes.size()) {
+        std::copy(bytes.begin(), bytes.end(), m_data);
+    }
     ByteBuffer(const ByteBuffer&) = delete;
     ByteBuffer& operator=(const ByteBuffer&) = delete;
 
@@ -51,6 +56,61 @@ enum class ReadFile { Read, Missing, Failed };
 // but cannot be read), so callers that treat a missing file as empty never overwrite real data.
 [[nodiscard]] ReadFile readWholeFile(const std::filesystem::path& path, ByteBuffer& out,
                                      StorageError& error);
+
+// A file read a window at a time for the chunk readers: the file is read once, in order, into a
+// buffer small enough to stay in the cache, whatever the file's size.
+class FileSource final : public ChunkSource {
+public:
+    FileSource() = default;
+    ~FileSource() override;
+    FileSource(const FileSource&) = delete;
+    FileSource& operator=(const FileSource&) = delete;
+
+    // Missing only when the file does not exist, as for readWholeFile.
+    [[nodiscard]] ReadFile open(const std::filesystem::path& path, StorageError& error);
+
+    [[nodiscard]] std::size_t size() const override { return m_size; }
+    [[nodiscard]] std::span<const uint8_t> bytes(std::size_t offset, std::size_t n) override;
+    [[nodiscard]] std::string failure() const override { return m_failure; }
+
+private:
+    int m_fd = -1;
+    std::size_t m_size = 0;
+    ByteBuffer m_window;
+    std::size_t m_start = 0;   // the file offset of the window's first byte
+    std::size_t m_length = 0;  // bytes of the window that hold the file
+    std::string m_failure;
+};
+
+// Replaces a file atomically, written a window at a time: a temporary file in the same folder is
+// written, flushed to the disk and renamed over the old one by commit(). Until then, and when
+// anything fails, the old file is untouched; a file never committed is removed.
+class AtomicFile final : public ChunkSink {
+public:
+    explicit AtomicFile(std::filesystem::path path);
+    ~AtomicFile() override;
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+
+    // Creates the temporary file; a missing folder is made (one level) when createFolder is set.
+    [[nodiscard]] StorageStatus open(bool createFolder);
+    [[nodiscard]] uint8_t* room(std::size_t n) override;
+    void write(std::span<const uint8_t> bytes);
+    // Writes what is left, flushes it to the disk and puts the file in place of the old one.
+    [[nodiscard]] StorageStatus commit();
+    // Drops the temporary file.
+    void abandon();
+
+private:
+    void flush();
+
+    std::filesystem::path m_path;
+    std::string m_tempPath;
+    int m_fd = -1;
+    ByteBuffer m_window;
+    std::size_t m_used = 0;
+    int m_errno = 0;  // the first write failure
+};
 
 // Replaces the file atomically: a temporary file in the same folder is written, flushed to the
 // disk and renamed over the old one. On failure the old file is untouched and the temporary

@@ -64,17 +64,25 @@ std::size_t foodSize(const FoodItem& f) {
 }
 
 void writeFood(ByteWriter& w, const FoodItem& f) {
-    w.u32be(f.key.value);
-    w.u8(f.loggedFlag);
+    uint8_t* p = w.take(5);
+    putBe32(p, f.key.value);
+    p[4] = f.loggedFlag;
     w.text(f.name);
     w.text(f.text2);
-    writeServing(w, f.serving);
-    writeServing(w, f.ref1);
-    writeServing(w, f.ref2);
-    writeNutrients(w, f.nutrients);
-    w.u16be(f.meal);
-    w.f32be(f.ratio);
-    w.u16be(f.group);
+    p = w.take(3 * kServingSize + kNutrientsSize + 8);
+    for (const ServingQuantity* s : {&f.serving, &f.ref1, &f.ref2}) {
+        putFloat(p, s->amount);
+        p[4] = s->unit;
+        p[5] = s->sub;
+        p += kServingSize;
+    }
+    for (const float n : f.nutrients) {
+        putFloat(p, n);
+        p += 4;
+    }
+    putBe16(p, f.meal);
+    putFloat(p + 2, f.ratio);
+    putBe16(p + 6, f.group);
 }
 
 namespace {

@@ -7,9 +7,9 @@
 
 namespace nutrovex {
 
-StorageStatus readUserFile(std::span<const uint8_t> bytes, UserFile& file, const CalendarDate& now,
+StorageStatus readUserFile(ChunkSource& source, UserFile& file, const CalendarDate& now,
                            const ReadOptions& options) {
-    ChunkReader chunks(bytes, options);
+    ChunkReader chunks(source, options);
 
     ByteReader h = chunks.next("the header");
     UserFileHeader header;
@@ -42,7 +42,7 @@ StorageStatus readUserFile(std::span<const uint8_t> bytes, UserFile& file, const
     file.days.clear();
     // Every day takes at least its chunk header and its fixed fields.
     file.days.reserve(
-        std::min<std::size_t>(count, bytes.size() / (kChunkHeaderSize + kMinDaySize)));
+        std::min<std::size_t>(count, source.size() / (kChunkHeaderSize + kMinDaySize)));
     for (uint16_t i = 0; i < count; ++i) {
         ByteReader d = chunks.next("day " + std::to_string(i + 1));
         auto day = std::make_unique<DayRecord>(now);
@@ -64,7 +64,7 @@ StorageStatus readUserFile(std::span<const uint8_t> bytes, UserFile& file, const
 
 StorageStatus writeUserFile(const UserFileHeader& header, const ProfileFields& profile,
                             uint16_t firstDayChunk, uint16_t dayCount, const DayList& days,
-                            ByteBuffer& out) {
+                            ChunkSink& sink) {
     if (dayCount > days.size()) {
         StorageError e =
             fileError(kUserFileName, "the day index counts " + std::to_string(dayCount) +
@@ -76,35 +76,36 @@ StorageStatus writeUserFile(const UserFileHeader& header, const ProfileFields& p
     if (profileBytes > kMaxPayloadSize) {
         return payloadTooLarge(kUserFileName, 1, "the profile", profileBytes);
     }
-    std::vector<uint32_t> daySizes(dayCount);
-    std::size_t total = 3 * kChunkHeaderSize + kUserHeaderSize + profileBytes + kDayIndexSize;
+    ByteWriter h = beginChunk(sink, 0, kUserHeaderSize);
+    h.u16be(header.version);
+    h.u16be(header.word);
+    h.u32le(header.keyCounter.value);
+    h.u16be(header.flags);
+    ByteWriter p = beginChunk(sink, 1, profileBytes);
+    writeProfile(p, profile);
+    ByteWriter x = beginChunk(sink, 2, kDayIndexSize);
+    x.u16be(firstDayChunk);
+    x.u16be(dayCount);
     for (uint16_t i = 0; i < dayCount; ++i) {
         const std::size_t size = daySize(*days[i]);
         if (size > kMaxPayloadSize) {
             return payloadTooLarge(kUserFileName, 3u + i, "day " + std::to_string(i + 1), size);
         }
-        daySizes[i] = static_cast<uint32_t>(size);
-        total += kChunkHeaderSize + size;
+        ByteWriter d = beginChunk(sink, 3u + i, size);
+        writeDay(d, *days[i]);
     }
-
-    ByteBuffer buffer(total);
-    ByteWriter w(buffer.data(), buffer.data() + total);
-    writeChunkHeader(w, 0, kUserHeaderSize);
-    w.u16be(header.version);
-    w.u16be(header.word);
-    w.u32le(header.keyCounter.value);
-    w.u16be(header.flags);
-    writeChunkHeader(w, 1, profileBytes);
-    writeProfile(w, profile);
-    writeChunkHeader(w, 2, kDayIndexSize);
-    w.u16be(firstDayChunk);
-    w.u16be(dayCount);
-    for (uint16_t i = 0; i < dayCount; ++i) {
-        writeChunkHeader(w, 3u + i, daySizes[i]);
-        writeDay(w, *days[i]);
-    }
-    out = std::move(buffer);
     return {};
+}
+
+StorageStatus writeUserFile(const UserFileHeader& header, const ProfileFields& profile,
+                            uint16_t firstDayChunk, uint16_t dayCount, const DayList& days,
+                            ByteBuffer& out) {
+    BufferSink sink;
+    StorageStatus status = writeUserFile(header, profile, firstDayChunk, dayCount, days, sink);
+    if (status) {
+        out = ByteBuffer(sink.bytes());
+    }
+    return status;
 }
 
 }  // namespace nutrovex

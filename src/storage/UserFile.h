@@ -27,12 +27,22 @@ struct UserFile {
 
 // Reads a whole UserDB.ddb. New days are made at `now` (the clock parts of a stored date are
 // not in the file). On failure, `file` keeps every chunk read before the one that failed.
-[[nodiscard]] StorageStatus readUserFile(std::span<const uint8_t> bytes, UserFile& file,
+[[nodiscard]] StorageStatus readUserFile(ChunkSource& source, UserFile& file,
                                          const CalendarDate& now, const ReadOptions& options);
+[[nodiscard]] inline StorageStatus readUserFile(std::span<const uint8_t> bytes, UserFile& file,
+                                                const CalendarDate& now,
+                                                const ReadOptions& options) {
+    MemorySource source(bytes);
+    return readUserFile(source, file, now, options);
+}
 
 // Serialises the records as they stand, totals included: the day index says `dayCount` and the
 // first `dayCount` days of the list follow. A day count larger than the list is an error, as is
-// a record too large for a chunk; then nothing is produced.
+// a record too large for a chunk; then what the sink holds is to be thrown away.
+[[nodiscard]] StorageStatus writeUserFile(const UserFileHeader& header,
+                                          const ProfileFields& profile, uint16_t firstDayChunk,
+                                          uint16_t dayCount, const DayList& days, ChunkSink& sink);
+// The same into memory; on failure `out` is left as it was.
 [[nodiscard]] StorageStatus writeUserFile(const UserFileHeader& header,
                                           const ProfileFields& profile, uint16_t firstDayChunk,
                                           uint16_t dayCount, const DayList& days, ByteBuffer& out);

@@ -38,9 +38,9 @@ Position insertSorted(std::vector<Text>& names, std::string_view name) {
 
 }  // namespace
 
-StorageStatus readUserListFile(std::span<const uint8_t> bytes, UserListFile& list,
+StorageStatus readUserListFile(ChunkSource& source, UserListFile& list,
                                const ReadOptions& options) {
-    ChunkReader chunks(bytes, options);
+    ChunkReader chunks(source, options);
     ByteReader f = chunks.nextFixed("the list format", kFormatSize);
     const uint16_t format = f.u16be();
     if (!chunks.finish(f)) {
@@ -70,7 +70,7 @@ StorageStatus readUserListFile(std::span<const uint8_t> bytes, UserListFile& lis
     return chunks.status();
 }
 
-StorageStatus writeUserListFile(const UserListFile& list, ByteBuffer& out, FormatOnWrite format) {
+StorageStatus writeUserListFile(const UserListFile& list, ChunkSink& sink, FormatOnWrite format) {
     if (list.names.size() > 0xFFFF) {
         return listError("the list holds more than 65,535 names");
     }
@@ -81,23 +81,28 @@ StorageStatus writeUserListFile(const UserListFile& list, ByteBuffer& out, Forma
     if (namesBytes > kMaxPayloadSize) {
         return payloadTooLarge(kUserListFileName, 1, "the names", namesBytes);
     }
-    const std::size_t total = 2 * kChunkHeaderSize + kFormatSize + namesBytes;
-    ByteBuffer buffer(total);
-    ByteWriter w(buffer.data(), buffer.data() + total);
-    writeChunkHeader(w, 0, kFormatSize);
+    ByteWriter f = beginChunk(sink, 0, kFormatSize);
     if (format == FormatOnWrite::Current) {
-        w.u8(1);  // the value 1 in the machine's little-endian order
-        w.u8(0);
+        f.u8(1);  // the value 1 in the machine's little-endian order
+        f.u8(0);
     } else {
-        w.u16be(list.format);
+        f.u16be(list.format);
     }
-    writeChunkHeader(w, 1, namesBytes);
+    ByteWriter w = beginChunk(sink, 1, namesBytes);
     w.u16be(static_cast<uint16_t>(list.names.size()));
     for (const Text& name : list.names) {
         w.text(name);
     }
-    out = std::move(buffer);
     return {};
+}
+
+StorageStatus writeUserListFile(const UserListFile& list, ByteBuffer& out, FormatOnWrite format) {
+    BufferSink sink;
+    StorageStatus status = writeUserListFile(list, sink, format);
+    if (status) {
+        out = ByteBuffer(sink.bytes());
+    }
+    return status;
 }
 
 std::filesystem::path UserList::usersFolder() const {
@@ -113,9 +118,9 @@ std::filesystem::path UserList::userFolder(std::string_view name) const {
 }
 
 StorageStatus UserList::read() {
-    ByteBuffer bytes;
+    FileSource source;
     StorageError error;
-    switch (readWholeFile(listPath(), bytes, error)) {
+    switch (source.open(listPath(), error)) {
         case ReadFile::Missing:
             m_names.clear();
             return write();
@@ -125,7 +130,7 @@ StorageStatus UserList::read() {
             break;
     }
     UserListFile file;
-    const StorageStatus status = readUserListFile(bytes.bytes(), file, {kUserListFileName});
+    const StorageStatus status = readUserListFile(source, file, {kUserListFileName});
     m_names = std::move(file.names);
     return status;
 }

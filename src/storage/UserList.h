@@ -25,13 +25,21 @@ struct UserListFile {
 };
 
 // Chunk 0's two bytes are read whatever its header says, as the format always has.
-[[nodiscard]] StorageStatus readUserListFile(std::span<const uint8_t> bytes, UserListFile& list,
+[[nodiscard]] StorageStatus readUserListFile(ChunkSource& source, UserListFile& list,
                                              const ReadOptions& options);
+[[nodiscard]] inline StorageStatus readUserListFile(std::span<const uint8_t> bytes,
+                                                    UserListFile& list,
+                                                    const ReadOptions& options) {
+    MemorySource source(bytes);
+    return readUserListFile(source, list, options);
+}
 
 enum class FormatOnWrite {
     Current,   // the program writes the value 1 little-endian
     AsStored,  // the tool writes back the value as the reader read it
 };
+[[nodiscard]] StorageStatus writeUserListFile(const UserListFile& list, ChunkSink& sink,
+                                              FormatOnWrite format = FormatOnWrite::Current);
 [[nodiscard]] StorageStatus writeUserListFile(const UserListFile& list, ByteBuffer& out,
                                               FormatOnWrite format = FormatOnWrite::Current);
 

@@ -40,9 +40,9 @@ StorageStatus loadUser(UserStore& store) {
     if (store.dataFilePath.empty()) {
         return noUserOpen();
     }
-    ByteBuffer bytes;
+    FileSource source;
     StorageError error;
-    switch (readWholeFile(store.dataFilePath, bytes, error)) {
+    switch (source.open(store.dataFilePath, error)) {
         case ReadFile::Missing:
             store.modified = false;
             return {};  // a new user starts empty
@@ -55,7 +55,7 @@ StorageStatus loadUser(UserStore& store) {
     file.header = store.header;
     file.profile = store.profile;  // a stored date keeps its holder's clock parts
     file.firstDayChunk = store.firstDayChunk;
-    StorageStatus status = readUserFile(bytes.bytes(), file, store.today(), {kUserFileName});
+    StorageStatus status = readUserFile(source, file, store.today(), {kUserFileName});
     // What was read before a failure stays, as it always has.
     store.header = file.header;
     store.profile = std::move(file.profile);
@@ -76,11 +76,14 @@ StorageStatus saveUser(UserStore& store) {
     for (std::size_t i = 0; i < written; ++i) {
         dayTotals(store.dayAt(static_cast<Position>(i)));
     }
-    ByteBuffer bytes;
-    StorageStatus status = writeUserFile(store.header, store.profile.fields(), store.firstDayChunk,
-                                         store.dayCount, store.days(), bytes);
+    AtomicFile file(store.dataFilePath);
+    StorageStatus status = file.open(true);
     if (status) {
-        status = writeFileAtomically(store.dataFilePath, bytes.bytes(), true);
+        status = writeUserFile(store.header, store.profile.fields(), store.firstDayChunk,
+                               store.dayCount, store.days(), file);
+    }
+    if (status) {
+        status = file.commit();
     }
     if (status) {
         store.modified = false;
