@@ -117,7 +117,7 @@ public:
         return t;
     }
     // Reads into a text, which is left as it was when the read fails.
-    void text(Text& out) {
+    [[gnu::always_inline]] void text(Text& out) {
         const uint16_t count = u16be();
         if (count == 0) {
             if (ok()) {
