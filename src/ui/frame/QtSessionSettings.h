@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QSettings>
+#include <memory>
+
+#include "core/Session.h"
+
+namespace nutrovex {
+
+// The remembered current user in the program's settings: organisation "Zerbu", application
+// "Nutrovex", "CurrentUser/Name". A root given on the command line or in the environment keeps
+// its own settings file, so every such root is self-contained.
+class QtSessionSettings final : public SessionSettings {
+public:
+    explicit QtSessionSettings(const DataRootChoice& root);
+
+    [[nodiscard]] std::string currentUserName() const override;
+    void setCurrentUserName(std::string_view name) override;
+
+private:
+    std::unique_ptr<QSettings> m_settings;
+};
+
+}  // namespace nutrovex
