@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Csv.h"
 #include "core/FoodCatalogue.h"
 
 namespace nutrovex {
@@ -17,16 +18,6 @@ inline constexpr std::size_t kFoodCsvColumns = 11;
 // Groups are written by their shown names, units by theirs, numbers in their shortest exact form;
 // each food's values are those of its serving (nutrient × ratio).
 [[nodiscard]] std::string foodsCsv(const FoodCatalogue& catalogue);
-
-// The fields of each record of a CSV text, with the line each record starts on. Quoted fields
-// may hold commas, doubled quotes and line breaks; empty lines are skipped.
-struct CsvRecord {
-    std::size_t line = 0;
-    std::vector<std::string> fields;
-};
-[[nodiscard]] std::vector<CsvRecord> parseCsv(std::string_view text);
-// A field, quoted when it holds a comma, a quote or a line break.
-[[nodiscard]] std::string csvField(std::string_view text);
 
 struct ImportRefusal {
     std::size_t line = 0;

@@ -28,6 +28,43 @@ bool countFits(ByteReader& r, uint16_t count, std::size_t minItemSize, const cha
     return false;
 }
 
+// Every list of the files is a u16 count and its items: one size/write/read for all of them.
+template <typename List, typename SizeOf>
+std::size_t listSize(const List& list, SizeOf sizeOf) {
+    std::size_t n = 2;
+    for (const auto& item : list) {
+        n += sizeOf(item);
+    }
+    return n;
+}
+
+template <typename List, typename WriteOne>
+void writeList(ByteWriter& w, const List& list, WriteOne writeOne) {
+    w.u16be(static_cast<uint16_t>(list.size()));
+    for (const auto& item : list) {
+        writeOne(w, item);
+    }
+}
+
+// An item cut short is dropped; the list keeps what was read before it.
+template <typename List, typename ReadOne>
+void readList(ByteReader& r, List& list, std::size_t minItemSize, const char* what,
+              ReadOne readOne) {
+    list.clear();
+    const uint16_t count = r.u16be();
+    if (!r.ok() || !countFits(r, count, minItemSize, what)) {
+        return;
+    }
+    list.reserve(count);
+    for (uint16_t i = 0; i < count; ++i) {
+        readOne(r, list.emplace_back());
+        if (!r.ok()) {
+            list.pop_back();
+            return;
+        }
+    }
+}
+
 }  // namespace
 
 void writeDate(ByteWriter& w, const CalendarDate& d) {
@@ -117,35 +154,15 @@ void readFood(ByteReader& r, FoodItem& f) {
 }
 
 std::size_t foodListSize(const FoodList& list) {
-    std::size_t n = 2;
-    for (const FoodItem& f : list) {
-        n += foodSize(f);
-    }
-    return n;
+    return listSize(list, foodSize);
 }
 
 void writeFoodList(ByteWriter& w, const FoodList& list) {
-    w.u16be(static_cast<uint16_t>(list.size()));
-    for (const FoodItem& f : list) {
-        writeFood(w, f);
-    }
+    writeList(w, list, writeFood);
 }
 
 void readFoodList(ByteReader& r, FoodList& list) {
-    list.clear();
-    const uint16_t count = r.u16be();
-    if (!r.ok() || !countFits(r, count, kMinFoodSize, "foods")) {
-        return;
-    }
-    list.reserve(count);
-    for (uint16_t i = 0; i < count; ++i) {
-        FoodItem& f = list.emplace_back();
-        readFood(r, f);
-        if (!r.ok()) {
-            list.pop_back();
-            return;
-        }
-    }
+    readList(r, list, kMinFoodSize, "foods", readFood);
 }
 
 std::size_t exerciseSize(const ExerciseEntry& e) {
@@ -175,35 +192,15 @@ void readExercise(ByteReader& r, ExerciseEntry& e) {
 }
 
 std::size_t exerciseListSize(const ExerciseList& list) {
-    std::size_t n = 2;
-    for (const ExerciseEntry& e : list) {
-        n += exerciseSize(e);
-    }
-    return n;
+    return listSize(list, exerciseSize);
 }
 
 void writeExerciseList(ByteWriter& w, const ExerciseList& list) {
-    w.u16be(static_cast<uint16_t>(list.size()));
-    for (const ExerciseEntry& e : list) {
-        writeExercise(w, e);
-    }
+    writeList(w, list, writeExercise);
 }
 
 void readExerciseList(ByteReader& r, ExerciseList& list) {
-    list.clear();
-    const uint16_t count = r.u16be();
-    if (!r.ok() || !countFits(r, count, kMinExerciseSize, "exercises")) {
-        return;
-    }
-    list.reserve(count);
-    for (uint16_t i = 0; i < count; ++i) {
-        ExerciseEntry& e = list.emplace_back();
-        readExercise(r, e);
-        if (!r.ok()) {
-            list.pop_back();
-            return;
-        }
-    }
+    readList(r, list, kMinExerciseSize, "exercises", readExercise);
 }
 
 std::size_t profileSize(const ProfileFields& p) {

@@ -15,6 +15,7 @@
 #include "storage/DataRoot.h"
 #include "storage/FileIo.h"
 #include "storage/UserList.h"
+#include "tool/UserLookup.h"
 
 namespace nutrovex::tool {
 
@@ -77,30 +78,11 @@ std::optional<FoodArgs> parseArgs(Args args, bool import, std::ostream& err, int
 // The user's catalogue path, when the user is listed in the data root.
 std::optional<std::filesystem::path> cataloguePathOf(const std::filesystem::path& root,
                                                      const std::string& user, std::ostream& err) {
-    ByteBuffer bytes;
-    StorageError error;
-    switch (readWholeFile(userListPath(root), bytes, error)) {
-        case ReadFile::Missing:
-            err << userListPath(root).string() << ": there is no user list in this data root\n";
-            return std::nullopt;
-        case ReadFile::Failed:
-            err << error.message() << "\n";
-            return std::nullopt;
-        case ReadFile::Read:
-            break;
-    }
-    UserListFile list;
-    if (const StorageStatus s = readUserListFile(bytes.bytes(), list, {kUserListFileName}); !s) {
-        err << s.message() << "\n";
+    const std::optional<std::filesystem::path> folder = listedUserFolder(root, user, err);
+    if (!folder) {
         return std::nullopt;
     }
-    for (const Text& name : list.names) {
-        if (name.view() == user) {
-            return userFolderPath(root, user) / kCatalogueFileName;
-        }
-    }
-    err << kUserListFileName << ": there is no user named '" << cp1252ToUtf8(user) << "'\n";
-    return std::nullopt;
+    return *folder / kCatalogueFileName;
 }
 
 // Reads the catalogue at path without side effects; false (with the reason on err) on failure.

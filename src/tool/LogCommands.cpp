@@ -6,6 +6,7 @@
 
 #include "calc/Totals.h"
 #include "core/Cp1252.h"
+#include "core/Csv.h"
 #include "core/DayRecord.h"
 #include "core/Session.h"
 #include "core/UserStore.h"
@@ -14,6 +15,7 @@
 #include "storage/UserFile.h"
 #include "storage/UserList.h"
 #include "storage/UserStorage.h"
+#include "tool/UserLookup.h"
 
 namespace nutrovex::tool {
 
@@ -37,12 +39,6 @@ int daysInMonth(int month, int year) {
     static constexpr int kDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
     return month == 2 && leap ? 29 : kDays[month - 1];
-}
-
-std::string floatText(float value) {
-    char buffer[32];
-    const auto [end, ec] = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return ec == std::errc() ? std::string(buffer, end) : std::string();
 }
 
 // Clear words on err, exit 2.
@@ -69,21 +65,6 @@ std::optional<CalendarDate> parseLogDate(std::string_view text) {
     return CalendarDate::fromDmy(*day, *month, *year);
 }
 
-std::string csvField(std::string_view text) {
-    if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
-        return std::string(text);
-    }
-    std::string quoted = "\"";
-    for (const char c : text) {
-        if (c == '"') {
-            quoted += '"';
-        }
-        quoted += c;
-    }
-    quoted += '"';
-    return quoted;
-}
-
 std::string logCsvHeader() {
     return "date,weight,level,bmr,calories,carbohydrate,fiber,protein,fat,saturated fat,"
            "exercise calories,exercise minutes,water,note\n";
@@ -95,10 +76,10 @@ std::string logCsvRow(DayRecord& day) {
     const CalendarDate& d = day.date();
     std::string row =
         std::to_string(d.month) + "/" + std::to_string(d.day) + "/" + std::to_string(d.year) + ",";
-    row += day.weight() < 0.0f ? std::string() : floatText(day.weight());
+    row += day.weight() < 0.0f ? std::string() : shortestText(day.weight());
     row += "," + std::to_string(day.level()) + "," + std::to_string(day.bmr());
     for (const float total : totals) {
-        row += "," + floatText(total);
+        row += "," + shortestText(total);
     }
     row += "," + std::to_string(exercise.calories) + "," + std::to_string(exercise.minutes);
     row += "," + std::to_string(day.water()) + ",";
@@ -140,37 +121,15 @@ int exportLog(const GlobalOptions& options, Args args, std::ostream& out, std::o
     }
 
     const std::filesystem::path root = chooseDataRoot(options.root).path;
-    // Read the list without UserList::read, which would write a missing list: exporting changes
-    // nothing on disk.
-    ByteBuffer bytes;
-    StorageError error;
-    switch (readWholeFile(userListPath(root), bytes, error)) {
-        case ReadFile::Missing:
-            err << userListPath(root).string() << ": there is no user list in this data root\n";
-            return kExitDataError;
-        case ReadFile::Failed:
-            err << error.message() << "\n";
-            return kExitDataError;
-        case ReadFile::Read:
-            break;
-    }
-    UserListFile list;
-    if (const StorageStatus s = readUserListFile(bytes.bytes(), list, {kUserListFileName}); !s) {
-        err << s.message() << "\n";
-        return kExitDataError;
-    }
-    bool listed = false;
-    for (const Text& name : list.names) {
-        listed = listed || name.view() == *user;
-    }
-    if (!listed) {
-        err << kUserListFileName << ": there is no user named '" << cp1252ToUtf8(*user) << "'\n";
+    // Exporting changes nothing on disk, not even a missing user list.
+    const std::optional<std::filesystem::path> folder = listedUserFolder(root, *user, err);
+    if (!folder) {
         return kExitDataError;
     }
 
     const SystemClock clock;
     UserStore store(clock);
-    store.userFolderPath = userFolderPath(root, *user);
+    store.userFolderPath = *folder;
     store.dataFilePath = store.userFolderPath / kUserFileName;
     if (const StorageStatus s = loadUser(store); !s) {
         err << s.message() << "\n";

@@ -17,10 +17,6 @@ namespace nutrovex::tool {
 // A date typed as M/D/YYYY; nullopt unless it is a real day of 1904..2031.
 [[nodiscard]] std::optional<CalendarDate> parseLogDate(std::string_view text);
 
-// One field of a CSV row: quoted (with doubled quotes) when it holds a comma, a quote or a line
-// break.
-[[nodiscard]] std::string csvField(std::string_view text);
-
 // The header row and one day's row of export-log: date, weight (pounds, empty when not
 // entered), activity level, BMR, the six totals, exercise calories and minutes, water, note
 // (UTF-8). The totals and exercise figures are recomputed from the day's foods and exercises.
