@@ -113,18 +113,18 @@ WeightHistory collectWeightHistory(DayCursor& days, uint16_t span) {
         return h;
     }
     const CalendarDate lastDate = days.currentDate();
-    const HistorySpan& spec = kHistorySpans[h.span];
+    const HistorySpan& spanRule = kHistorySpans[h.span];
 
-    h.labels.resize(spec.labelCount);
+    h.labels.resize(spanRule.labelCount);
     CalendarDate labelDate = lastDate;
-    for (int slot = spec.labelCount - 1; slot >= 0; --slot) {
+    for (int slot = spanRule.labelCount - 1; slot >= 0; --slot) {
         h.labels[static_cast<std::size_t>(slot)] = labelText(labelDate);
         if (slot > 0) {
-            labelDate = labelStepBack(labelDate, spec.step);
+            labelDate = labelStepBack(labelDate, spanRule.step);
         }
     }
-    if (spec.fixedDays != 0) {
-        h.dayCount = spec.fixedDays;
+    if (spanRule.fixedDays != 0) {
+        h.dayCount = spanRule.fixedDays;
     } else {
         // Dates a hostile file makes up could give any distance: keep it to what a span holds.
         const int32_t covered = dayNumber(lastDate) - dayNumber(labelDate) + 1;
