@@ -110,8 +110,45 @@ double NumericField::round(double value, uint16_t decimals) {
 }
 
 double NumericField::parse(std::string_view text) {
-    const std::string s(text);
-    return strtod_l(s.c_str(), nullptr, cLocale());
+    // Only a plain decimal number is read (blanks, sign, digits, point, exponent); whatever
+    // follows ends it, so hexadecimal, "inf" and "nan" read as far as their leading digits.
+    std::size_t i = 0;
+    const auto digitsFrom = [&](std::size_t from) {
+        std::size_t k = from;
+        while (k < text.size() && text[k] >= '0' && text[k] <= '9') {
+            ++k;
+        }
+        return k;
+    };
+    while (i < text.size() && (text[i] == ' ' || (text[i] >= '\t' && text[i] <= '\r'))) {
+        ++i;
+    }
+    const std::size_t start = i;
+    if (i < text.size() && (text[i] == '-' || text[i] == '+')) {
+        ++i;
+    }
+    const std::size_t intEnd = digitsFrom(i);
+    std::size_t end = intEnd;
+    bool anyDigit = intEnd > i;
+    if (end < text.size() && text[end] == '.') {
+        const std::size_t fracEnd = digitsFrom(end + 1);
+        anyDigit = anyDigit || fracEnd > end + 1;
+        end = fracEnd;
+    }
+    if (!anyDigit) {
+        return 0.0;
+    }
+    if (end < text.size() && (text[end] == 'e' || text[end] == 'E')) {
+        std::size_t k = end + 1;
+        if (k < text.size() && (text[k] == '-' || text[k] == '+')) {
+            ++k;
+        }
+        if (const std::size_t expEnd = digitsFrom(k); expEnd > k) {
+            end = expEnd;
+        }
+    }
+    const std::string number(text.substr(start, end - start));
+    return strtod_l(number.c_str(), nullptr, cLocale());
 }
 
 void NumericField::setValue(double v) {

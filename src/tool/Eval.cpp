@@ -20,7 +20,7 @@ std::string evalLine(const EvalRegistry& registry, const std::string& line) {
     } catch (const std::exception& e) {
         answer = {{"error", e.what()}};
     }
-    return answer.dump(-1, ' ', false, Json::error_handler_t::replace);
+    return compactJson(answer);
 }
 
 int runEval(const GlobalOptions&, Args args) {
@@ -35,9 +35,6 @@ int runEval(const GlobalOptions&, Args args) {
     while (std::getline(std::cin, line)) {
         if (!line.empty() && line.back() == '\r') {
             line.pop_back();
-        }
-        if (line.empty()) {
-            continue;
         }
         std::cout << evalLine(registry, line) << '\n' << std::flush;
     }

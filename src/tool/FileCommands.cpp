@@ -44,10 +44,6 @@ const Json& arrayField(const Json& object, const char* name, std::size_t size = 
 
 // ---- JSON printing ----
 
-std::string scalarText(const Json& v) {
-    return v.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
 // The compact size of v, or a figure above limit as soon as it is known to exceed it.
 std::size_t compactSize(const Json& v, std::size_t limit) {
     if (v.is_object() || v.is_array()) {
@@ -63,7 +59,7 @@ std::size_t compactSize(const Json& v, std::size_t limit) {
         }
         return n;
     }
-    return scalarText(v).size();
+    return scalarJsonText(v).size();
 }
 
 void appendCompact(std::string& out, const Json& v) {
@@ -88,7 +84,7 @@ void appendCompact(std::string& out, const Json& v) {
         }
         out += ']';
     } else {
-        out += scalarText(v);
+        out += scalarJsonText(v);
     }
 }
 

@@ -37,6 +37,62 @@ bool nanWithBits(const std::string& s, float& out) {
 
 }  // namespace
 
+std::string scalarJsonText(const Json& value) {
+    if (value.is_number_float()) {
+        const double d = value.get<double>();
+        if (std::isfinite(d)) {
+            char buf[40];
+            const auto r = std::to_chars(buf, buf + sizeof buf, d);
+            std::string text(buf, r.ptr);
+            if (text.find_first_of(".e") == std::string::npos) {
+                text += ".0";
+            }
+            return text;
+        }
+    }
+    return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+namespace {
+
+void appendCompact(std::string& out, const Json& value) {
+    if (value.is_object()) {
+        out += '{';
+        bool first = true;
+        for (auto it = value.begin(); it != value.end(); ++it) {
+            if (!first) {
+                out += ',';
+            }
+            first = false;
+            out += Json(it.key()).dump(-1, ' ', false, Json::error_handler_t::replace);
+            out += ':';
+            appendCompact(out, *it);
+        }
+        out += '}';
+    } else if (value.is_array()) {
+        out += '[';
+        bool first = true;
+        for (const Json& item : value) {
+            if (!first) {
+                out += ',';
+            }
+            first = false;
+            appendCompact(out, item);
+        }
+        out += ']';
+    } else {
+        out += scalarJsonText(value);
+    }
+}
+
+}  // namespace
+
+std::string compactJson(const Json& value) {
+    std::string out;
+    appendCompact(out, value);
+    return out;
+}
+
 const Json& field(const Json& object, const char* name) {
     if (!object.is_object()) {
         shapeError(std::string("expected an object holding '") + name + "'");

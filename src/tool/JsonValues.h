@@ -22,6 +22,11 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// JSON text as the tool prints it: floating numbers in their shortest round-trip form (a
+// whole number keeps ".0"), strings escaped, no blanks between tokens.
+[[nodiscard]] std::string scalarJsonText(const Json& value);
+[[nodiscard]] std::string compactJson(const Json& value);
+
 // Field access that names what is missing or of the wrong kind.
 const Json& field(const Json& object, const char* name);
 [[nodiscard]] bool boolField(const Json& object, const char* name);

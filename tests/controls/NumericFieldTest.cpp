@@ -170,7 +170,10 @@ TEST(NumericField, ParsingReadsTheLeadingNumberOnly) {
         {"--1", 0.0},
         {"1e", 1.0},
         {"2e-1", 0.2},
-        {"0x10", 16.0},
+        {"0x10", 0.0},  // only decimal numbers: what could not be typed reads as far as it is one
+        {"nan", 0.0},
+        {"-inf", 0.0},
+        {"7e+2z", 700.0},
         {"1.2.3", 1.2},
         {"\x80"
          "5",

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "tool/Eval.h"
 
 namespace nutrovex::tool {
@@ -17,6 +19,7 @@ TEST(Eval, BadLinesAnswerWithAnErrorAndNameTheProblem) {
         {R"({"op": "nope"})", "unknown op 'nope'"},
         {R"({"op": "echo"})", "missing field 'x'"},
         {R"({"op": "echo", "x": "one"})", "'x' must be an integer"},
+        {"", "parse error"},
     };
     for (const auto& c : cases) {
         const Json answer = Json::parse(evalLine(registry, c.line));
@@ -25,6 +28,15 @@ TEST(Eval, BadLinesAnswerWithAnErrorAndNameTheProblem) {
             << c.line << " -> " << answer.dump();
     }
     EXPECT_EQ(evalLine(registry, R"({"op": "echo", "x": -3})"), R"({"x":-3})");
+}
+
+TEST(Eval, NumbersArePrintedInTheirShortestForm) {
+    // Doubles that a general-purpose printer writes with 17 digits.
+    EXPECT_EQ(compactJson(floatJson(0.01543236f)), "0.01543236");
+    EXPECT_EQ(compactJson(Json(4552.400000000001)), "4552.400000000001");
+    EXPECT_EQ(compactJson(Json{{"a", floatJson(70.0f)}, {"b", Json::array({1e20, -0.0})}}),
+              R"({"a":70.0,"b":[1e+20,-0.0]})");
+    EXPECT_EQ(compactJson(floatJson(std::numeric_limits<float>::infinity())), R"("inf")");
 }
 
 }  // namespace
