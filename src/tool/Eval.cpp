@@ -9,7 +9,7 @@ namespace nutrovex::tool {
 std::string evalLine(const EvalRegistry& registry, const std::string& line) {
     Json answer;
     try {
-        const Json request = Json::parse(line);
+        const Json request = parseJson(line);
         const std::string op = stringField(request, "op");
         const auto it = registry.find(op);
         if (it == registry.end()) {

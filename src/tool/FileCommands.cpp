@@ -218,13 +218,13 @@ int writeFromJson(Args args, const char* usageLine, Build&& build) {
     }
     ByteBuffer bytes;
     try {
-        const Json json = Json::parse(text);
+        const Json json = parseJson(text);
         StorageStatus status = build(json, bytes);
         if (!status) {
             reportError(output, status.error());
             return kExitDataError;
         }
-    } catch (const Json::parse_error& e) {
+    } catch (const Json::exception& e) {
         std::cerr << input << ": not valid JSON: " << e.what() << '\n';
         return kExitDataError;
     } catch (const JsonShapeError& e) {

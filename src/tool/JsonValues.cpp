@@ -37,6 +37,32 @@ bool nanWithBits(const std::string& s, float& out) {
 
 }  // namespace
 
+Json parseJson(std::string_view text) {
+    // The parser reads "-0" as the integer 0; a negative zero float must keep its sign, so such
+    // a number (outside strings) is read as "-0.0".
+    std::string fixed;
+    bool inString = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        fixed += c;
+        if (inString) {
+            if (c == '\\' && i + 1 < text.size()) {
+                fixed += text[++i];
+            } else if (c == '"') {
+                inString = false;
+            }
+        } else if (c == '"') {
+            inString = true;
+        } else if (c == '-' && i + 1 < text.size() && text[i + 1] == '0' &&
+                   (i + 2 == text.size() ||
+                    std::string_view(",]} \t\r\n").find(text[i + 2]) != std::string_view::npos)) {
+            fixed += "0.0";
+            ++i;
+        }
+    }
+    return Json::parse(fixed);
+}
+
 std::string scalarJsonText(const Json& value) {
     if (value.is_number_float()) {
         const double d = value.get<double>();
@@ -142,6 +168,9 @@ std::string stringField(const Json& object, const char* name) {
 
 template <typename T>
 T intValue(const Json& value, const char* what) {
+    if (value.is_number_float() && value.get<double>() == 0.0) {
+        return T{0};  // "-0", which parseJson reads as a float
+    }
     if (value.is_number_unsigned()) {
         const auto u = value.get<uint64_t>();
         if (u <= static_cast<uint64_t>(std::numeric_limits<T>::max())) {

@@ -22,6 +22,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// Parses a JSON document; throws Json::exception (with what()) when it is not valid JSON or holds
+// a number beyond a double. "-0" keeps its sign: it is how a negative zero is written.
+[[nodiscard]] Json parseJson(std::string_view text);
+
 // JSON text as the tool prints it: floating numbers in their shortest round-trip form (a
 // whole number keeps ".0"), strings escaped, no blanks between tokens.
 [[nodiscard]] std::string scalarJsonText(const Json& value);

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "tool/Commands.h"
-#include "tool/FoodCommands.h"
 #include "tool/FileCommands.h"
+#include "tool/FoodCommands.h"
 #include "tool/LogCommands.h"
 
 namespace {
@@ -50,15 +50,18 @@ void printUsage(std::ostream& out) {
            "                                one CSV row per day of the user's logbook\n"
            "  import-foods --user NAME CSV  add foods to the user's catalogue (\"-\": stdin)\n"
            "  export-foods --user NAME [--csv FILE]\n"
-           "                                the user's catalogue as CSV: group, category, name, amount,\n"
-           "                                unit, calories, carbohydrate, fiber, protein, fat, saturated fat\n"
+           "                                the user's catalogue as CSV: group, category, name, "
+           "amount,\n"
+           "                                unit, calories, carbohydrate, fiber, protein, fat, "
+           "saturated fat\n"
            "\n"
            "Calculations:\n"
            "  eval                          one JSON request per line on stdin, one answer per "
            "line\n"
            "\n"
            "The data root is --root DIR, else $NUTROVEX_ROOT, else ~/.local/share/Zerbu/Nutrovex.\n"
-           "Floats are JSON numbers; a non-finite one is \"nan\", \"inf\" or \"-inf\", and dumps write\n"
+           "Floats are JSON numbers; a non-finite one is \"nan\", \"inf\" or \"-inf\", and dumps "
+           "write\n"
            "a NaN other than the plain one with its bits, as \"nan(0x7fa00001)\".\n"
            "Exit status: 0 success, 1 the data could not be read or written, 2 wrong usage.\n";
 }

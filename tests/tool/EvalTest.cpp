@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 
 #include "tool/Eval.h"
@@ -28,6 +29,16 @@ TEST(Eval, BadLinesAnswerWithAnErrorAndNameTheProblem) {
             << c.line << " -> " << answer.dump();
     }
     EXPECT_EQ(evalLine(registry, R"({"op": "echo", "x": -3})"), R"({"x":-3})");
+}
+
+TEST(Eval, ParsingKeepsANegativeZeroAndRefusesHugeNumbers) {
+    const Json j = parseJson(R"({"a": -0, "b": [-0], "c": "-0", "d": -0.5, "e": "x\"-0"})");
+    EXPECT_TRUE(std::signbit(floatValue(j["a"], "a")));
+    EXPECT_TRUE(std::signbit(floatValue(j["b"][0], "b")));
+    EXPECT_EQ(j["c"], "-0");
+    EXPECT_EQ(j["d"], -0.5);
+    EXPECT_EQ(j["e"], "x\"-0");
+    EXPECT_THROW((void)parseJson(R"({"a": 1e400})"), Json::exception);
 }
 
 TEST(Eval, NumbersArePrintedInTheirShortestForm) {
