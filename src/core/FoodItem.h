@@ -25,19 +25,20 @@ extern const char* const kMealNames[kMealCount];
 [[nodiscard]] float clampNutrient(int nutrient, float value);
 
 // A catalogue food, or a logged copy of one. ref1 is the weight reference serving, ref2 the
-// volume-or-item one.
+// volume-or-item one. The members are ordered to leave no padding but the last: a catalogue and
+// a logbook hold hundreds of thousands of these.
 struct FoodItem {
     PackedKey key;
-    uint8_t loggedFlag = 0;
     Text name;
     Text text2;
     ServingQuantity serving;
     ServingQuantity ref1;
     ServingQuantity ref2;
     Nutrients nutrients{};
-    uint16_t meal = 0;
     float ratio = 0.0f;
+    uint16_t meal = 0;
     uint16_t group = 0;
+    uint8_t loggedFlag = 0;
 
     // The reference serving that a serving of the given unit is measured against.
     [[nodiscard]] const ServingQuantity& referenceFor(uint8_t unit) const {
@@ -57,6 +58,8 @@ struct FoodItem {
         return nutrients[static_cast<std::size_t>(nutrient)] * ratio;
     }
 };
+
+static_assert(sizeof(FoodItem) == 112);
 
 using FoodList = std::vector<FoodItem>;
 

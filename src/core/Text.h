@@ -9,13 +9,16 @@ namespace nutrovex {
 
 // An 8-bit (Windows-1252) text that also knows "no text at all", which the files store
 // differently from an empty text. Short texts (every food name) live inline, so a catalogue of
-// 200,000 foods loads without an allocation per name.
+// 200,000 foods loads without an allocation per name, and a food with its two texts stays small.
 class Text {
 public:
-    Text() noexcept { m_inline[0] = 0; }
-    Text(std::string_view s) { assign(s); }  // NOLINT: implicit on purpose, texts are values
-    Text(const char* s) { assign(std::string_view(s)); }
-    Text(const std::string& s) { assign(std::string_view(s)); }
+    Text() noexcept { setTag(kNullTag); }
+    Text(std::string_view s) {  // NOLINT: implicit on purpose, texts are values
+        setTag(kNullTag);
+        assign(s);
+    }
+    Text(const char* s) : Text(std::string_view(s)) {}
+    Text(const std::string& s) : Text(std::string_view(s)) {}
     Text(const Text& other) { copyFrom(other); }
     Text(Text&& other) noexcept { moveFrom(other); }
     ~Text() { release(); }
@@ -43,14 +46,12 @@ public:
 
     static Text null() { return Text(); }
 
-    [[nodiscard]] bool isNull() const noexcept { return m_state == kNull; }
+    [[nodiscard]] bool isNull() const noexcept { return tag() == kNullTag; }
     [[nodiscard]] bool empty() const noexcept { return size() == 0; }
     [[nodiscard]] std::size_t size() const noexcept {
-        return m_state == kHeap ? heapSize() : m_inlineSize;
+        return isHeap() ? heapSize() : kInlineCapacity - (tag() & kSpareMask);
     }
-    [[nodiscard]] const char* data() const noexcept {
-        return m_state == kHeap ? heapPtr() : m_inline;
-    }
+    [[nodiscard]] const char* data() const noexcept { return isHeap() ? heapPtr() : m_bytes; }
     [[nodiscard]] std::string_view view() const noexcept { return {data(), size()}; }
     operator std::string_view() const noexcept { return view(); }  // NOLINT
     [[nodiscard]] std::string str() const { return std::string(view()); }
@@ -58,23 +59,20 @@ public:
     // Back to "no text at all".
     void clear() noexcept {
         release();
-        m_state = kNull;
-        m_inlineSize = 0;
-        m_inline[0] = 0;
+        setNull();
     }
 
     void assign(std::string_view s) {
         if (s.size() <= kInlineCapacity) {
             // s may point into this text: inline characters are moved over themselves, and a
             // heap buffer is freed only after its characters were copied out.
-            char* heap = m_state == kHeap ? heapPtr() : nullptr;
+            char* heap = isHeap() ? heapPtr() : nullptr;
             if (!s.empty()) {
-                std::memmove(m_inline, s.data(), s.size());
+                std::memmove(m_bytes, s.data(), s.size());
             }
             delete[] heap;
-            m_inline[s.size()] = 0;
-            m_inlineSize = static_cast<uint8_t>(s.size());
-            m_state = kInline;
+            m_bytes[s.size()] = 0;  // with every inline byte in use, the tag set next is the zero
+            setTag(static_cast<uint8_t>(kInlineCapacity - s.size()));
             return;
         }
         char* p = new char[s.size() + 1];
@@ -82,9 +80,9 @@ public:
         p[s.size()] = 0;
         release();
         const auto size = static_cast<uint32_t>(s.size());
-        std::memcpy(m_inline, &p, sizeof p);
-        std::memcpy(m_inline + sizeof p, &size, sizeof size);
-        m_state = kHeap;
+        std::memcpy(m_bytes, &p, sizeof p);
+        std::memcpy(m_bytes + sizeof p, &size, sizeof size);
+        setTag(kHeapTag);
     }
 
     // Equal when both are null, or both hold the same bytes.
@@ -99,49 +97,57 @@ public:
     }
 
 private:
-    static constexpr std::size_t kInlineCapacity = 29;
-    enum : uint8_t { kNull = 0, kInline = 1, kHeap = 2 };
+    // 24 bytes: up to 23 characters inline, their terminating zero, and a last byte that tells
+    // the form. Inline, it counts the unused characters, so a text of 23 characters ends in the
+    // zero it needs; on the heap, the first bytes hold the pointer and the size.
+    static constexpr std::size_t kSize = 24;
+    static constexpr std::size_t kInlineCapacity = kSize - 1;
+    static constexpr uint8_t kSpareMask = 0x1F;
+    static constexpr uint8_t kNullTag = 0x40 | kInlineCapacity;  // reads as an empty inline text
+    static constexpr uint8_t kHeapTag = 0x80;
+
+    [[nodiscard]] uint8_t tag() const noexcept { return static_cast<uint8_t>(m_bytes[kSize - 1]); }
+    void setTag(uint8_t t) noexcept { m_bytes[kSize - 1] = static_cast<char>(t); }
+    [[nodiscard]] bool isHeap() const noexcept { return tag() == kHeapTag; }
+    void setNull() noexcept {
+        m_bytes[0] = 0;
+        setTag(kNullTag);
+    }
 
     void release() noexcept {
-        if (m_state == kHeap) {
+        if (isHeap()) {
             delete[] heapPtr();
-            m_state = kNull;
+            setNull();
         }
     }
     void copyFrom(const Text& other) {
-        if (other.m_state != kHeap) {
+        if (!other.isHeap()) {
             // Null and inline texts are plain bytes: one fixed-size copy (every food name).
-            std::memcpy(static_cast<void*>(this), &other, sizeof(Text));
+            std::memcpy(m_bytes, other.m_bytes, kSize);
             return;
         }
-        m_state = kNull;
-        m_inlineSize = 0;
+        setNull();
         assign(other.view());
     }
     void moveFrom(Text& other) noexcept {
-        std::memcpy(static_cast<void*>(this), &other, sizeof(Text));
-        other.m_state = kNull;
-        other.m_inlineSize = 0;
-        other.m_inline[0] = 0;
+        std::memcpy(m_bytes, other.m_bytes, kSize);
+        other.setNull();
     }
 
     [[nodiscard]] char* heapPtr() const noexcept {
         char* p;
-        std::memcpy(&p, m_inline, sizeof p);
+        std::memcpy(&p, m_bytes, sizeof p);
         return p;
     }
     [[nodiscard]] uint32_t heapSize() const noexcept {
         uint32_t n;
-        std::memcpy(&n, m_inline + sizeof(char*), sizeof n);
+        std::memcpy(&n, m_bytes + sizeof(char*), sizeof n);
         return n;
     }
 
-    // Inline characters, or (on the heap) the pointer and the size.
-    alignas(8) char m_inline[kInlineCapacity + 1];
-    uint8_t m_inlineSize = 0;
-    uint8_t m_state = kNull;
+    char m_bytes[kSize]{};  // every byte defined, so a fixed-size copy never reads garbage
 };
 
-static_assert(sizeof(Text) == 32);
+static_assert(sizeof(Text) == 24);
 
 }  // namespace nutrovex
