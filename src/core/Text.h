@@ -12,8 +12,8 @@ namespace nutrovex {
 // 200,000 foods loads without an allocation per name, and a food with its two texts stays small.
 class Text {
 public:
-    Text() noexcept { setTag(kNullTag); }
-    Text(std::string_view s) {  // NOLINT: implicit on purpose, texts are values
+    Text() noexcept : m_bytes{} { setTag(kNullTag); }
+    Text(std::string_view s) : m_bytes{} {  // NOLINT: implicit on purpose, texts are values
         setTag(kNullTag);
         assign(s);
     }
@@ -67,9 +67,7 @@ public:
             // s may point into this text: inline characters are moved over themselves, and a
             // heap buffer is freed only after its characters were copied out.
             char* heap = isHeap() ? heapPtr() : nullptr;
-            if (!s.empty()) {
-                std::memmove(m_bytes, s.data(), s.size());
-            }
+            copyShort(m_bytes, s.data(), s.size());
             delete[] heap;
             m_bytes[s.size()] = 0;  // with every inline byte in use, the tag set next is the zero
             setTag(static_cast<uint8_t>(kInlineCapacity - s.size()));
@@ -121,17 +119,50 @@ private:
         }
     }
     void copyFrom(const Text& other) {
-        if (!other.isHeap()) {
-            // Null and inline texts are plain bytes: one fixed-size copy (every food name).
-            std::memcpy(m_bytes, other.m_bytes, kSize);
-            return;
+        // Null and inline texts are plain bytes: one fixed-size copy (every food name).
+        std::memcpy(m_bytes, other.m_bytes, kSize);
+        if (isHeap()) [[unlikely]] {
+            setNull();
+            assign(other.view());
         }
-        setNull();
-        assign(other.view());
     }
     void moveFrom(Text& other) noexcept {
         std::memcpy(m_bytes, other.m_bytes, kSize);
         other.setNull();
+    }
+
+    // Copies up to kInlineCapacity bytes without a library call; every byte is loaded before any
+    // is stored, so the source may overlap the destination.
+    static void copyShort(char* dst, const char* src, std::size_t n) noexcept {
+        if (n >= 16) {
+            char head[16];
+            char tail[16];
+            std::memcpy(head, src, 16);
+            std::memcpy(tail, src + n - 16, 16);
+            std::memcpy(dst, head, 16);
+            std::memcpy(dst + n - 16, tail, 16);
+        } else if (n >= 8) {
+            uint64_t head;
+            uint64_t tail;
+            std::memcpy(&head, src, 8);
+            std::memcpy(&tail, src + n - 8, 8);
+            std::memcpy(dst, &head, 8);
+            std::memcpy(dst + n - 8, &tail, 8);
+        } else if (n >= 4) {
+            uint32_t head;
+            uint32_t tail;
+            std::memcpy(&head, src, 4);
+            std::memcpy(&tail, src + n - 4, 4);
+            std::memcpy(dst, &head, 4);
+            std::memcpy(dst + n - 4, &tail, 4);
+        } else if (n > 0) {
+            const char first = src[0];
+            const char middle = src[n / 2];
+            const char last = src[n - 1];
+            dst[0] = first;
+            dst[n / 2] = middle;
+            dst[n - 1] = last;
+        }
     }
 
     [[nodiscard]] char* heapPtr() const noexcept {
@@ -145,7 +176,8 @@ private:
         return n;
     }
 
-    char m_bytes[kSize]{};  // every byte defined, so a fixed-size copy never reads garbage
+    // Every byte is defined from construction on, so a fixed-size copy never reads garbage.
+    char m_bytes[kSize];
 };
 
 static_assert(sizeof(Text) == 24);
