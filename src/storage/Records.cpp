@@ -56,8 +56,11 @@ void readList(ByteReader& r, List& list, std::size_t minItemSize, const char* wh
         return;
     }
     list.reserve(count);
+    // Items start as copies of a blank one: emplace_back() would clear each item with a slow
+    // block store before setting its members.
+    static const typename List::value_type blank{};
     for (uint16_t i = 0; i < count; ++i) {
-        readOne(r, list.emplace_back());
+        readOne(r, list.emplace_back(blank));
         if (!r.ok()) {
             list.pop_back();
             return;
