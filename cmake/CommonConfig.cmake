@@ -7,6 +7,10 @@ target_compile_options(nutrovex_common INTERFACE -Wall -Wextra -Wpedantic -Wshad
                                                  -ffp-contract=off)
 if(NUTROVEX_WERROR)
   target_compile_options(nutrovex_common INTERFACE -Werror)
+  # GCC 12 warns falsely about std::string internals at -O3.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(nutrovex_common INTERFACE -Wno-error=restrict)
+  endif()
 endif()
 
 # Qt strictness for the Qt targets only.
