@@ -33,6 +33,12 @@ public:
     FdGuard& operator=(const FdGuard&) = delete;
     [[nodiscard]] int get() const { return m_fd; }
     int release() { return std::exchange(m_fd, -1); }
+    void reset(int fd) {
+        if (m_fd >= 0) {
+            ::close(m_fd);
+        }
+        m_fd = fd;
+    }
 
 private:
     int m_fd;
@@ -121,7 +127,10 @@ void ByteBuffer::release() noexcept {
     m_capacity = 0;
 }
 
-ReadFile readWholeFile(const std::filesystem::path& path, ByteBuffer& out, StorageError& error) {
+// Opens a regular file for reading into guard and gives its size. Missing only when there is no
+// such file; anything else that stops the read is Failed with the reason.
+static ReadFile openRegularFile(const std::filesystem::path& path, FdGuard& guard,
+                                std::size_t& size, StorageError& error) {
     const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (fd < 0) {
         if (errno == ENOENT) {
@@ -130,7 +139,7 @@ ReadFile readWholeFile(const std::filesystem::path& path, ByteBuffer& out, Stora
         error = fileError(nameOf(path), "cannot be opened: " + systemReason(errno));
         return ReadFile::Failed;
     }
-    FdGuard guard(fd);
+    guard.reset(fd);
     struct stat st {};
     if (::fstat(fd, &st) != 0) {
         error = fileError(nameOf(path), "cannot be read: " + systemReason(errno));
@@ -140,7 +149,19 @@ ReadFile readWholeFile(const std::filesystem::path& path, ByteBuffer& out, Stora
         error = fileError(nameOf(path), "cannot be read: it is not a regular file");
         return ReadFile::Failed;
     }
-    ByteBuffer buffer(static_cast<std::size_t>(st.st_size));
+    size = static_cast<std::size_t>(st.st_size);
+    return ReadFile::Read;
+}
+
+ReadFile readWholeFile(const std::filesystem::path& path, ByteBuffer& out, StorageError& error) {
+    FdGuard guard(-1);
+    std::size_t fileSize = 0;
+    if (const ReadFile opened = openRegularFile(path, guard, fileSize, error);
+        opened != ReadFile::Read) {
+        return opened;
+    }
+    const int fd = guard.get();
+    ByteBuffer buffer(fileSize);
     std::size_t got = 0;
     while (got < buffer.size()) {
         const ssize_t n = ::read(fd, buffer.data() + got, buffer.size() - got);
@@ -168,26 +189,15 @@ FileSource::~FileSource() {
 }
 
 ReadFile FileSource::open(const std::filesystem::path& path, StorageError& error) {
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) {
-        if (errno == ENOENT) {
-            return ReadFile::Missing;
-        }
-        error = fileError(nameOf(path), "cannot be opened: " + systemReason(errno));
-        return ReadFile::Failed;
+    FdGuard guard(-1);
+    std::size_t fileSize = 0;
+    if (const ReadFile opened = openRegularFile(path, guard, fileSize, error);
+        opened != ReadFile::Read) {
+        return opened;
     }
-    FdGuard guard(fd);
-    struct stat st {};
-    if (::fstat(fd, &st) != 0) {
-        error = fileError(nameOf(path), "cannot be read: " + systemReason(errno));
-        return ReadFile::Failed;
-    }
-    if (!S_ISREG(st.st_mode)) {
-        error = fileError(nameOf(path), "cannot be read: it is not a regular file");
-        return ReadFile::Failed;
-    }
+    const int fd = guard.get();
     (void)::posix_fadvise(fd, 0, 0, POSIX_FADV_SEQUENTIAL);
-    m_size = static_cast<std::size_t>(st.st_size);
+    m_size = fileSize;
     m_window = ByteBuffer(std::min(m_size, kWindowSize));
     m_start = 0;
     m_length = 0;
