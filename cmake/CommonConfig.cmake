@@ -18,3 +18,9 @@ add_library(nutrovex_qt_strict INTERFACE)
 target_compile_definitions(nutrovex_qt_strict INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII
                                                        QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
                                                        QT_NO_KEYWORDS)
+
+# Rebuilds across several checkouts share compiled objects when ccache is there.
+find_program(NUTROVEX_CCACHE ccache)
+if(NUTROVEX_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${NUTROVEX_CCACHE}")
+endif()
