@@ -4,8 +4,8 @@
 #include <QMainWindow>
 #include <QMessageBox>
 
-#include "core/Session.h"
 #include "data/ShippedCatalogue.h"
+#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/QtSessionSettings.h"
 
@@ -54,6 +54,6 @@ int main(int argc, char** argv) {
         QMessageBox::warning(&window, QStringLiteral("Nutrovex"), toQString(loaded.message()));
     }
     status->setText(toQString(std::string(session.openUserName())) + QStringLiteral("\n") +
-                    toQString(longDateText(session.store().currentDate)));
+                    toQString(longDateText(session.days().currentDate())));
     return QApplication::exec();
 }

@@ -1,5 +1,6 @@
 #include "calc/Bmr.h"
 
+#include "core/DayRecord.h"
 #include "core/UserProfile.h"
 
 namespace nutrovex {
@@ -71,6 +72,24 @@ BmrResult computeBmr(const UserProfile& profile, uint16_t level, float weightPou
             return {true, 0};
     }
     return {true, static_cast<uint16_t>(static_cast<int32_t>(result))};
+}
+
+void setDayWeight(DayRecord& day, float pounds, const UserProfile& profile) {
+    DayFields& m = day.rawFields();
+    if (pounds < 0.0f) {
+        m.level = 0;
+        m.bmr = 0;
+    } else {
+        if (m.level == 0) {
+            m.level = profile.defaultLevel();
+        }
+        if (m.level != kLevelManual) {
+            const BmrResult r = computeBmr(profile, m.level, pounds);
+            (void)day.setBmr(r.ok ? r.bmr : 0);
+        }
+    }
+    m.weight = pounds;
+    m.flags |= kDayFlagWeight;
 }
 
 }  // namespace nutrovex

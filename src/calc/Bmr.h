@@ -4,6 +4,7 @@
 
 namespace nutrovex {
 
+class DayRecord;
 class UserProfile;
 
 // A whole number and whether it could be computed.
@@ -39,5 +40,9 @@ extern const char* const kActivityLevelNames[6];
 // Harris-Benedict BMR scaled by the activity level; fails for level 5 and for a missing height,
 // weight or age.
 [[nodiscard]] BmrResult computeBmr(const UserProfile& profile, uint16_t level, float weightPounds);
+
+// Stores a day's weight and settles its activity level and BMR from the profile: no weight
+// (negative) clears both; a level of 0 takes the profile's default; a manual BMR is kept.
+void setDayWeight(DayRecord& day, float pounds, const UserProfile& profile);
 
 }  // namespace nutrovex

@@ -1,6 +1,6 @@
 #include "core/FoodItem.h"
 
-#include "calc/ServingUnits.h"
+#include "core/ServingUnits.h"
 
 namespace nutrovex {
 

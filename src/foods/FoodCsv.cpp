@@ -4,10 +4,10 @@
 #include <cmath>
 #include <optional>
 
-#include "calc/ServingUnits.h"
 #include "core/Cp1252.h"
 #include "core/Csv.h"
 #include "core/Names.h"
+#include "core/ServingUnits.h"
 #include "foods/CatalogueOps.h"
 #include "foods/FoodFinder.h"
 #include "foods/FoodForms.h"

@@ -5,12 +5,13 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
-#include <random>
 #include <string>
 #include <vector>
 
+#include "TempDir.h"
 #include "core/FoodCatalogue.h"
-#include "core/Session.h"
+#include "session/Session.h"
+#include "session/UsersForm.h"
 #include "storage/CatalogueFile.h"
 
 namespace nutrovex {
@@ -40,14 +41,7 @@ std::vector<uint8_t> shippedCatalogue() {
 
 class SessionTest : public ::testing::Test {
 protected:
-    SessionTest() : clock(CalendarDate::fromDmy(21, 11, 2002)), shipped(shippedCatalogue()) {
-        std::random_device rd;
-        root = fs::temp_directory_path() / ("nutrovex-session-" + std::to_string(rd()));
-    }
-    ~SessionTest() override {
-        std::error_code ec;
-        fs::remove_all(root, ec);
-    }
+    SessionTest() : clock(CalendarDate::fromDmy(21, 11, 2002)), shipped(shippedCatalogue()) {}
 
     std::unique_ptr<Session> started() {
         auto s = std::make_unique<Session>(root, clock, settings, shipped);
@@ -59,7 +53,8 @@ protected:
     FixedClock clock;
     MemorySettings settings;
     std::vector<uint8_t> shipped;
-    fs::path root;
+    test::TempDir dir;
+    fs::path root = dir.path() / "root";
 };
 
 TEST_F(SessionTest, FirstStartOnAnEmptyRoot) {
@@ -183,7 +178,7 @@ TEST_F(SessionTest, AddingSwitchingRenamingAndDeletingUsers) {
     EXPECT_TRUE(fs::exists(root / "Users" / "Ann" / "UserDB.ddb"));
     EXPECT_EQ(s->days().currentRecord(), nullptr);
     EXPECT_FALSE(s->addUser("Ann").ok());
-    EXPECT_EQ(addUserRefusal().caption, "New User");
+    EXPECT_EQ(UsersForm::addRefusal().caption, "New User");
 
     status = s->switchUser("Zerbu");
     ASSERT_TRUE(status.ok()) << status.message();
@@ -211,7 +206,7 @@ TEST_F(SessionTest, AddingSwitchingRenamingAndDeletingUsers) {
     ASSERT_EQ(s->users().count(), 1u);
     EXPECT_EQ(s->preselectedUser(), 0);
 
-    EXPECT_EQ(confirmDeleteUser("Ann").text,
+    EXPECT_EQ(UsersForm::confirmDelete("Ann").text,
               "Delete the user name and ALL ASSOCIATED DATA of 'Ann'?");
 }
 
