@@ -15,10 +15,12 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Zerbu"));
     QApplication::setApplicationName(QStringLiteral("Nutrovex"));
+    QApplication::setApplicationVersion(QStringLiteral(NUTROVEX_VERSION));
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Nutrovex, a nutrition and fitness logbook"));
     parser.addHelpOption();
+    parser.addVersionOption();
     const QCommandLineOption rootOption(
         QStringLiteral("root"), QStringLiteral("Keep the data in <dir>."), QStringLiteral("dir"));
     parser.addOption(rootOption);
