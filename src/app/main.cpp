@@ -6,6 +6,7 @@
 
 #include "core/Session.h"
 #include "data/ShippedCatalogue.h"
+#include "storage/CatalogueStorage.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/QtSessionSettings.h"
 
@@ -29,7 +30,9 @@ int main(int argc, char** argv) {
     const DataRootChoice root = chooseDataRoot(parser.value(rootOption).toStdString());
     const SystemClock clock;
     QtSessionSettings settings(root);
-    Session session(root.path, clock, settings, shippedCatalogue());
+    const std::vector<uint8_t> templateCatalogue = chooseTemplateCatalogue(
+        QCoreApplication::applicationDirPath().toStdString(), shippedCatalogue());
+    Session session(root.path, clock, settings, templateCatalogue);
 
     std::string reason;
     switch (session.start(reason)) {
