@@ -35,6 +35,18 @@ if(TARGET nutrovex)
   endif()
 endif()
 
+# The desktop entry and the metainfo as the desktops' own validators read them.
+find_program(NUTROVEX_DESKTOP_FILE_VALIDATE desktop-file-validate)
+if(NUTROVEX_DESKTOP_FILE_VALIDATE)
+  add_test(NAME desktop-entry
+           COMMAND ${NUTROVEX_DESKTOP_FILE_VALIDATE} ${dist}/${NUTROVEX_APP_ID}.desktop)
+endif()
+find_program(NUTROVEX_APPSTREAMCLI appstreamcli)
+if(NUTROVEX_APPSTREAMCLI)
+  add_test(NAME metainfo COMMAND ${NUTROVEX_APPSTREAMCLI} validate --no-net
+                                 ${dist}/${NUTROVEX_APP_ID}.metainfo.xml)
+endif()
+
 # The Debian package: nutrovex_<version>_<arch>.deb. Its library dependencies are read from the
 # binaries (dpkg-shlibdeps); Qt's platform plugins are a package of their own that no binary
 # links, and the program cannot open a window without them.

@@ -4,6 +4,9 @@
 #include <QMainWindow>
 #include <QMessageBox>
 
+#include <cstdio>
+#include <string_view>
+
 #include "core/Session.h"
 #include "data/ShippedCatalogue.h"
 #include "storage/CatalogueStorage.h"
@@ -13,6 +16,13 @@
 using namespace nutrovex;
 
 int main(int argc, char** argv) {
+    // The version answers without a display, as on a server or in a package check.
+    for (int i = 1; i < argc; ++i) {
+        if (std::string_view(argv[i]) == "--version") {
+            std::printf("Nutrovex %s\n", NUTROVEX_VERSION);
+            return 0;
+        }
+    }
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Zerbu"));
     QApplication::setApplicationName(QStringLiteral("Nutrovex"));
