@@ -6,7 +6,7 @@
 include(GNUInstallDirs)
 
 set(NUTROVEX_APP_ID "org.zerbu.Nutrovex")
-set(NUTROVEX_ICON "${PROJECT_SOURCE_DIR}/src/ui/resources/art/icon.svg"
+set(NUTROVEX_ICON "${PROJECT_SOURCE_DIR}/src/ui/resources/art/nutrovex.svg"
     CACHE FILEPATH "The scalable application icon that is installed")
 set(dist ${PROJECT_SOURCE_DIR}/dist/linux)
 

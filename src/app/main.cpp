@@ -10,6 +10,7 @@
 #include "core/Session.h"
 #include "data/ShippedCatalogue.h"
 #include "storage/CatalogueStorage.h"
+#include "ui/Resources.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/QtSessionSettings.h"
 
@@ -27,6 +28,7 @@ int main(int argc, char** argv) {
     QApplication::setOrganizationName(QStringLiteral("Zerbu"));
     QApplication::setApplicationName(QStringLiteral("Nutrovex"));
     QApplication::setApplicationVersion(QStringLiteral(NUTROVEX_VERSION));
+    QApplication::setWindowIcon(applicationIcon());
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Nutrovex, a nutrition and fitness logbook"));
