@@ -20,6 +20,10 @@ endforeach()
 
 install(FILES ${PROJECT_BINARY_DIR}/data/FoodDB.ddb DESTINATION ${CMAKE_INSTALL_DATADIR}/nutrovex)
 install(FILES ${dist}/nutrovex-tool.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+# The food tables' licence travels with the catalogue made from them.
+install(FILES ${dist}/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/nutrovex)
+install(FILES ${PROJECT_SOURCE_DIR}/data/food-tables-LICENSE.txt
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/nutrovex)
 
 if(TARGET nutrovex)
   install(FILES ${dist}/nutrovex.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
