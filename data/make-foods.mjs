@@ -93,7 +93,7 @@ const SHORT_NAMES = {
   M007: 'Egg, omelet', M008: 'Country egg, raw', M009: 'Country egg, boiled',
   M010: 'Country egg, omelet', M011: 'Duck egg, boiled', M012: 'Duck egg, raw',
   M013: 'Duck egg, omelet', M014: 'Quail egg, raw', M015: 'Quail egg, boiled',
-  N001: 'Chicken leg, no skin', N002: 'Chicken thigh', N003: 'Chicken breast, raw',
+  N001: 'Chicken leg', N002: 'Chicken thigh', N003: 'Chicken breast, raw',
   N004: 'Chicken wing', N005: 'Chicken liver', N006: 'Chicken gizzard',
   N007: 'Country hen leg', N008: 'Country hen thigh', N009: 'Country hen breast',
   N010: 'Country hen wing', N011: 'Duck, with skin', N012: 'Emu, skinless',
