@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <span>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -9,9 +10,12 @@
 #include "calc/Totals.h"
 #include "core/FoodCatalogue.h"
 #include "core/UserStore.h"
+#include "data/ShippedCatalogue.h"
 #include "foods/FoodCsv.h"
 #include "foods/LogFoodForm.h"
 #include "logbook/DayCursor.h"
+#include "storage/CatalogueFile.h"
+#include "storage/FileIo.h"
 
 namespace nutrovex {
 namespace {
@@ -47,6 +51,18 @@ TEST(ShippedFoodsCsv, ImportsWithoutARefusalAndExportsTheSameRows) {
         expected[0] = kFoodGroupNames[std::stoi(expected[0])];
         EXPECT_EQ(exported[r].fields, expected) << "line " << source[r].line;
     }
+}
+
+// The build turns foods.csv into the shipped FoodDB.ddb on its own; importing the same file into
+// an empty catalogue must give that file byte for byte, keys included.
+TEST(ShippedFoodsCsv, ImportedIntoAnEmptyCatalogueIsTheShippedCatalogueByteForByte) {
+    FoodCatalogue catalogue;
+    ASSERT_TRUE(importFoodsCsv(catalogue, readFile(NUTROVEX_FOODS_CSV)).refused.empty());
+    ByteBuffer written;
+    ASSERT_TRUE(writeCatalogueFile(catalogue, written).ok());
+    const std::span<const uint8_t> shipped = shippedCatalogue();
+    ASSERT_EQ(written.size(), shipped.size());
+    EXPECT_TRUE(std::equal(shipped.begin(), shipped.end(), written.data()));
 }
 
 // A person logs 150 g of the tables' milled raw rice (per 100 g: 356 kcal, 81.05 g carbohydrate,
