@@ -19,14 +19,31 @@ foreach(program IN ITEMS nutrovex nutrovex-tool)
 endforeach()
 
 install(FILES ${PROJECT_BINARY_DIR}/data/FoodDB.ddb DESTINATION ${CMAKE_INSTALL_DATADIR}/nutrovex)
-install(FILES ${dist}/nutrovex-tool.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+# Man pages are installed compressed, as Debian has them.
+find_program(NUTROVEX_GZIP gzip REQUIRED)
+set(man_pages nutrovex-tool.1)
+if(TARGET nutrovex)
+  list(APPEND man_pages nutrovex.1)
+endif()
+set(compressed_pages)
+foreach(page IN LISTS man_pages)
+  set(out ${PROJECT_BINARY_DIR}/man/${page})
+  add_custom_command(
+    OUTPUT ${out}.gz
+    COMMAND ${CMAKE_COMMAND} -E copy ${dist}/${page} ${out}
+    COMMAND ${NUTROVEX_GZIP} -9nf ${out}
+    DEPENDS ${dist}/${page}
+    COMMENT "Compressing the man page ${page}")
+  list(APPEND compressed_pages ${out}.gz)
+endforeach()
+add_custom_target(nutrovex_man_pages ALL DEPENDS ${compressed_pages})
+install(FILES ${compressed_pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 # The food tables' licence travels with the catalogue made from them.
 install(FILES ${dist}/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/nutrovex)
 install(FILES ${PROJECT_SOURCE_DIR}/data/food-tables-LICENSE.txt
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/nutrovex)
 
 if(TARGET nutrovex)
-  install(FILES ${dist}/nutrovex.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES ${dist}/${NUTROVEX_APP_ID}.desktop
           DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
   install(FILES ${dist}/${NUTROVEX_APP_ID}.metainfo.xml
