@@ -10,6 +10,7 @@
 
 #include "TempDir.h"
 #include "core/FoodCatalogue.h"
+#include "core/FoodItem.h"
 #include "session/Session.h"
 #include "session/UsersForm.h"
 #include "storage/CatalogueFile.h"
@@ -126,6 +127,36 @@ TEST_F(SessionTest, SavedDataAndTheCatalogueComeBackNextTime) {
     EXPECT_EQ(day->water(), 5);
     ASSERT_EQ(s->catalogue().groups[5].size(), 1u);
     EXPECT_EQ(s->catalogue().groups[5][0].name, "Bagels");
+}
+
+TEST_F(SessionTest, OnlyWhatTheNoticesMarkIsSavedAndTotalsFollowTheFoods) {
+    auto s = started();
+    ASSERT_TRUE(s->initialLoad().ok());
+    ASSERT_TRUE(s->saveUserData().ok());
+    const fs::path userFile = root / "Users" / "Zerbu" / "UserDB.ddb";
+    const std::vector<uint8_t> saved = fileBytes(userFile);
+
+    // Edited without a notice: nothing is due, so a save point writes nothing.
+    (void)s->days().ensureCurrentDay();
+    DayRecord& day = *s->days().currentRecord();
+    FoodItem bagel;
+    bagel.name = "Bagel";
+    bagel.nutrients[kCalories] = 250.0f;
+    bagel.ratio = 2.0f;
+    day.group(5).push_back(bagel);
+    day.rawFields().totals = {1, 1, 1, 1, 1, 1};  // stale
+    EXPECT_FALSE(s->userDataModified());
+    EXPECT_TRUE(s->saveModified().ok());
+    EXPECT_EQ(fileBytes(userFile), saved);
+
+    // The command's notice makes the save point write the day, its totals recomputed first.
+    s->apply(Notices{.userData = true});
+    EXPECT_TRUE(s->userDataModified());
+    EXPECT_FALSE(s->catalogueModified());
+    ASSERT_TRUE(s->saveModified().ok());
+    EXPECT_FALSE(s->userDataModified());
+    EXPECT_NE(fileBytes(userFile), saved);
+    EXPECT_FLOAT_EQ(day.totals()[kCalories], 500.0f);
 }
 
 TEST_F(SessionTest, AFileThatCannotBeReadIsNeverWrittenOver) {
