@@ -15,15 +15,15 @@ const char* const kActivityLevelNames[6] = {"",
 int16_t roundWhole(float value) {
     if (!(value >= 0.0f)) {  // negative or NaN
         value = 0.0f;
-    } else if (value > 10000.0f) {
-        value = 10000.0f;
+    } else if (value > static_cast<float>(kMaxShownWhole)) {
+        value = static_cast<float>(kMaxShownWhole);
     }
     auto whole = static_cast<int16_t>(value);
     const float fraction = value - static_cast<float>(whole);
     if (static_cast<double>(fraction) >= 0.49) {
         ++whole;
     }
-    return whole > 10000 ? int16_t{10000} : whole;
+    return whole > kMaxShownWhole ? kMaxShownWhole : whole;
 }
 
 WholeResult weightToWhole(float pounds, bool toKg) {

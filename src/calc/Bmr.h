@@ -16,6 +16,7 @@ struct WholeResult {
 // The shared rounding of shown numbers: clamp to 0..10000, then round the whole part up when the
 // single-precision fraction is at least 0.49 (a deliberate threshold, so 70.495 shows as 71).
 [[nodiscard]] int16_t roundWhole(float value);
+inline constexpr int16_t kMaxShownWhole = 10000;
 
 // Pounds to whole pounds, or to whole kilograms at 2.21 pounds per kilogram.
 [[nodiscard]] WholeResult weightToWhole(float pounds, bool toKg);

@@ -86,7 +86,7 @@ std::optional<std::string> nameOf(std::string_view field, const char* what, std:
     }
     if (name.size() > kNameFieldLimit) {
         reason = std::string("the ") + what + " '" + std::string(stripBlanks(field)) +
-                 "' is longer than 20 characters";
+                 "' is longer than " + std::to_string(kNameFieldLimit) + " characters";
         return std::nullopt;
     }
     return std::string(name);
