@@ -1,11 +1,13 @@
 #include "logbook/Logbook.h"
 
+#include <cmath>
 #include <cstdio>
 
 #include "calc/Bmr.h"
 #include "calc/Goals.h"
 #include "core/DayRecord.h"
 #include "core/UserProfile.h"
+#include "logbook/WeighIn.h"
 
 namespace nutrovex {
 
@@ -29,7 +31,7 @@ std::string subtractedCalories(long calories) {
 }
 
 long netCalories(float mealCalories, int bmr, uint32_t exerciseCalories) {
-    const auto meals = static_cast<long>(static_cast<double>(mealCalories) + 0.5);
+    const auto meals = static_cast<long>(std::round(static_cast<double>(mealCalories)));
     return meals - bmr - static_cast<long>(exerciseCalories);
 }
 
@@ -56,11 +58,12 @@ LogbookFigures logbookFigures(const CalendarDate& date, const DayRecord* day,
     f.date = longDateText(date);
     const char* unit = logbookWeightUnit(profile.metric());
     const WholeResult weight =
-        day != nullptr ? weightToWhole(day->weight(), profile.metric()) : WholeResult{};
+        day != nullptr ? dayWeightToWhole(day->weight(), profile.metric()) : WholeResult{};
     f.weight = day != nullptr && weight.value >= 1 ? format("%d  %s", weight.value, unit)
                                                    : format("---  %s", unit);
     if (day != nullptr) {
-        f.meals = format("%1.0f", static_cast<double>(day->totals()[0]));
+        // Halves away from zero, as the net total below rounds them (printf would round to even).
+        f.meals = format("%1.0f", std::round(static_cast<double>(day->totals()[0])) + 0.0);
         f.bmr = subtractedCalories(day->bmr());
         f.exercise = subtractedCalories(static_cast<long>(day->exerciseCalories));
         f.total = netTotalText(netCalories(day->totals()[0], day->bmr(), day->exerciseCalories));
