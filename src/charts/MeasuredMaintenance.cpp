@@ -92,13 +92,18 @@ Maintenance measureMaintenance(std::span<const DaySample> days, int32_t currentD
 }
 
 Maintenance measureMaintenance(const DayList& days, const CalendarDate& current) {
+    const int32_t currentDay = dayNumber(current);
     std::vector<DaySample> samples;
     samples.reserve(days.size());
     for (const auto& day : days) {
-        samples.push_back({dayNumber(day->date()), day->weight(),
-                           static_cast<double>(computeDayTotals(*day)[kCalories])});
+        const int32_t d = dayNumber(day->date());
+        // Only the window's foods matter; a twenty-year logbook is not summed for four weeks.
+        const bool inWindow = d > currentDay - kMaintenanceWindowDays && d <= currentDay;
+        samples.push_back(
+            {d, day->weight(),
+             inWindow ? static_cast<double>(computeDayTotals(*day)[kCalories]) : 0.0});
     }
-    return measureMaintenance(samples, dayNumber(current));
+    return measureMaintenance(samples, currentDay);
 }
 
 int32_t roundedMaintenance(double calories) {
