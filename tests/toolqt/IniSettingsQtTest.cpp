@@ -85,5 +85,15 @@ TEST_F(IniSettingsQt, AMissingFileIsMadeAndTheFolderTooWhenTheRootIsNew) {
     EXPECT_EQ(qt.value(QStringLiteral("CurrentUser/Name")).toString(), QStringLiteral("Demo"));
 }
 
+TEST(IniSettingsPath, MatchesWhereQtKeepsTheProgramsSettings) {
+    // Without a root of its own the program uses the per-user settings of "Zerbu"/"Nutrovex".
+    const QSettings qt(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Zerbu"),
+                       QStringLiteral("Nutrovex"));
+    const DataRootChoice defaultRoot{"/somewhere", false};
+    EXPECT_EQ(QString::fromStdString(settingsFilePath(defaultRoot).string()), qt.fileName());
+    const DataRootChoice given{"/data/root", true};
+    EXPECT_EQ(settingsFilePath(given), fs::path("/data/root/Nutrovex.ini"));
+}
+
 }  // namespace
 }  // namespace nutrovex::tool
