@@ -6,6 +6,7 @@
 
 #include "core/Session.h"
 #include "data/ShippedCatalogue.h"
+#include "ui/Resources.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/QtSessionSettings.h"
 
@@ -15,6 +16,7 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Zerbu"));
     QApplication::setApplicationName(QStringLiteral("Nutrovex"));
+    QApplication::setWindowIcon(applicationIcon());
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Nutrovex, a nutrition and fitness logbook"));
