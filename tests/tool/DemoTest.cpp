@@ -204,6 +204,13 @@ TEST_F(DemoTest, NeverTouchesAnExistingUser) {
     EXPECT_EQ(store.profile.userName(), "Zo\xEB");
     EXPECT_EQ(fileText(file), before);
 
+    // A name that would leave the users folder is refused in words.
+    for (const char* name : {"../outside", "a/b", ".."}) {
+        EXPECT_EQ(run(root, {"--user", name}), kExitDataError) << name;
+        EXPECT_NE(err.str().find("user name cannot"), std::string::npos) << err.str();
+    }
+    EXPECT_FALSE(fs::exists(root / "outside"));
+
     // A folder of that name left on disk is someone's data too.
     fs::create_directories(root / "Users" / "Left");
     std::ofstream(root / "Users" / "Left" / "UserDB.ddb") << "keep";
