@@ -112,19 +112,21 @@ std::filesystem::path settingsFilePath(const DataRootChoice& root) {
 std::string iniEscapedValue(std::string_view utf8) {
     std::string body;
     bool quote = !utf8.empty() && (utf8.front() == ' ' || utf8.back() == ' ');
+    // After a \x escape a hex digit would be read as part of it, so it is escaped too.
+    bool afterHexEscape = false;
     for (std::size_t i = 0; i < utf8.size(); ++i) {
         const auto c = static_cast<unsigned char>(utf8[i]);
-        if (i == 0 && c == '@') {
+        const bool hexEscape = c < 0x20 || c == 0x7F || (afterHexEscape && hexDigit(utf8[i]) >= 0);
+        afterHexEscape = hexEscape;
+        if (hexEscape) {
+            char hex[8];
+            std::snprintf(hex, sizeof hex, "\\x%x", c);
+            body += hex;
+        } else if (i == 0 && c == '@') {
             body += "@@";
         } else if (c == '\\' || c == '"') {
             body += '\\';
             body += static_cast<char>(c);
-        } else if (c < 0x20 || c == 0x7F) {
-            char hex[8];
-            std::snprintf(hex, sizeof hex, "\\x%x", c);
-            body += hex;
-            // A hex digit after the escape would be read as part of it.
-            quote = quote || (i + 1 < utf8.size() && hexDigit(utf8[i + 1]) >= 0);
         } else {
             quote = quote || c == ',' || c == ';' || c == '=' || c == '#';
             body += static_cast<char>(c);
@@ -185,7 +187,7 @@ std::string withIniValue(std::string_view text, std::string_view section, std::s
             return out + line + source.substr(rest);
         }
         out += l;
-        if (inSection && !trimmed(l).empty()) {
+        if (inSection && !trimmed(l.substr(0, l.find('\n'))).empty()) {
             insertAt = out.size();
         }
     }

@@ -15,8 +15,9 @@ namespace nutrovex::tool {
 [[nodiscard]] std::filesystem::path settingsFilePath(const DataRootChoice& root);
 
 // A value as the INI format writes it: backslashes and double quotes escaped, a leading "@"
-// doubled (it would otherwise announce a typed value), control characters as \xhh, and the whole
-// value quoted when blanks at its ends, ",", ";", "=" or "#" would otherwise change what is read.
+// doubled (it would otherwise announce a typed value), control characters as \xhh (and hex digits
+// right after one too), and the whole value quoted when blanks at its ends, ",", ";", "=" or "#"
+// would otherwise change what is read.
 [[nodiscard]] std::string iniEscapedValue(std::string_view utf8);
 // The value of an INI line, unescaped; the reverse of iniEscapedValue for what it writes.
 [[nodiscard]] std::string iniUnescapedValue(std::string_view raw);
