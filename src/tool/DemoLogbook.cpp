@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <random>
 #include <vector>
 
@@ -49,7 +50,12 @@ struct CatalogueFood {
     int category;
     int item;
     float calories;  // for the catalogue's own serving
+    bool served;     // measured as people serve it (an item, a cup, an ounce), not weighed
 };
+
+// Grams and kilograms: the composition tables' raw ingredients come weighed.
+constexpr uint8_t kGramsUnit = 12;
+constexpr uint8_t kKilogramsUnit = 13;
 
 enum Meal { kBreakfast, kLunch, kDinner, kSnack };
 
@@ -94,10 +100,14 @@ std::vector<CatalogueFood> usableFoods(const FoodCatalogue& catalogue) {
         const CategoryList& categories = catalogue.groups[static_cast<std::size_t>(g)];
         for (std::size_t c = 0; c < categories.size(); ++c) {
             for (std::size_t i = 0; i < categories[c].foods.size(); ++i) {
-                const float calories = categories[c].foods[i].shownNutrient(kCalories);
+                const FoodItem& food = categories[c].foods[i];
+                const float calories = food.shownNutrient(kCalories);
+                const bool served =
+                    food.serving.unit != kGramsUnit && food.serving.unit != kKilogramsUnit;
                 // Skip what nobody eats by itself as a meal's part (a spoon of sugar, tea).
                 if (calories >= 40.0f && calories <= 800.0f) {
-                    foods.push_back({g, static_cast<int>(c), static_cast<int>(i), calories});
+                    foods.push_back(
+                        {g, static_cast<int>(c), static_cast<int>(i), calories, served});
                 }
             }
         }
@@ -105,20 +115,39 @@ std::vector<CatalogueFood> usableFoods(const FoodCatalogue& catalogue) {
     return foods;
 }
 
-const CatalogueFood& pickFood(const std::vector<CatalogueFood>& foods, Meal meal,
+// A food of one of the meal's groups whose serving is near the calories wanted, so that nobody
+// eats a plate of chillies, preferring dishes served as they are to weighed ingredients; failing
+// that, a food of any of its groups, then any food.
+const CatalogueFood& pickFood(const std::vector<CatalogueFood>& foods, Meal meal, double wanted,
                               DemoRandom& random) {
     const std::vector<int>& groups = kMealGroups[meal];
     const int group = groups[static_cast<std::size_t>(random.between(0, int(groups.size()) - 1))];
-    std::vector<const CatalogueFood*> inGroup;
-    for (const CatalogueFood& f : foods) {
-        if (f.group == group) {
-            inGroup.push_back(&f);
+    const auto near = [&](const CatalogueFood& f) {
+        return f.calories >= wanted * 0.4 && f.calories <= wanted * 1.6;
+    };
+    const auto inMeal = [&](const CatalogueFood& f) {
+        return std::find(groups.begin(), groups.end(), f.group) != groups.end();
+    };
+    const std::function<bool(const CatalogueFood&)> tries[] = {
+        [&](const CatalogueFood& f) { return f.served && f.group == group && near(f); },
+        [&](const CatalogueFood& f) { return f.served && inMeal(f) && near(f); },
+        [&](const CatalogueFood& f) { return f.group == group && near(f); },
+        [&](const CatalogueFood& f) { return inMeal(f) && near(f); },
+        [&](const CatalogueFood& f) { return near(f); },
+        [&](const CatalogueFood& f) { return inMeal(f); },
+    };
+    for (const auto& fits : tries) {
+        std::vector<const CatalogueFood*> found;
+        for (const CatalogueFood& f : foods) {
+            if (fits(f)) {
+                found.push_back(&f);
+            }
+        }
+        if (!found.empty()) {
+            return *found[static_cast<std::size_t>(random.between(0, int(found.size()) - 1))];
         }
     }
-    if (inGroup.empty()) {
-        return foods[static_cast<std::size_t>(random.between(0, int(foods.size()) - 1))];
-    }
-    return *inGroup[static_cast<std::size_t>(random.between(0, int(inGroup.size()) - 1))];
+    return foods[static_cast<std::size_t>(random.between(0, int(foods.size()) - 1))];
 }
 
 // Logs the day's foods through the Log Food form; returns how many were logged.
@@ -142,16 +171,16 @@ int logFoods(DayCursor& days, FoodCatalogue& catalogue, const std::vector<Catalo
     int logged = 0;
     for (std::size_t n = 0; n < meals.size(); ++n) {
         const Meal meal = meals[n];
-        const CatalogueFood& food = pickFood(foods, meal, random);
         double wanted = target * kMealShare[meal] / shares / perMeal[meal];
-        double most = 3.0;
+        double most = 2.0;
         if (n + 1 == meals.size()) {
             // The last food of the day makes up what the day still lacks, within reason.
             const DayRecord* day = days.currentRecord();
             const double eaten = day ? computeDayTotals(*day)[kCalories] : 0.0;
-            wanted = target - eaten;
-            most = 4.0;
+            wanted = std::max(target - eaten, 60.0);
+            most = 2.5;
         }
+        const CatalogueFood& food = pickFood(foods, meal, wanted, random);
         // Servings in halves, as people measure them.
         const double servings =
             std::clamp(std::round(wanted / food.calories * 2.0) / 2.0, 0.5, most);
