@@ -22,8 +22,8 @@ namespace nutrovex::tool {
 
 namespace {
 
-// Our own draws on top of the engine-independent mt19937, so the logbook is the same with every
-// standard library.
+// The standard fixes mt19937's output but not its distributions: our own draws on top of it make
+// the same logbook with every standard library.
 class DemoRandom {
 public:
     explicit DemoRandom(uint32_t seed) : m_engine(seed) {}
@@ -243,8 +243,10 @@ DemoSummary fillDemoLogbook(DayCursor& days, FoodCatalogue& catalogue, ExerciseC
 
     const std::vector<CatalogueFood> foods = usableFoods(catalogue);
     DemoSummary summary;
-    // What the body really burns before exercise, and the weight it really has.
+    // What the body really burns before exercise, what it eats on a day nothing is logged, and the
+    // weight it really has.
     constexpr double kBurn = 2050.0;
+    constexpr double kUnloggedEating = 2100.0;
     double weight = 184.0;
     for (int i = 0; i < kDemoDays; ++i) {
         const CalendarDate date = steppedDate(start, i);
@@ -254,7 +256,7 @@ DemoSummary fillDemoLogbook(DayCursor& days, FoodCatalogue& catalogue, ExerciseC
         const bool weighs = i == 0 || random.chance(0.8);
         const bool logsFood = !foods.empty() && (i == 0 || random.chance(0.9));
         if (!weighs && !logsFood) {
-            weight += (kBurn - 2100.0) / kCaloriesPerPound;  // a day off, eaten but not logged
+            weight -= (kBurn - kUnloggedEating) / kCaloriesPerPound;
             continue;
         }
         if (weighs) {
@@ -263,7 +265,7 @@ DemoSummary fillDemoLogbook(DayCursor& days, FoodCatalogue& catalogue, ExerciseC
             (void)WeighIn(days).weightEdited(std::to_string(typed));
             ++summary.weighIns;
         }
-        double eaten = 2100.0;
+        double eaten = kUnloggedEating;
         if (logsFood) {
             const double target = 1800.0 + (weekend ? 200.0 : 0.0) + random.noise(170.0);
             summary.foods += logFoods(days, catalogue, foods, target, random);
