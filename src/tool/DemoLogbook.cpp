@@ -11,10 +11,10 @@
 #include "calc/Totals.h"
 #include "charts/MeasuredMaintenance.h"
 #include "core/Cp1252.h"
-#include "core/Session.h"
 #include "foods/LogFoodForm.h"
 #include "logbook/Logbook.h"
 #include "logbook/WeighIn.h"
+#include "session/Session.h"
 #include "storage/DataRoot.h"
 #include "tool/IniSettings.h"
 
@@ -152,7 +152,7 @@ const CatalogueFood& pickFood(const std::vector<CatalogueFood>& foods, Meal meal
 
 // Logs the day's foods through the Log Food form; returns how many were logged.
 int logFoods(DayCursor& days, FoodCatalogue& catalogue, const std::vector<CatalogueFood>& foods,
-             double target, DemoRandom& random) {
+             double target, DemoRandom& random, Notices& notices) {
     const int count = random.between(3, 6);
     std::vector<Meal> meals = {kBreakfast, kLunch, kDinner};
     const Meal extras[] = {kSnack, kDinner, kBreakfast};
@@ -187,14 +187,17 @@ int logFoods(DayCursor& days, FoodCatalogue& catalogue, const std::vector<Catalo
         LogFoodForm form(catalogue, days, FoodLogView{}, food.group, food.category, food.item);
         form.amountChanged(static_cast<double>(form.selectedCopy().serving.amount) * servings);
         form.fields.meal = meal;
-        if (form.log().status == FormResult::Status::Done) {
+        const FormResult result = form.log();
+        notices |= result.notices;
+        if (result.status == FormResult::Status::Done) {
             ++logged;
         }
     }
     return logged;
 }
 
-bool logExercise(DayCursor& days, ExerciseClipboard& clipboard, DemoRandom& random) {
+bool logExercise(DayCursor& days, ExerciseClipboard& clipboard, DemoRandom& random,
+                 Notices& notices) {
     const DemoExercise& e =
         kExercises[random.between(0, static_cast<int>(std::size(kExercises)) - 1)];
     ExerciseLog log(days, clipboard);
@@ -207,10 +210,12 @@ bool logExercise(DayCursor& days, ExerciseClipboard& clipboard, DemoRandom& rand
     }
     // Minutes in fives.
     log.form.minutes = std::to_string(random.between(e.minMinutes / 5, e.maxMinutes / 5) * 5);
-    if (log.calories() || log.log()) {
-        return false;  // refused: no weight that day, or no calories for it
+    if (log.calories()) {
+        return false;  // refused: no weight that day
     }
-    return true;
+    const Outcome logged = log.log();
+    notices |= logged.notices;
+    return !logged.message;  // refused when there were no calories for it
 }
 
 void setDemoProfile(UserProfile& profile, std::string_view name, const CalendarDate& start) {
@@ -240,9 +245,11 @@ DemoSummary fillDemoLogbook(DayCursor& days, FoodCatalogue& catalogue, ExerciseC
     const CalendarDate today = store.today();
     const CalendarDate start = steppedDate(today, 1 - kDemoDays);
     setDemoProfile(store.profile, store.profile.userName(), start);
+    DemoSummary summary;
+    summary.notices.userData = true;
+    summary.notices.dataChanged = true;
 
     const std::vector<CatalogueFood> foods = usableFoods(catalogue);
-    DemoSummary summary;
     // What the body really burns before exercise, what it eats on a day nothing is logged, and the
     // weight it really has.
     constexpr double kBurn = 2050.0;
@@ -262,19 +269,19 @@ DemoSummary fillDemoLogbook(DayCursor& days, FoodCatalogue& catalogue, ExerciseC
         if (weighs) {
             // Whole pounds as typed, with the day-to-day swing of water and food.
             const long typed = std::lround(weight + random.noise(1.2));
-            (void)WeighIn(days).weightEdited(std::to_string(typed));
+            summary.notices |= WeighIn(days).weightEdited(std::to_string(typed));
             ++summary.weighIns;
         }
         double eaten = kUnloggedEating;
         if (logsFood) {
             const double target = 1800.0 + (weekend ? 200.0 : 0.0) + random.noise(170.0);
-            summary.foods += logFoods(days, catalogue, foods, target, random);
+            summary.foods += logFoods(days, catalogue, foods, target, random, summary.notices);
             if (const DayRecord* day = days.currentRecord()) {
                 eaten = computeDayTotals(*day)[kCalories];
             }
         }
         double burnt = kBurn;
-        if (weighs && random.chance(0.4) && logExercise(days, clipboard, random)) {
+        if (weighs && random.chance(0.4) && logExercise(days, clipboard, random, summary.notices)) {
             ++summary.exercises;
             if (DayRecord* day = days.currentDay()) {
                 burnt += day->exerciseCalories;
@@ -282,11 +289,12 @@ DemoSummary fillDemoLogbook(DayCursor& days, FoodCatalogue& catalogue, ExerciseC
         }
         if (DayRecord* day = days.currentRecord()) {
             if (random.chance(0.7)) {
-                (void)Logbook(days).waterChanged(true, std::to_string(random.between(3, 9)));
+                summary.notices |=
+                    Logbook(days).waterChanged(true, std::to_string(random.between(3, 9)));
             }
             if (random.chance(0.25)) {
                 const int n = static_cast<int>(std::size(kNotes));
-                (void)Journal(days).textChanged(kNotes[random.between(0, n - 1)]);
+                summary.notices |= Journal(days).textChanged(kNotes[random.between(0, n - 1)]);
             }
             recomputeDay(*day, store.profile);
         }
@@ -298,7 +306,6 @@ DemoSummary fillDemoLogbook(DayCursor& days, FoodCatalogue& catalogue, ExerciseC
         summary.last = store.days().back()->date();
     }
     (void)days.setCurrentDate(today);
-    store.modified = true;
     return summary;
 }
 
@@ -367,7 +374,8 @@ int makeDemo(const GlobalOptions& options, Args args, std::ostream& out, std::os
     }
     const DemoSummary summary =
         fillDemoLogbook(session.days(), session.catalogue(), session.exerciseClipboard());
-    status = session.saveAll();
+    session.apply(summary.notices);
+    status = session.saveModified();
     if (!status) {
         err << status.message() << "\n";
         return kExitDataError;

@@ -7,6 +7,7 @@
 
 #include "core/CalendarDate.h"
 #include "core/FoodCatalogue.h"
+#include "core/ScreenMessage.h"
 #include "logbook/DayCursor.h"
 #include "logbook/ExerciseLog.h"
 #include "tool/Commands.h"
@@ -25,6 +26,7 @@ struct DemoSummary {
     int weighIns = 0;
     CalendarDate first;
     CalendarDate last;
+    Notices notices;  // what the forms changed, for the session to apply
 };
 
 // Gives the open user a plausible profile and goal and about four months of days ending today:

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/Session.h"
+#include "session/SessionSettings.h"
 
 namespace nutrovex::tool {
 
