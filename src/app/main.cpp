@@ -4,6 +4,8 @@
 #include <QMainWindow>
 #include <QMessageBox>
 
+#include <csignal>
+
 #include "core/Session.h"
 #include "data/ShippedCatalogue.h"
 #include "ui/TextConvert.h"
@@ -12,6 +14,8 @@
 using namespace nutrovex;
 
 int main(int argc, char** argv) {
+    // Past a file-size limit a save fails with a message instead of killing the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Zerbu"));
     QApplication::setApplicationName(QStringLiteral("Nutrovex"));

@@ -135,6 +135,9 @@ Session::Session(std::filesystem::path root, const Clock& clock, SessionSettings
 Session::Start Session::start(std::string& reason) {
     switch (m_lock.acquire(m_root, reason)) {
         case InstanceLock::Result::Acquired:
+            // Saves of a copy that was killed may have left their temporary files.
+            removeStaleSaves(m_root);
+            removeStaleSaves(usersFolder(m_root));
             return Start::Running;
         case InstanceLock::Result::HeldElsewhere:
             return Start::AlreadyRunning;
@@ -166,6 +169,9 @@ SessionStatus Session::openUser(std::string_view nameView) {
         return status;
     }
     status.add(opened);
+    if (!m_store.userFolderPath.empty()) {
+        removeStaleSaves(m_store.userFolderPath);
+    }
     m_userReadWhole = opened.ok() || !fileExists(m_store.dataFilePath);
     m_userFailure = opened.message();
     m_days.setCurrentDate(m_store.today());

@@ -37,7 +37,11 @@ StorageStatus setCataloguePath(FoodCatalogue& catalogue, const UserList& users,
         }
         pos = 0;  // as the format always has: the first user's catalogue
     }
-    catalogue.folderPath = users.userFolder(users.nameAt(pos));
+    const std::optional<std::filesystem::path> folderPath = users.userFolder(users.nameAt(pos));
+    if (!folderPath) {
+        return catalogueError(quotedName(users.nameAt(pos)) + " is not a usable user name");
+    }
+    catalogue.folderPath = *folderPath;
     catalogue.filePath = catalogue.folderPath / kCatalogueFileName;
     return {};
 }

@@ -1,3 +1,4 @@
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -69,6 +70,9 @@ void printUsage(std::ostream& out) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // Past a file-size limit a write then fails with EFBIG, which a save reports and cleans up
+    // after, instead of the process dying without a word.
+    std::signal(SIGXFSZ, SIG_IGN);
     std::vector<std::string> args(argv + 1, argv + argc);
     GlobalOptions options;
     if (const char* env = std::getenv("NUTROVEX_ROOT")) {

@@ -133,6 +133,25 @@ TEST_F(SessionTest, SavedDataAndTheCatalogueComeBackNextTime) {
     EXPECT_EQ(s->catalogue().groups[5][0].name, "Bagels");
 }
 
+TEST_F(SessionTest, TemporaryFilesOfKilledSavesAreRemovedFromTheFoldersOpened) {
+    {
+        auto s = started();
+        ASSERT_TRUE(s->initialLoad().ok());
+    }
+    const fs::path leftovers[] = {root / ".FoodDB.ddb.tmp1-0", root / "Users" / ".Users.udb.tmp1-4",
+                                  root / "Users" / "Zerbu" / ".UserDB.ddb.tmp1-2"};
+    for (const fs::path& p : leftovers) {
+        std::ofstream(p) << "half a save";
+    }
+    std::ofstream(root / "Users" / "Zerbu" / "mine.txt") << "kept";
+    auto s = started();
+    EXPECT_FALSE(fs::exists(leftovers[0]));
+    EXPECT_FALSE(fs::exists(leftovers[1]));
+    ASSERT_TRUE(s->initialLoad().ok());
+    EXPECT_FALSE(fs::exists(leftovers[2]));
+    EXPECT_TRUE(fs::exists(root / "Users" / "Zerbu" / "mine.txt"));
+}
+
 TEST_F(SessionTest, AFileThatCannotBeReadIsNeverWrittenOver) {
     {
         auto s = started();
@@ -193,14 +212,14 @@ TEST_F(SessionTest, AddingSwitchingRenamingAndDeletingUsers) {
     EXPECT_FALSE(s->switchUser("Nobody").ok());
     EXPECT_EQ(s->openUserName(), "Zerbu");
 
-    // Renaming the open user: its data goes to the new name's folder at the next save.
+    // Renaming the open user moves its folder.
     status = s->renameUser("Zerbu", "Zed");
     ASSERT_TRUE(status.ok()) << status.message();
     EXPECT_EQ(s->openUserName(), "Zed");
     EXPECT_EQ(s->rememberedUserName(), "Zed");
     ASSERT_TRUE(s->saveUserData().ok());
     EXPECT_TRUE(fs::exists(root / "Users" / "Zed" / "UserDB.ddb"));
-    EXPECT_TRUE(fs::is_directory(root / "Users" / "Zerbu"));  // left in place
+    EXPECT_FALSE(fs::exists(root / "Users" / "Zerbu"));
 
     status = s->deleteUser("Zed");
     ASSERT_TRUE(status.ok()) << status.message();

@@ -74,7 +74,7 @@ TEST(ShippedCatalogue, BecomesANewUsersCatalogueAtTheSecondLoad) {
     ASSERT_TRUE(users.read().ok());
     ASSERT_TRUE(users.add("Zerbu").ok());
     FoodCatalogue c;
-    ASSERT_TRUE(setCataloguePath(c, users, users.userFolder("Zerbu") / "UserDB.ddb").ok());
+    ASSERT_TRUE(setCataloguePath(c, users, *users.userFolder("Zerbu") / "UserDB.ddb").ok());
     EXPECT_EQ(loadCatalogue(c, templateCataloguePath(dir.path())).outcome, CatalogueLoad::Copied);
     EXPECT_EQ(loadCatalogue(c, templateCataloguePath(dir.path())).outcome, CatalogueLoad::Read);
     EXPECT_GT(c.foodCount(), 40u);
