@@ -35,6 +35,7 @@ const Command kCommands[] = {
 
 void printUsage(std::ostream& out) {
     out << "usage: nutrovex-tool [--root DIR] COMMAND [ARGS...]\n"
+           "       nutrovex-tool --help | --version\n"
            "\n"
            "Files as JSON (dump then write reproduces a file byte for byte):\n"
            "  dump-user FILE                print UserDB.ddb as JSON\n"
@@ -82,6 +83,10 @@ int main(int argc, char** argv) {
     while (i < args.size() && args[i].starts_with("--")) {
         if (args[i] == "--help") {
             printUsage(std::cout);
+            return kExitOk;
+        }
+        if (args[i] == "--version") {
+            std::cout << "nutrovex-tool " << NUTROVEX_VERSION << '\n';
             return kExitOk;
         }
         if (args[i] == "--root" && i + 1 < args.size()) {

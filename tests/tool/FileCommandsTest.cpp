@@ -314,6 +314,16 @@ TEST_F(ToolFiles, WrongUsageExitsWithTwo) {
     EXPECT_NE(err.find("usage"), std::string::npos);
 }
 
+TEST_F(ToolFiles, HelpAndVersionAnswerOnStandardOutputWithSuccess) {
+    EXPECT_EQ(tool("--version"), 0);
+    EXPECT_TRUE(out.starts_with("nutrovex-tool ")) << out;
+    EXPECT_TRUE(out.size() > 14 && out[14] >= '0' && out[14] <= '9') << out;
+    EXPECT_EQ(err, "");
+    EXPECT_EQ(tool("--help"), 0);
+    EXPECT_NE(out.find("--version"), std::string::npos);
+    EXPECT_EQ(err, "");
+}
+
 TEST_F(ToolFiles, CheckKnowsFilesByNameOrByTrying) {
     FoodCatalogue catalogue;
     ByteBuffer bytes;
