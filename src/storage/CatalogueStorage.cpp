@@ -59,7 +59,8 @@ CatalogueLoadResult loadCatalogue(FoodCatalogue& catalogue,
         case ReadFile::Failed:
             return {CatalogueLoad::Failed, error};
         case ReadFile::Missing: {
-            // The template is copied now and read at the next load, deliberately.
+            // The template becomes the user's catalogue: read, so that a first edit is an edit
+            // of it, and copied in.
             ByteBuffer copy;
             StorageError copyError;
             if (readWholeFile(templatePath, copy, copyError) != ReadFile::Read) {
@@ -69,13 +70,19 @@ CatalogueLoadResult loadCatalogue(FoodCatalogue& catalogue,
                 }
                 return {CatalogueLoad::Failed, copyError};
             }
-            StorageStatus written = writeFileAtomically(catalogue.filePath, copy.bytes(), true);
+            const StorageStatus read =
+                readCatalogueFile(copy.bytes(), catalogue, {templatePath.filename().string()});
+            if (!read) {
+                catalogue.reset();
+                return {CatalogueLoad::Failed, read};
+            }
+            catalogue.modified = false;
+            const StorageStatus written =
+                writeFileAtomically(catalogue.filePath, copy.bytes(), true);
             if (!written) {
                 return {CatalogueLoad::Failed, written};
             }
-            return {
-                CatalogueLoad::Copied,
-                catalogueError("there was none; the template was copied and is read next time")};
+            return {CatalogueLoad::Copied, {}};
         }
         case ReadFile::Read:
             break;

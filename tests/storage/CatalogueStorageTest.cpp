@@ -51,7 +51,7 @@ TEST_F(CatalogueStorageTest, ThePathFollowsTheUserFolderOfTheDataFile) {
     EXPECT_FALSE(setCataloguePath(catalogue, users, dir.path() / "elsewhere" / "a" / "b").ok());
 }
 
-TEST_F(CatalogueStorageTest, AMissingCatalogueIsACopyOfTheTemplateReadOnlyAtTheNextLoad) {
+TEST_F(CatalogueStorageTest, AMissingCatalogueIsACopyOfTheTemplateReadAtOnce) {
     FoodCatalogue shipped;
     test::fillCatalogue(shipped, {1, 1}, 2);
     const Bytes templateBytes = catalogueBytes(shipped);
@@ -61,12 +61,28 @@ TEST_F(CatalogueStorageTest, AMissingCatalogueIsACopyOfTheTemplateReadOnlyAtTheN
 
     CatalogueLoadResult first = loadCatalogue(catalogue, templateCataloguePath(dir.path()));
     EXPECT_EQ(first.outcome, CatalogueLoad::Copied);
-    EXPECT_EQ(catalogue.foodCount(), 0u);
+    EXPECT_EQ(catalogue.foodCount(), 4u);
+    EXPECT_FALSE(catalogue.modified);
     EXPECT_EQ(test::readBytes(catalogue.filePath), templateBytes);
 
     CatalogueLoadResult second = loadCatalogue(catalogue, templateCataloguePath(dir.path()));
     EXPECT_EQ(second.outcome, CatalogueLoad::Read) << second.status.message();
     EXPECT_EQ(catalogue.foodCount(), 4u);
+}
+
+TEST_F(CatalogueStorageTest, ATemplateThatCannotBeReadWholeIsNotCopied) {
+    FoodCatalogue shipped;
+    test::fillCatalogue(shipped, {1, 1}, 2);
+    Bytes templateBytes = catalogueBytes(shipped);
+    templateBytes.resize(templateBytes.size() - 3);
+    test::writeBytes(templateCataloguePath(dir.path()), templateBytes);
+    ASSERT_TRUE(users.add("Ann").ok());
+    ASSERT_TRUE(setCataloguePath(catalogue, users, *users.userFolder("Ann") / "UserDB.ddb").ok());
+    const CatalogueLoadResult r = loadCatalogue(catalogue, templateCataloguePath(dir.path()));
+    EXPECT_EQ(r.outcome, CatalogueLoad::Failed);
+    EXPECT_EQ(r.status.message().rfind("FoodDB.ddb: chunk", 0), 0u) << r.status.message();
+    EXPECT_EQ(catalogue.foodCount(), 0u);
+    EXPECT_FALSE(fs::exists(catalogue.filePath));
 }
 
 TEST_F(CatalogueStorageTest, WithoutATemplateTheLoadFailsAndSaysWhy) {
