@@ -8,8 +8,8 @@
 #include <cstdio>
 #include <string_view>
 
-#include "core/Session.h"
 #include "data/ShippedCatalogue.h"
+#include "session/Session.h"
 #include "storage/CatalogueStorage.h"
 #include "ui/Resources.h"
 #include "ui/TextConvert.h"
@@ -74,6 +74,6 @@ int main(int argc, char** argv) {
         QMessageBox::warning(&window, QStringLiteral("Nutrovex"), toQString(loaded.message()));
     }
     status->setText(toQString(std::string(session.openUserName())) + QStringLiteral("\n") +
-                    toQString(longDateText(session.store().currentDate)));
+                    toQString(longDateText(session.days().currentDate())));
     return QApplication::exec();
 }

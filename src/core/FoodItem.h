@@ -21,6 +21,10 @@ extern const char* const kFoodGroupNames[9];
 inline constexpr int kMealCount = 4;
 extern const char* const kMealNames[kMealCount];
 
+// The largest calories and grams of any other nutrient a food holds.
+inline constexpr float kMaxFoodCalories = 10000.0f;
+inline constexpr float kMaxNutrientGrams = 1000.0f;
+
 // Calories to 0..10000, gram values to 0..1000.
 [[nodiscard]] float clampNutrient(int nutrient, float value);
 

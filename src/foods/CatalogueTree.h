@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string_view>
 
+#include "core/ScreenMessage.h"
 #include "foods/CatalogueOps.h"
 #include "foods/Confirmation.h"
-#include "logbook/ScreenMessage.h"
 
 namespace nutrovex {
 

@@ -4,10 +4,10 @@
 #include <cmath>
 #include <optional>
 
-#include "calc/ServingUnits.h"
 #include "core/Cp1252.h"
 #include "core/Csv.h"
 #include "core/Names.h"
+#include "core/ServingUnits.h"
 #include "foods/CatalogueOps.h"
 #include "foods/FoodFinder.h"
 #include "foods/FoodForms.h"
@@ -86,7 +86,7 @@ std::optional<std::string> nameOf(std::string_view field, const char* what, std:
     }
     if (name.size() > kNameFieldLimit) {
         reason = std::string("the ") + what + " '" + std::string(stripBlanks(field)) +
-                 "' is longer than 20 characters";
+                 "' is longer than " + std::to_string(kNameFieldLimit) + " characters";
         return std::nullopt;
     }
     return std::string(name);

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "calc/ServingUnits.h"
+#include "core/Format.h"
+#include "core/ServingUnits.h"
 #include "core/UserStore.h"
 #include "foods/CatalogueOps.h"
 #include "foods/DayFoods.h"
@@ -25,12 +26,6 @@ double clampField(double value, double top) {
         return 0.0;
     }
     return value > top ? top : value;
-}
-
-std::string formatted(const char* pattern, int value) {
-    char buffer[96];
-    std::snprintf(buffer, sizeof buffer, pattern, value);
-    return buffer;
 }
 
 }  // namespace
@@ -323,9 +318,10 @@ FormResult FoodItemForm::accept() {
         m_catalogue ? categoryAt(*m_catalogue, m_group, static_cast<Position>(m_category))
                     : nullptr;
     if (m_kind == FoodFormKind::NewItem && category && categoryIsFull(*category)) {
-        result.message = refusal(formatted("You can enter a maximum of %d food items per category.",
-                                           static_cast<int>(kMaxFoodsPerCategory))
-                                     .c_str());
+        result.message =
+            refusal(formatText("You can enter a maximum of %d food items per category.",
+                               static_cast<int>(kMaxFoodsPerCategory))
+                        .c_str());
         return result;
     }
     FoodItem entry = buildEntry(m_working, fields, hasMeal());
@@ -349,6 +345,7 @@ FormResult FoodItemForm::accept() {
             result.group = m_group;
             result.category = static_cast<Position>(m_category);
             result.position = pos;
+            result.notices.catalogue = true;
             break;
         }
         case FoodFormKind::InsertIntoDay: {
@@ -369,7 +366,7 @@ FormResult FoodItemForm::accept() {
                 return result;
             }
             result.group = entry.group;
-            store.modified = true;
+            result.notices.userData = true;
             break;
         }
         case FoodFormKind::EditLoggedEntry: {
@@ -382,7 +379,7 @@ FormResult FoodItemForm::accept() {
                 return result;
             }
             result.group = m_group;
-            m_days->store().modified = true;
+            result.notices.userData = true;
             break;
         }
     }
@@ -410,8 +407,8 @@ FormResult CategoryNameForm::accept() {
     FormResult result;
     if (!m_edit && groupIsFull(*m_catalogue, m_group)) {
         result.message =
-            ScreenMessage{formatted("You can enter a maximum of %d categories per food group.",
-                                    static_cast<int>(kMaxCategoriesPerGroup)),
+            ScreenMessage{formatText("You can enter a maximum of %d categories per food group.",
+                                     static_cast<int>(kMaxCategoriesPerGroup)),
                           caption(), MessageKind::Warning};
         result.focus = FoodField::Cancel;
         return result;

@@ -10,9 +10,9 @@
 #include "core/FoodCatalogue.h"
 #include "core/FoodItem.h"
 #include "core/Position.h"
+#include "core/ScreenMessage.h"
 #include "foods/FoodLogRows.h"
 #include "logbook/DayCursor.h"
-#include "logbook/ScreenMessage.h"
 
 namespace nutrovex {
 
@@ -105,6 +105,8 @@ struct FormResult {
     int group = -1;
     Position category = kNoPosition;
     Position position = kNoPosition;
+    // What the accepted form changed, for the session.
+    Notices notices;
 
     [[nodiscard]] bool done() const { return status == Status::Done; }
 };

@@ -1,8 +1,8 @@
 #include "logbook/WeighIn.h"
 
 #include "calc/Bmr.h"
-#include "calc/ServingUnits.h"
 #include "core/DayRecord.h"
+#include "core/ServingUnits.h"
 #include "core/UserProfile.h"
 #include "logbook/Logbook.h"
 
@@ -79,8 +79,8 @@ Notices WeighIn::weightEdited(std::string_view text) {
         return n;  // the day list is full
     }
     UserStore& store = m_days->store();
-    day->setWeight(storedWeightFromEntry(typed, store.profile.metric()), store.profile);
-    store.modified = true;
+    setDayWeight(*day, storedWeightFromEntry(typed, store.profile.metric()), store.profile);
+    n.userData = true;
     n.dayCreated = true;  // the logbook and the charts redraw on it
     return n;
 }
@@ -92,14 +92,13 @@ std::string Journal::load() {
     return kNoJournalText;
 }
 
-bool Journal::textChanged(std::string_view text) {
+Notices Journal::textChanged(std::string_view text) {
     DayRecord* day = m_days->currentRecord();
     if (day == nullptr) {
-        return false;
+        return {};
     }
     day->setNote(text.substr(0, kMaxNoteChars));
-    m_days->store().modified = true;
-    return true;
+    return Notices{.userData = true};
 }
 
 std::string Journal::enterPressed(std::string_view editorText) {

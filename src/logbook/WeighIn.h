@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/ScreenMessage.h"
 #include "logbook/DayCursor.h"
-#include "logbook/ScreenMessage.h"
 
 namespace nutrovex {
 
@@ -59,9 +59,9 @@ public:
 
     // The editor's text on opening and whenever the data changed.
     [[nodiscard]] std::string load();
-    // The editor's whole text after a change; true when it was kept. More than 512 characters
-    // are never in the editor: anything past them is dropped.
-    bool textChanged(std::string_view text);
+    // The editor's whole text after a change; the user's data changed when it was kept. More than
+    // 512 characters are never in the editor: anything past them is dropped.
+    Notices textChanged(std::string_view text);
     // Enter starts a new line at the very end, wherever the caret stood: the editor's new text
     // (the caller puts the caret at its end). At the limit nothing is added.
     std::string enterPressed(std::string_view editorText);

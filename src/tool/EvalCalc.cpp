@@ -5,10 +5,10 @@
 #include "calc/ExerciseCalories.h"
 #include "calc/FoodBudget.h"
 #include "calc/Goals.h"
-#include "calc/ServingUnits.h"
 #include "calc/Totals.h"
 #include "core/Cp1252.h"
 #include "core/Names.h"
+#include "core/ServingUnits.h"
 #include "tool/Eval.h"
 
 namespace nutrovex::tool {

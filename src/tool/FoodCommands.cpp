@@ -8,8 +8,8 @@
 
 #include "core/Cp1252.h"
 #include "core/FoodCatalogue.h"
-#include "core/Session.h"
 #include "foods/FoodCsv.h"
+#include "session/Session.h"
 #include "storage/CatalogueFile.h"
 #include "storage/CatalogueStorage.h"
 #include "storage/DataRoot.h"

@@ -8,8 +8,8 @@
 #include "core/Cp1252.h"
 #include "core/Csv.h"
 #include "core/DayRecord.h"
-#include "core/Session.h"
 #include "core/UserStore.h"
+#include "session/Session.h"
 #include "storage/DataRoot.h"
 #include "storage/FileIo.h"
 #include "storage/UserFile.h"
@@ -33,12 +33,6 @@ std::optional<int> wholeNumber(std::string_view text) {
         return std::nullopt;
     }
     return value;
-}
-
-int daysInMonth(int month, int year) {
-    static constexpr int kDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-    return month == 2 && leap ? 29 : kDays[month - 1];
 }
 
 // Clear words on err, exit 2.

@@ -137,7 +137,7 @@ TEST(DayFoods, AnEditedEntryMovesToItsNewMealInBothLists) {
 class FoodGrid : public ::testing::Test {
 protected:
     FoodGrid() : store(clock), days(store) {
-        store.currentDate = CalendarDate::fromDmy(3, 5, 2002);
+        days.setCurrentDate(CalendarDate::fromDmy(3, 5, 2002));
         days.ensureCurrentDay();
         day = days.currentRecord();
     }
@@ -160,12 +160,10 @@ TEST_F(FoodGrid, DeletingThreeRowsRemovesThoseEntriesAndTheirTwins) {
     }
     log("Apple", 0, 4);
     FoodLogView view{2, kSortAlphabetical, 0};
-    store.modified = false;
     // Rows 1..3 alphabetically: Cod, Duck, Egg.
-    EXPECT_FALSE(deleteFoodRows(store, *day, view, {3, 3}));  // runs past the food rows
-    EXPECT_FALSE(store.modified);
-    EXPECT_TRUE(deleteFoodRows(store, *day, view, {1, 3}));
-    EXPECT_TRUE(store.modified);
+    EXPECT_EQ(deleteFoodRows(*day, view, {3, 3}), Notices{});  // runs past the food rows
+    EXPECT_EQ(day->group(2).size(), 5u);
+    EXPECT_EQ(deleteFoodRows(*day, view, {1, 3}), Notices{.userData = true});
     EXPECT_EQ(shown(day->group(2), kSortAlphabetical),
               (std::vector<std::string>{"Beef/1", "Ham/1"}));
     EXPECT_EQ(shown(day->allFoods(), kSortAlphabetical),
@@ -188,6 +186,7 @@ TEST_F(FoodGrid, PastingIntoAGroupMovesTheFoodsThere) {
     DayRecord* next = days.currentRecord();
     ASSERT_NE(next, nullptr);
     EXPECT_TRUE(out.complete);
+    EXPECT_TRUE(out.notices.userData);
     EXPECT_EQ(out.pasted, 2u);
     EXPECT_FALSE(out.message.has_value());
     ASSERT_EQ(next->group(3).size(), 2u);
@@ -228,7 +227,7 @@ TEST_F(FoodGrid, CutTakesTheRowsAwayWithoutAsking) {
     log("Tea", 0, 6);
     log("Cola", 3, 6);
     FoodClipboard clip;
-    EXPECT_TRUE(clip.cut(store, *day, {kAllFoodsGroup, kSortByMeal, 0}, {1, 1}));
+    EXPECT_TRUE(clip.cut(*day, {kAllFoodsGroup, kSortByMeal, 0}, {1, 1}).userData);
     ASSERT_EQ(clip.foods().size(), 1u);
     EXPECT_EQ(clip.foods()[0].name.str(), "Cola");
     EXPECT_EQ(day->group(6).size(), 1u);
@@ -236,8 +235,6 @@ TEST_F(FoodGrid, CutTakesTheRowsAwayWithoutAsking) {
 }
 
 TEST(FoodLogView, CommandsSetOrFlipTheSortModeAndCycleTheNutrients) {
-    FixedClock clock(CalendarDate::fromDmy(3, 5, 2002));
-    UserStore store(clock);
     FoodLogView view;
     const struct {
         FoodLogCommand command;
@@ -250,14 +247,12 @@ TEST(FoodLogView, CommandsSetOrFlipTheSortModeAndCycleTheNutrients) {
         {FoodLogCommand::NutrientToggle, 0, 2}, {FoodLogCommand::NutrientToggle, 0, 0},
     };
     for (const auto& s : steps) {
-        store.modified = false;
-        applyViewCommand(view, s.command, store);
+        EXPECT_TRUE(applyViewCommand(view, s.command).userData);
         EXPECT_EQ(view.sortMode, s.sortMode) << static_cast<int>(s.command);
         EXPECT_EQ(view.nutrientView, s.nutrientView) << static_cast<int>(s.command);
-        EXPECT_TRUE(store.modified);
     }
     view.sortMode = 2;  // from a mode other than 1 the toggle gives 1
-    applyViewCommand(view, FoodLogCommand::SortToggle, store);
+    (void)applyViewCommand(view, FoodLogCommand::SortToggle);
     EXPECT_EQ(view.sortMode, 1);
 }
 

@@ -73,7 +73,6 @@ TEST(ShippedFoodsCsv, RiceLoggedAt150GramsCountsItsValuesTimesOneAndAHalf) {
     ASSERT_TRUE(importFoodsCsv(catalogue, readFile(NUTROVEX_FOODS_CSV)).refused.empty());
     const FixedClock clock{CalendarDate::fromDmy(21, 11, 2026)};
     UserStore store(clock);
-    store.currentDate = CalendarDate::fromDmy(21, 11, 2026);
     DayCursor days(store);
 
     LogFoodForm form(catalogue, days, {}, 5, -1, -1);

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "calc/Bmr.h"
 #include "calc/Goals.h"
 #include "core/FoodItem.h"
 #include "logbook/Logbook.h"
@@ -69,7 +70,7 @@ TEST_F(LogbookTest, FiguresOfARecordedDay) {
     store.profile.setHeight(70.0f);
     store.profile.setAge(30);
     DayRecord& day = addDay(3, 5, 2002);
-    day.setWeight(180.0f, store.profile);  // level 2 from the profile: BMR 2234
+    setDayWeight(day, 180.0f, store.profile);  // level 2 from the profile: BMR 2234
     FoodItem food;
     food.nutrients[0] = 1499.5f;
     food.ratio = 1.0f;
@@ -100,12 +101,12 @@ TEST_F(LogbookTest, FiguresOfARecordedDay) {
     f = *logbook.figures();
     EXPECT_EQ(f.weight, "81  kg");
 
-    day.setWeight(-1.0f, store.profile);
+    setDayWeight(day, -1.0f, store.profile);
     EXPECT_EQ(logbook.figures()->weight, "---  kg");
 }
 
 TEST_F(LogbookTest, AWeightBelowOneShowsTheDashes) {
-    addDay(3, 5, 2002).setWeight(0.4f, store.profile);
+    setDayWeight(addDay(3, 5, 2002), 0.4f, store.profile);
     (void)logbook.first();
     EXPECT_EQ(logbook.figures()->weight, "---  lbs");
 }
@@ -115,11 +116,11 @@ TEST_F(LogbookTest, WaterBetweenTwoDaysCreatesTheMiddleRecord) {
     addDay(5, 5, 2002);
     (void)logbook.pickDate(dmy(4, 5, 2002));
     EXPECT_EQ(logbook.figures()->record, "Record: -- of 2");
-    store.modified = false;
 
     const Notices n = logbook.waterChanged(true, "1");
     EXPECT_TRUE(n.dayCreated);
-    EXPECT_TRUE(store.modified);
+    EXPECT_TRUE(n.userData);
+    EXPECT_FALSE(n.dataChanged);
     const LogbookFigures f = *logbook.figures();
     EXPECT_EQ(f.record, "Record: 2 of 3");
     EXPECT_EQ(f.water, "1");
@@ -133,10 +134,8 @@ TEST_F(LogbookTest, WaterBetweenTwoDaysCreatesTheMiddleRecord) {
 
 TEST_F(LogbookTest, TheFormsOwnWaterWritesAreIgnored) {
     (void)logbook.pickDate(dmy(4, 5, 2002));
-    store.modified = false;
     EXPECT_EQ(logbook.waterChanged(false, "0"), Notices{});
     EXPECT_TRUE(store.days().empty());
-    EXPECT_FALSE(store.modified);
 
     // A step of the arrows arms exactly one change.
     logbook.waterStepped();
@@ -160,15 +159,12 @@ TEST_F(LogbookTest, EveryNavigationMarksTheDataModified) {
     const Command commands[] = {&Logbook::previous, &Logbook::next, &Logbook::first, &Logbook::last,
                                 &Logbook::deleteCurrentDay};
     for (Command c : commands) {
-        store.modified = false;
         const Notices n = (logbook.*c)();
-        EXPECT_TRUE(store.modified);
+        EXPECT_TRUE(n.userData);
         EXPECT_TRUE(n.dataChanged);
         EXPECT_FALSE(n.dayCreated);
     }
-    store.modified = false;
-    EXPECT_TRUE(logbook.pickDate(dmy(1, 1, 2003)).dataChanged);
-    EXPECT_TRUE(store.modified);
+    EXPECT_EQ(logbook.pickDate(dmy(1, 1, 2003)), (Notices{.userData = true, .dataChanged = true}));
 }
 
 TEST_F(LogbookTest, NextPastTheLastRecordAndBack) {
@@ -236,9 +232,7 @@ TEST_F(LogbookTest, ARangeWhoseEndEqualsItsStartDeletesTwoDays) {
     DayRange range(clock.now());
     range.setStart(dmy(2, 5, 2002));
     range.setEnd(dmy(2, 5, 2002));
-    store.modified = false;
-    EXPECT_TRUE(logbook.deleteRange(range).dataChanged);
-    EXPECT_TRUE(store.modified);
+    EXPECT_EQ(logbook.deleteRange(range), (Notices{.userData = true, .dataChanged = true}));
     ASSERT_EQ(store.days().size(), 2u);
     EXPECT_EQ(store.dayAt(0).date().day, 1);
     EXPECT_EQ(store.dayAt(1).date().day, 4);
@@ -275,11 +269,8 @@ TEST_F(LogbookTest, DeleteAllDaysKeepsTheProfile) {
 TEST_F(LogbookTest, ResetsClearTheirPartAndSayWhatHappened) {
     store.profile.setAge(40);
     store.profile.setGoalWeight(150.0f);
-    store.modified = false;
     Notices n = logbook.resetGoals();
-    EXPECT_TRUE(n.dataChanged);
-    EXPECT_FALSE(n.personalInfoReset);
-    EXPECT_TRUE(store.modified);
+    EXPECT_EQ(n, (Notices{.userData = true, .dataChanged = true}));
     EXPECT_LT(store.profile.goalWeight(), 0.0f);
     EXPECT_EQ(store.profile.age(), 40);
 

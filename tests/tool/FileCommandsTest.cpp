@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "TempDir.h"
 #include "storage/CatalogueFile.h"
 #include "storage/UserFile.h"
 #include "storage/UserList.h"
@@ -187,16 +188,6 @@ private:
 
 class ToolFiles : public ::testing::Test {
 protected:
-    ToolFiles() {
-        std::string pattern = (fs::temp_directory_path() / "nutrovex-tool-XXXXXX").string();
-        EXPECT_NE(::mkdtemp(pattern.data()), nullptr);
-        dir = pattern;
-    }
-    ~ToolFiles() override {
-        std::error_code ec;
-        fs::remove_all(dir, ec);
-    }
-
     // Runs the real program; its output lands in out and err.
     int tool(const std::string& args) {
         const std::string command = std::string(NUTROVEX_TOOL_PATH) + " " + args + " >" +
@@ -208,7 +199,8 @@ protected:
     }
     std::string at(const char* name) const { return (dir / name).string(); }
 
-    fs::path dir;
+    test::TempDir tmp;
+    fs::path dir = tmp.path();
     std::string out;
     std::string err;
 };

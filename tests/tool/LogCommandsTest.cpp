@@ -8,9 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "TempDir.h"
+#include "calc/Bmr.h"
 #include "core/ExerciseEntry.h"
 #include "core/FoodItem.h"
-#include "core/Session.h"
+#include "session/Session.h"
 #include "tool/LogCommands.h"
 
 namespace nutrovex::tool {
@@ -21,8 +23,6 @@ namespace fs = std::filesystem;
 class ExportLogTest : public ::testing::Test {
 protected:
     ExportLogTest() : clock(CalendarDate::fromDmy(5, 5, 2002)) {
-        std::random_device rd;
-        root = fs::temp_directory_path() / ("nutrovex-export-" + std::to_string(rd()));
         Session session(root, clock, settings, {});
         std::string reason;
         EXPECT_EQ(session.start(reason), Session::Start::Running) << reason;
@@ -35,7 +35,7 @@ protected:
         }
         days.setCurrentDate(CalendarDate::fromDmy(3, 5, 2002));
         DayRecord& day = *days.currentRecord();
-        day.setWeight(154.5f, session.store().profile);
+        setDayWeight(day, 154.5f, session.store().profile);
         day.setWater(4);
         day.setNote("Ran, \"far\"\r\ncaf\xE9");
         FoodItem food;
@@ -49,11 +49,6 @@ protected:
         EXPECT_TRUE(session.saveUserData().ok());
         settings.setCurrentUserName("");
     }
-    ~ExportLogTest() override {
-        std::error_code ec;
-        fs::remove_all(root, ec);
-    }
-
     int run(std::vector<std::string> args) {
         out.str("");
         err.str("");
@@ -64,7 +59,8 @@ protected:
 
     FixedClock clock;
     MemorySettings settings;
-    fs::path root;
+    test::TempDir dir;
+    fs::path root = dir.path() / "root";
     std::ostringstream out;
     std::ostringstream err;
 };

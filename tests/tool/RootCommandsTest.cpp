@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "core/FoodCatalogue.h"
-#include "core/Session.h"
+#include "session/Session.h"
 #include "storage/CatalogueFile.h"
 #include "storage/DataRoot.h"
 #include "storage/FileIo.h"
