@@ -1,20 +1,50 @@
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QLabel>
-#include <QMainWindow>
 #include <QMessageBox>
+#include <QTimer>
 
 #include <cstdio>
 #include <string_view>
 
 #include "data/ShippedCatalogue.h"
+#include "session/MainFrameForm.h"
 #include "session/Session.h"
 #include "storage/CatalogueStorage.h"
 #include "ui/Resources.h"
 #include "ui/TextConvert.h"
+#include "ui/frame/CMainFrame.h"
+#include "ui/frame/FrameTour.h"
+#include "ui/frame/ProgramOpeners.h"
 #include "ui/frame/QtSessionSettings.h"
+#include "ui/frame/SessionNotifier.h"
 
 using namespace nutrovex;
+
+namespace {
+
+// --tour DIR: opens every screen on the root's data and saves its pictures; nothing is asked and
+// nothing is saved. Failures go to stderr.
+int runTourMode(SessionNotifier& notifier, const std::string& remembered, const QString& dir) {
+    Session& session = notifier.session();
+    SessionStatus loaded = session.initialLoad();
+    if (session.userOpen()) {
+        for (std::string& f : openRememberedUser(session, remembered).failures) {
+            loaded.add(std::move(f));
+        }
+    }
+    if (!loaded) {
+        std::fprintf(stderr, "nutrovex: %s\n", loaded.message().c_str());
+    }
+    CMainFrame frame(notifier, programOpeners(notifier));
+    frame.show();
+    const QStringList failures = runTour(dir, allTourStops(notifier), &frame);
+    for (const QString& failure : failures) {
+        std::fprintf(stderr, "nutrovex: %s\n", failure.toLocal8Bit().constData());
+    }
+    return failures.isEmpty() ? 0 : 1;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     // The version answers without a display, as on a server or in a package check.
@@ -36,7 +66,12 @@ int main(int argc, char** argv) {
     parser.addVersionOption();
     const QCommandLineOption rootOption(
         QStringLiteral("root"), QStringLiteral("Keep the data in <dir>."), QStringLiteral("dir"));
+    const QCommandLineOption tourOption(
+        QStringLiteral("tour"),
+        QStringLiteral("Save a picture of every screen into <dir>, then end."),
+        QStringLiteral("dir"));
     parser.addOption(rootOption);
+    parser.addOption(tourOption);
     parser.process(app);
 
     const DataRootChoice root = chooseDataRoot(parser.value(rootOption).toStdString());
@@ -51,26 +86,26 @@ int main(int argc, char** argv) {
         case Session::Start::AlreadyRunning:
             return 0;  // another copy works on this data: end quietly
         case Session::Start::Failed:
-            QMessageBox::critical(nullptr, QStringLiteral("Nutrovex"), toQString(reason));
+            if (parser.isSet(tourOption)) {
+                std::fprintf(stderr, "nutrovex: %s\n", reason.c_str());
+            } else {
+                QMessageBox::critical(nullptr, QStringLiteral("Nutrovex"), toQString(reason));
+            }
             return 1;
         case Session::Start::Running:
             break;
     }
 
-    QMainWindow window;
-    window.setWindowTitle(QStringLiteral("Nutrovex"));
-    window.resize(360, 640);
-    auto* status = new QLabel(&window);
-    status->setAlignment(Qt::AlignCenter);
-    status->setWordWrap(true);
-    window.setCentralWidget(status);
-    window.show();
-
-    const SessionStatus loaded = session.initialLoad();
-    if (!loaded) {
-        QMessageBox::warning(&window, QStringLiteral("Nutrovex"), toQString(loaded.message()));
+    SessionNotifier notifier(session);
+    // Read before the load, which opens (and so remembers) the default user first.
+    const std::string remembered = session.rememberedUserName();
+    if (parser.isSet(tourOption)) {
+        return runTourMode(notifier, remembered, parser.value(tourOption));
     }
-    status->setText(toQString(std::string(session.openUserName())) + QStringLiteral("\n") +
-                    toQString(longDateText(session.days().currentDate())));
+
+    CMainFrame frame(notifier, programOpeners(notifier));
+    frame.show();
+    // The load runs once the window exists and the event loop turns.
+    QTimer::singleShot(0, &frame, [&frame, &remembered] { (void)frame.initialLoad(remembered); });
     return QApplication::exec();
 }
