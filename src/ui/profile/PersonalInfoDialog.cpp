@@ -83,9 +83,10 @@ PersonalInfoDialog::PersonalInfoDialog(SessionNotifier& notifier, QWidget* paren
     for (QComboBox* combo : {m_units, m_firstHeight, m_secondHeight, m_gender}) {
         connect(combo, &QComboBox::activated, this, &PersonalInfoDialog::save);
     }
-    connect(&notifier, &SessionNotifier::dataChanged, this, &PersonalInfoDialog::redisplay);
-    connect(&notifier, &SessionNotifier::personalInfoReset, this, &PersonalInfoDialog::redisplay);
-    connect(&notifier, &SessionNotifier::userChanged, this, &PersonalInfoDialog::redisplay);
+    for (auto signal : {&SessionNotifier::dataChanged, &SessionNotifier::personalInfoReset,
+                        &SessionNotifier::userChanged}) {
+        connect(&notifier, signal, this, [this] { redisplay(); });
+    }
 
     setTabOrder(okButton(), m_name);
     setTabOrder(m_name, m_units);
@@ -114,8 +115,11 @@ void PersonalInfoDialog::save() {
     }
     if (outcome.message) {
         (void)showMessage(this, *outcome.message);
+        // The refused age stays as typed, selected, for the person to correct.
+        redisplay(false);
         m_age->selectAll();
         m_age->setFocus();
+        return;
     }
     redisplay();
 }
@@ -129,7 +133,7 @@ void PersonalInfoDialog::reset() {
     redisplay();
 }
 
-void PersonalInfoDialog::redisplay() {
+void PersonalInfoDialog::redisplay(bool showAge) {
     const PersonalInfoView v = PersonalInfoForm(m_notifier->session().store().profile).view();
     // The field being typed in keeps what the person typed.
     if (!m_name->hasFocus()) {
@@ -148,7 +152,7 @@ void PersonalInfoDialog::redisplay() {
     m_firstHeight->setAccessibleName(
         QStringLiteral("Height, ") +
         (v.secondHeightShown ? QStringLiteral("feet") : QStringLiteral("centimetres")));
-    if (!m_age->hasFocus()) {
+    if (showAge && !m_age->hasFocus()) {
         m_age->setText(toQString(v.age));
     }
     m_gender->setCurrentIndex(v.gender);

@@ -29,7 +29,8 @@ public:
 private:
     void save();
     void reset();
-    void redisplay();
+    // showAge false keeps a refused age as typed.
+    void redisplay(bool showAge = true);
 
     SessionNotifier* m_notifier;
     QLineEdit* m_name;
