@@ -49,6 +49,7 @@ HelpDialog::HelpDialog(QWidget* parent)
 
     run(kQuickHelpCommand);
     setTabOrder(okButton(), m_text);
+    m_text->setFocus();
 }
 
 void HelpDialog::run(uint16_t command) {
