@@ -66,7 +66,7 @@ CNutrovexView::CNutrovexView(QWidget* parent) : QWidget(parent) {
         button->setAccessibleName(toQString(step.label));
         button->setAccessibleDescription(toQString(step.prompt));
         button->setToolTip(toQString(step.prompt));
-        button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+        button->setMinimumWidth(iconSide * 4);
         auto* label = new QLabel(toQString(step.label), this);
         QFont big = label->font();
         big.setPointSizeF(big.pointSizeF() * 1.25);
@@ -81,7 +81,7 @@ CNutrovexView::CNutrovexView(QWidget* parent) : QWidget(parent) {
         m_buttons.at(i) = button;
     }
     steps->setColumnStretch(1, 1);
-    layout->addLayout(steps, 3);
+    layout->addLayout(steps);
     layout->addStretch(1);
 }
 

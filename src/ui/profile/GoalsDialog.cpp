@@ -35,6 +35,8 @@ GoalsDialog::GoalsDialog(SessionNotifier& notifier, QWidget* parent, ScreenOpene
       m_sentence(new QLabel(this)) {
     for (QLineEdit* edit : {m_start, m_goal}) {
         edit->setValidator(new QIntValidator(0, 99999, edit));
+        // Room for a weight, with its unit beside it.
+        edit->setMaximumWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("0000000")) * 2);
     }
     auto* startLabel = new QLabel(QStringLiteral("&Start:"), this);
     startLabel->setBuddy(m_start);
@@ -63,7 +65,7 @@ GoalsDialog::GoalsDialog(SessionNotifier& notifier, QWidget* parent, ScreenOpene
     grid->addWidget(m_goalUnit, 2, 2);
     grid->addWidget(m_targetDate, 3, 1, 1, 2);
     grid->addWidget(m_setTarget, 3, 3);
-    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(4, 1);
     grid->setVerticalSpacing(10);
     body()->addLayout(grid);
 
