@@ -1,5 +1,8 @@
 #include "charts/HistoricChartForm.h"
 
+#include <algorithm>
+
+#include "charts/WeightTrend.h"
 #include "core/UserStore.h"
 #include "logbook/DayCursor.h"
 
@@ -38,6 +41,23 @@ void HistoricChartForm::setTrendShown(bool shown) {
 void HistoricChartForm::collectTrend() {
     m_trend.clear();
     m_rateText.clear();
+    const UserStore& store = m_days->store();
+    if (!trendShown() || m_history.dayCount == 0 || store.days().empty()) {
+        return;
+    }
+    // The history ends at the last record; the trend is read over the same days.
+    const int32_t lastDay = dayNumber(store.days().back()->date());
+    const int32_t firstDay = lastDay - (m_history.dayCount - 1);
+    const WeightTrend trend = WeightTrend::ofDays(store.days());
+    m_trend = trend.series(firstDay, m_history.dayCount);
+    const std::optional<int32_t> started = trend.firstDay();
+    if (!started) {
+        return;
+    }
+    if (const std::optional<double> rate =
+            trend.weeklyRate(std::max(firstDay, *started), lastDay)) {
+        m_rateText = weeklyRateText(*rate, store.profile.metric());
+    }
 }
 
 }  // namespace nutrovex

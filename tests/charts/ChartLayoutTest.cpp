@@ -257,5 +257,46 @@ TEST_F(HistoricChartFormTest, TheSpanLastsAcrossOpeningsAndTitlesTheChart) {
     EXPECT_STREQ(HistoricChartForm::spanButton(6), "5 Year");
 }
 
+TEST_F(HistoricChartFormTest, TheTrendSmoothsTheWeighInsAndGivesItsWeeklyRate) {
+    // 200 lbs, then 190 every other day: each weigh-in moves the trend a tenth of the way.
+    setDayWeight(addDay(1, 5, 2002), 200.0f, store.profile);
+    for (int d = 3; d <= 15; d += 2) {
+        setDayWeight(addDay(d, 5, 2002), 190.0f, store.profile);
+    }
+    MemoryChartSettings settings;
+    settings.setSpan(1);  // 15 days: 1 to 15 May
+    HistoricChartForm form(cursor, settings);
+    EXPECT_TRUE(form.trend().empty());  // off until asked for
+    EXPECT_EQ(form.rateText(), "");
+
+    form.setTrendShown(true);
+    EXPECT_TRUE(settings.trendShown());
+    ASSERT_EQ(form.trend().size(), 15u);
+    EXPECT_FLOAT_EQ(*form.trend()[0], 200.0f);
+    EXPECT_FLOAT_EQ(*form.trend()[1], 200.0f);  // carried across the day without a weigh-in
+    EXPECT_FLOAT_EQ(*form.trend()[2], 199.0f);
+    EXPECT_FLOAT_EQ(*form.trend()[3], 199.0f);
+    EXPECT_FLOAT_EQ(*form.trend()[4], 198.1f);
+    // Seven weigh-ins of 190 leave 190 + 10 x 0.9^7 = 194.78 after 14 days: -2.6 a week.
+    EXPECT_NEAR(*form.trend()[14], 194.78f, 0.01f);
+    EXPECT_EQ(form.rateText(), "-2.6 lbs/week");
+
+    ASSERT_TRUE(store.profile.setUnits(1));
+    form.refresh();
+    EXPECT_EQ(form.rateText(), "-1.2 kg/week");
+
+    // A trend starting inside the span is drawn from its first day on.
+    form.selectSpan(3);
+    ASSERT_EQ(form.trend().size(), form.history().dayCount);
+    const std::size_t firstMay = form.history().dayCount - 15u;
+    EXPECT_FALSE(form.trend()[firstMay - 1].has_value());
+    EXPECT_FLOAT_EQ(*form.trend()[firstMay], 200.0f);
+    EXPECT_EQ(form.rateText(), "-1.2 kg/week");  // still over the weigh-ins' own days
+
+    form.setTrendShown(false);
+    EXPECT_TRUE(form.trend().empty());
+    EXPECT_EQ(form.rateText(), "");
+}
+
 }  // namespace
 }  // namespace nutrovex

@@ -239,6 +239,30 @@ TEST_F(HistoricChartScreen, ReferenceLinesShowOnlyInsideThePlot) {
     EXPECT_GT(countColour(image, colours.goal), (plot.right - plot.left) / 3);
 }
 
+TEST_F(HistoricChartScreen, TheTrendCheckBoxDrawsTheSmoothedLineAndItsWeeklyRate) {
+    weigh(1, 5, 2002, 200.0f);
+    for (int d = 3; d <= 15; d += 2) {
+        weigh(d, 5, 2002, 190.0f);
+    }
+    chartSettings.setSpan(1);
+    const auto dialog = open();
+    HistoricChartWidget& chart = *dialog->chart();
+    const ChartColours colours = chartColours(chart.palette());
+    auto* rate = child<QLabel>(*dialog, QStringLiteral("Weekly rate"));
+    ASSERT_NE(rate, nullptr);
+    EXPECT_EQ(countColour(paintedImage(chart), colours.trend), 0);  // off: the chart as designed
+    EXPECT_FALSE(rate->isVisible());
+
+    auto* trend = child<QCheckBox>(*dialog, QStringLiteral("Trend"));
+    ASSERT_NE(trend, nullptr);
+    QTest::mouseClick(trend, Qt::LeftButton, {}, QPoint(8, trend->height() / 2));  // on its box
+    EXPECT_TRUE(chartSettings.trendShown());
+    EXPECT_GT(countColour(paintedImage(chart), colours.trend), chart.width() / 4);
+    EXPECT_TRUE(rate->isVisible());
+    EXPECT_EQ(rate->text(), QStringLiteral("-2.6 lbs/week"));
+    test::saveScreenshot(*dialog, QStringLiteral("historic-chart-trend"));
+}
+
 TEST_F(HistoricChartScreen, TheSpanIsRememberedAndEveryControlWorksByKeyboard) {
     weigh(2, 5, 2002, 150.0f);
     weigh(16, 5, 2002, 152.0f);
