@@ -140,8 +140,9 @@ void paintHistoricChart(QPainter& p, const HistoricChartLayout& l, const ChartCo
         p.setPen(QPen(colour, 1, Qt::DashLine));
         drawLevel(p, *level);
         p.setPen(colour);
-        p.drawText(QRect(level->right + 3, level->y - metrics.height() / 2,
-                         l.area.right - level->right - 3, metrics.height()),
+        // Kept inside the area when the line runs along the plot's top edge.
+        const int top = std::max(level->y - metrics.height() / 2, l.area.top);
+        p.drawText(QRect(level->right + 3, top, l.area.right - level->right - 3, metrics.height()),
                    Qt::AlignLeft | Qt::AlignVCenter, name);
     };
     reference(l.startLine, colours.ink, QStringLiteral("Start"));
