@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
+#include <QPalette>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
@@ -261,6 +262,33 @@ TEST_F(HistoricChartScreen, TheTrendCheckBoxDrawsTheSmoothedLineAndItsWeeklyRate
     EXPECT_TRUE(rate->isVisible());
     EXPECT_EQ(rate->text(), QStringLiteral("-2.6 lbs/week"));
     test::saveScreenshot(*dialog, QStringLiteral("historic-chart-trend"));
+}
+
+TEST_F(HistoricChartScreen, InADarkThemeTheChartIsDarkWithLightInk) {
+    weigh(2, 5, 2002, 150.0f);
+    weigh(16, 5, 2002, 182.0f);
+    chartSettings.setSpan(1);
+    const auto dialog = open();
+    QPalette dark;
+    dark.setColor(QPalette::Window, QColor(0x2b, 0x2b, 0x2b));
+    dark.setColor(QPalette::WindowText, QColor(0xee, 0xee, 0xee));
+    dark.setColor(QPalette::Button, QColor(0x35, 0x35, 0x35));
+    dark.setColor(QPalette::ButtonText, QColor(0xee, 0xee, 0xee));
+    dark.setColor(QPalette::Highlight, QColor(0x3d, 0xae, 0xe9));
+    dialog->setPalette(dark);
+    QApplication::processEvents();
+    test::saveScreenshot(*dialog, QStringLiteral("historic-chart-dark"));
+
+    const QImage image = paintedImage(*dialog->chart());
+    const FoundPlot plot = findPlot(image, QColor(0xee, 0xee, 0xee));
+    ASSERT_GT(plot.right, plot.left);  // the frame is drawn in the light ink
+    EXPECT_EQ(QColor(image.pixel(plot.left + 5, plot.top + 5)), QColor(0x35, 0x35, 0x35));
+    EXPECT_EQ(fullRows(image, plot, QColor(0xee, 0xee, 0xee)), 2);  // top and bottom edges
+    const ChartColours colours = chartColours(dark);
+    EXPECT_GT(colours.grid.lightness(), 0x35);  // grid lines stand out from the dark face
+    EXPECT_LT(colours.grid.lightness(), 0xee);
+    EXPECT_GT(fullRows(image, plot, colours.grid), 5);
+    EXPECT_GT(countColour(image, colours.line), 20);
 }
 
 TEST_F(HistoricChartScreen, TheSpanIsRememberedAndEveryControlWorksByKeyboard) {
