@@ -1,8 +1,8 @@
 #include "ui/charts/ChartPainter.h"
 
 #include <QFontMetrics>
+#include <QList>
 #include <QPainter>
-#include <QPainterPath>
 #include <algorithm>
 
 namespace nutrovex {
@@ -35,11 +35,12 @@ void drawPolyline(QPainter& p, const std::vector<ChartPoint>& points) {
     if (points.size() < 2) {
         return;
     }
-    QPainterPath path(QPointF(points.front().x, points.front().y));
-    for (std::size_t i = 1; i < points.size(); ++i) {
-        path.lineTo(points[i].x, points[i].y);
+    QList<QPoint> polyline;
+    polyline.reserve(static_cast<qsizetype>(points.size()));
+    for (const ChartPoint& point : points) {
+        polyline.append(QPoint(point.x, point.y));
     }
-    p.drawPath(path);
+    p.drawPolyline(polyline.constData(), static_cast<int>(polyline.size()));
 }
 
 void drawLevel(QPainter& p, const ChartLevel& level) {
@@ -148,11 +149,16 @@ void paintHistoricChart(QPainter& p, const HistoricChartLayout& l, const ChartCo
     reference(l.startLine, colours.ink, QStringLiteral("Start"));
     reference(l.goalLine, colours.goal, QStringLiteral("Goal"));
 
-    p.setRenderHint(QPainter::Antialiasing, true);
+    // Smooth lines while the days stand apart; where they crowd, the pixels decide anyway and
+    // smoothing would cost many times the paint.
+    const std::size_t crowd = std::max(l.weightLine.size(), l.trendLine.size());
+    const bool apart = crowd * 2 <= static_cast<std::size_t>(std::max(l.plot.width(), 0));
+    const qreal penWidth = apart ? 2.0 : 1.0;
+    p.setRenderHint(QPainter::Antialiasing, apart);
     p.setClipRect(toQRect(l.plot));
-    p.setPen(QPen(colours.trend, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    p.setPen(QPen(colours.trend, penWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     drawPolyline(p, l.trendLine);
-    p.setPen(QPen(colours.line, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    p.setPen(QPen(colours.line, penWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     drawPolyline(p, l.weightLine);
     // Dots on the weigh-ins while they stand apart.
     if (l.weightLine.size() * 6 <= static_cast<std::size_t>(std::max(l.plot.width(), 0))) {
