@@ -160,8 +160,8 @@ void paintHistoricChart(QPainter& p, const HistoricChartLayout& l, const ChartCo
     drawPolyline(p, l.trendLine);
     p.setPen(QPen(colours.line, penWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     drawPolyline(p, l.weightLine);
-    // Dots on the weigh-ins while they stand apart.
-    if (l.weightLine.size() * 6 <= static_cast<std::size_t>(std::max(l.plot.width(), 0))) {
+    // Dots on the weigh-ins while they stand well apart.
+    if (l.weightLine.size() * 12 <= static_cast<std::size_t>(std::max(l.plot.width(), 0))) {
         p.setBrush(colours.line);
         p.setPen(Qt::NoPen);
         for (const ChartPoint& point : l.weightLine) {
