@@ -61,8 +61,7 @@ Notices FoodClipboard::cut(DayRecord& day, const FoodLogView& view, FoodSelectio
 
 PasteOutcome FoodClipboard::paste(DayCursor& days, const FoodLogView& view) const {
     PasteOutcome out;
-    days.ensureCurrentDay();
-    DayRecord* day = days.currentRecord();
+    DayRecord* day = days.ensureCurrentRecord();
     if (!day) {
         return out;
     }

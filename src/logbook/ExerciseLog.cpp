@@ -137,8 +137,7 @@ Outcome ExerciseLog::log() {
     if (!e) {
         return {.message = specifyExerciseMessage()};
     }
-    (void)m_days->ensureCurrentDay();
-    DayRecord* day = m_days->currentRecord();
+    DayRecord* day = m_days->ensureCurrentRecord();
     if (day == nullptr) {
         return {};  // the day list is full: nothing to log into
     }
@@ -165,8 +164,7 @@ Outcome ExerciseLog::paste() {
     if (m_clipboard->empty()) {
         return {};
     }
-    (void)m_days->ensureCurrentDay();
-    DayRecord* day = m_days->currentRecord();
+    DayRecord* day = m_days->ensureCurrentRecord();
     if (day == nullptr) {
         return {};
     }

@@ -221,8 +221,9 @@ TEST_F(FoodGrid, DeletingThreeRowsRemovesThoseEntriesAndTheirTwins) {
               (std::vector<std::string>{"Beef/1", "Ham/1"}));
     EXPECT_EQ(shown(day->allFoods(), kSortAlphabetical),
               (std::vector<std::string>{"Apple/0", "Beef/1", "Ham/1"}));
-    EXPECT_EQ(confirmDeleteFoods().message.text,
-              "Are you sure you want to delete the selected food items");
+    EXPECT_EQ(confirmDeleteFoods(),
+              (Confirmation{{"Are you sure you want to delete the selected food items",
+                             "Delete Food", MessageKind::Question}}));
 }
 
 TEST_F(FoodGrid, PastingIntoAGroupMovesTheFoodsThere) {
@@ -239,7 +240,7 @@ TEST_F(FoodGrid, PastingIntoAGroupMovesTheFoodsThere) {
     DayRecord* next = days.currentRecord();
     ASSERT_NE(next, nullptr);
     EXPECT_TRUE(out.complete);
-    EXPECT_TRUE(out.notices.userData);
+    EXPECT_EQ(out.notices, Notices{.userData = true});
     EXPECT_EQ(out.pasted, 2u);
     EXPECT_FALSE(out.message.has_value());
     ASSERT_EQ(next->group(3).size(), 2u);
@@ -280,7 +281,7 @@ TEST_F(FoodGrid, CutTakesTheRowsAwayWithoutAsking) {
     log("Tea", 0, 6);
     log("Cola", 3, 6);
     FoodClipboard clip;
-    EXPECT_TRUE(clip.cut(*day, {kAllFoodsGroup, kSortByMeal, 0}, {1, 1}).userData);
+    EXPECT_EQ(clip.cut(*day, {kAllFoodsGroup, kSortByMeal, 0}, {1, 1}), Notices{.userData = true});
     ASSERT_EQ(clip.foods().size(), 1u);
     EXPECT_EQ(clip.foods()[0].name.str(), "Cola");
     EXPECT_EQ(day->group(6).size(), 1u);
@@ -300,7 +301,7 @@ TEST(FoodLogView, CommandsSetOrFlipTheSortModeAndCycleTheNutrients) {
         {FoodLogCommand::NutrientToggle, 0, 2}, {FoodLogCommand::NutrientToggle, 0, 0},
     };
     for (const auto& s : steps) {
-        EXPECT_TRUE(applyViewCommand(view, s.command).userData);
+        EXPECT_EQ(applyViewCommand(view, s.command), Notices{.userData = true});
         EXPECT_EQ(view.sortMode, s.sortMode) << static_cast<int>(s.command);
         EXPECT_EQ(view.nutrientView, s.nutrientView) << static_cast<int>(s.command);
     }

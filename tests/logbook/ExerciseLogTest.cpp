@@ -84,11 +84,12 @@ TEST_F(ExerciseLogTest, CaloriesNeedAWeightThenMinutes) {
     EXPECT_EQ(log.calories(), std::nullopt);
     EXPECT_EQ(log.form.calories, "360");
 
-    EXPECT_EQ(weightNeededMessage().text,
-              "You must enter your weight before calories can be calculated.");
-    EXPECT_EQ(weightNeededMessage().caption, "Calories");
-    EXPECT_EQ(timeNeededMessage().text,
-              "You must enter an exercise time before calories can be calculated.");
+    EXPECT_EQ(weightNeededMessage(),
+              (ScreenMessage{"You must enter your weight before calories can be calculated.",
+                             "Calories", MessageKind::Warning}));
+    EXPECT_EQ(timeNeededMessage(),
+              (ScreenMessage{"You must enter an exercise time before calories can be calculated.",
+                             "Calories", MessageKind::Warning}));
 }
 
 TEST_F(ExerciseLogTest, AUserDefinedExerciseNeedsTypedCalories) {
@@ -111,7 +112,9 @@ TEST_F(ExerciseLogTest, AUserDefinedExerciseNeedsTypedCalories) {
     EXPECT_EQ(e.variant, -1);
     EXPECT_EQ(e.minutes, 45);
     EXPECT_EQ(e.calories, 300);
-    EXPECT_EQ(specifyExerciseMessage().caption, "Exercise Log");
+    EXPECT_EQ(specifyExerciseMessage(),
+              (ScreenMessage{"Please specify exercise time and calculate calories", "Exercise Log",
+                             MessageKind::Warning}));
 }
 
 TEST_F(ExerciseLogTest, LoggingTwiceGivesTwoEntriesAndRecomputesTheDay) {
@@ -121,7 +124,7 @@ TEST_F(ExerciseLogTest, LoggingTwiceGivesTwoEntriesAndRecomputesTheDay) {
     ASSERT_EQ(log.calories(), std::nullopt);
     const Outcome logged = log.log();
     EXPECT_EQ(logged.message, std::nullopt);
-    EXPECT_TRUE(logged.notices.userData);
+    EXPECT_EQ(logged.notices, Notices{.userData = true});
     EXPECT_TRUE(log.form.minutes.empty());
     EXPECT_TRUE(log.form.calories.empty());
     log.form.minutes = "30";
@@ -205,10 +208,9 @@ TEST_F(ExerciseLogTest, DeleteRemovesTheSelectedRows) {
     EXPECT_EQ(day.exercises()[0].calories, 100);
     EXPECT_EQ(day.exercises()[1].calories, 300);
     EXPECT_EQ(day.exerciseCalories, 400u);
-    EXPECT_EQ(confirmDeleteExercises().text,
-              "Are you sure you want to delete the selected exercises?");
-    EXPECT_EQ(confirmDeleteExercises().caption, "Exercise");
-    EXPECT_EQ(confirmDeleteExercises().kind, MessageKind::Question);
+    EXPECT_EQ(confirmDeleteExercises(),
+              (ScreenMessage{"Are you sure you want to delete the selected exercises?", "Exercise",
+                             MessageKind::Question}));
 }
 
 TEST_F(ExerciseLogTest, EditingAnEntryKeepsItsKey) {
@@ -243,7 +245,10 @@ TEST(ExerciseEdits, CountsReadDigitsOnly) {
     EXPECT_EQ(countFromEdit("65535"), 65535);
     EXPECT_EQ(countFromEdit("65536"), 0);
     EXPECT_EQ(countFromEdit("-4"), 0);
-    EXPECT_EQ(pasteLimitMessage().caption, "Paste Exercise");
+    EXPECT_EQ(pasteLimitMessage(),
+              (ScreenMessage{"Due to the maximum exercise limit not all of the exercise items were "
+                             "pasted from the clipboard.",
+                             "Paste Exercise", MessageKind::Warning}));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "TempDir.h"
 #include "core/FoodCatalogue.h"
 #include "core/FoodItem.h"
+#include "foods/FoodForms.h"
 #include "session/Session.h"
 #include "session/UsersForm.h"
 #include "storage/CatalogueFile.h"
@@ -176,6 +177,37 @@ TEST_F(SessionTest, OnlyWhatTheNoticesMarkIsSavedAndTotalsFollowTheFoods) {
     EXPECT_FALSE(s->userDataModified());
     EXPECT_NE(fileBytes(userFile), saved);
     EXPECT_FLOAT_EQ(day.totals()[kCalories], 500.0f);
+}
+
+// A catalogue screen's edit is saved only once its notices reached the session.
+TEST_F(SessionTest, ACatalogueEditIsSavedAtTheSavePointOnceTheSessionHasItsNotices) {
+    const fs::path catalogueFile = root / "Users" / "Zerbu" / "FoodDB.ddb";
+    {
+        auto s = started();  // copies the template in, read from the next start on
+        ASSERT_TRUE(s->initialLoad().ok());
+    }
+    {
+        auto s = started();
+        ASSERT_TRUE(s->initialLoad().ok());
+        CategoryNameForm form(s->catalogue(), 5, kNoPosition, false);
+        form.text = "Rolls";
+        const FormResult added = form.accept();
+        ASSERT_TRUE(added.done());
+        EXPECT_FALSE(s->catalogueModified());
+        EXPECT_TRUE(s->saveModified().ok());
+        EXPECT_EQ(fileBytes(catalogueFile), shipped);
+
+        s->apply(added.notices);
+        EXPECT_TRUE(s->catalogueModified());
+        EXPECT_FALSE(s->userDataModified());
+        const SessionStatus saved = s->saveModified();
+        ASSERT_TRUE(saved.ok()) << saved.message();
+        EXPECT_FALSE(s->catalogueModified());
+    }
+    auto s = started();
+    ASSERT_TRUE(s->initialLoad().ok());
+    ASSERT_EQ(s->catalogue().groups[5].size(), 2u);
+    EXPECT_EQ(s->catalogue().groups[5][1].name, "Rolls");
 }
 
 TEST_F(SessionTest, AFileThatCannotBeReadIsNeverWrittenOver) {

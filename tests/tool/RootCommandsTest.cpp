@@ -137,8 +137,8 @@ TEST_F(RootCommands, ImportingWaitsUntilTheProgramHasClosedTheRoot) {
         ASSERT_EQ(program.start(reason), Session::Start::Running) << reason;
         EXPECT_EQ(tool(rootOption() + "import-foods --user Zerbu " + (dir / "foods.csv").string()),
                   1);
-        EXPECT_EQ(err, "nutrovex-tool: " + root.string() +
-                           ": Nutrovex has this data root open; close it and try again\n");
+        EXPECT_EQ(err, "nutrovex-tool import-foods: " + root.string() +
+                           ": Nutrovex has this data root open; close it first\n");
         EXPECT_FALSE(fs::exists(catalogue));
         // Reading needs no lock.
         EXPECT_EQ(tool(rootOption() + "users"), 0);
