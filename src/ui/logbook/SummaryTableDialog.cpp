@@ -1,0 +1,111 @@
+#include "ui/logbook/SummaryTableDialog.h"
+
+#include <QEvent>
+#include <QVBoxLayout>
+
+#include "logbook/SummaryTable.h"
+#include "session/Session.h"
+#include "ui/TextConvert.h"
+#include "ui/frame/SessionNotifier.h"
+
+namespace nutrovex {
+
+SummaryTableGrid::SummaryTableGrid(Session& session, QWidget* parent)
+    : MWGridWidget(parent), m_session(&session) {
+    setAccessibleName(QStringLiteral("Summary Table"));
+    grid().setColumnCount(kSummaryColumnCount);
+    grid().setFixedRows(1);
+    grid().setScrolling(Orientation::Vertical, true);
+    sizeColumns();
+    reload();
+}
+
+void SummaryTableGrid::sizeColumns() {
+    const QFontMetrics m(font());
+    grid().setColumnWidthLimits(10, 1000);
+    grid().setDefaultRowHeight(m.height() + 6);
+    grid().setRowHeightLimits(4, 500);
+    // Each column as wide as its widest possible text.
+    const std::array<const char*, kSummaryColumnCount> widest{
+        "00/00", "99999", "9999.9 g", "9999.9 g", "9999.9 g", "9999.9 g", "9999.9 g", "99999"};
+    for (int c = 0; c < kSummaryColumnCount; ++c) {
+        grid().setColumnWidth(
+            c, m.horizontalAdvance(QString::fromLatin1(widest[static_cast<std::size_t>(c)])) + 10);
+    }
+    for (int r = 0; r < grid().rowCount(); ++r) {
+        grid().setRowHeight(r, m.height() + 6);
+    }
+}
+
+void SummaryTableGrid::reload() {
+    const int days = static_cast<int>(m_session->store().days().size());
+    grid().setRowCount(days + 1);
+    const int current = summaryCurrentRow(m_session->days());
+    m_currentDayRow = current < 0 ? -1 : current + 1;
+    if (m_currentDayRow > 0) {
+        grid().selectCell(m_currentDayRow, 0);
+        grid().resetAnchor();
+    } else if (days > 0 && grid().current().row < 1) {
+        grid().selectCell(1, 0);
+        grid().resetAnchor();
+    }
+    refresh();
+    grid().ensureCurrentVisible();
+    refresh();
+}
+
+QString SummaryTableGrid::cellText(int row, int column) const {
+    if (column < 0 || column >= kSummaryColumnCount) {
+        return {};
+    }
+    if (row == 0) {
+        return QString::fromLatin1(kSummaryColumnHeads[static_cast<std::size_t>(column)]);
+    }
+    const auto& days = m_session->store().days();
+    if (row < 1 || row > static_cast<int>(days.size())) {
+        return {};
+    }
+    return toQString(summaryCell(*days[static_cast<std::size_t>(row - 1)], column));
+}
+
+int SummaryTableGrid::cellAlignment(int row, int column) const {
+    if (row == 0 || column == 0) {
+        return Qt::AlignCenter;
+    }
+    return Qt::AlignRight | Qt::AlignVCenter;
+}
+
+QColor SummaryTableGrid::cellBackground(int row, int column) const {
+    if (row == m_currentDayRow) {
+        return highlightColour();
+    }
+    return MWGridWidget::cellBackground(row, column);
+}
+
+QColor SummaryTableGrid::cellTextColour(int row, int column) const {
+    if (row == m_currentDayRow) {
+        return highlightTextColour();
+    }
+    return MWGridWidget::cellTextColour(row, column);
+}
+
+void SummaryTableGrid::changeEvent(QEvent* event) {
+    MWGridWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        sizeColumns();
+        refresh();
+    }
+}
+
+SummaryTableDialog::SummaryTableDialog(SessionNotifier& notifier, QWidget* parent)
+    : ScreenDialog(notifier, parent, QStringLiteral("Summary Table")),
+      m_grid(new SummaryTableGrid(notifier.session(), this)) {
+    addOptionsMenu();
+    body()->addWidget(m_grid, 1);
+    connect(&notifier, &SessionNotifier::dataChanged, m_grid, &SummaryTableGrid::reload);
+    connect(&notifier, &SessionNotifier::dayCreated, m_grid, &SummaryTableGrid::reload);
+    connect(&notifier, &SessionNotifier::userChanged, m_grid, &SummaryTableGrid::reload);
+    m_grid->setFocus();
+}
+
+}  // namespace nutrovex

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "ui/controls/MWGridWidget.h"
+#include "ui/logbook/ScreenDialog.h"
+
+namespace nutrovex {
+
+class Session;
+
+// The summary table on the grid: a header row, then one row per day of the logbook; the current
+// date's row is highlighted. Cells are read from the day records as they are painted.
+class SummaryTableGrid : public MWGridWidget {
+    Q_OBJECT
+
+public:
+    SummaryTableGrid(Session& session, QWidget* parent = nullptr);
+
+    // After the days changed: the rows follow, the current day's row is shown.
+    void reload();
+    [[nodiscard]] int currentDayRow() const { return m_currentDayRow; }
+    [[nodiscard]] QString text(int row, int column) const { return cellText(row, column); }
+
+protected:
+    [[nodiscard]] QString cellText(int row, int column) const override;
+    [[nodiscard]] int cellAlignment(int row, int column) const override;
+    [[nodiscard]] QColor cellBackground(int row, int column) const override;
+    [[nodiscard]] QColor cellTextColour(int row, int column) const override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void sizeColumns();
+
+    Session* m_session;
+    int m_currentDayRow = -1;  // grid row, or -1
+};
+
+class SummaryTableDialog : public ScreenDialog {
+    Q_OBJECT
+
+public:
+    SummaryTableDialog(SessionNotifier& notifier, QWidget* parent);
+    [[nodiscard]] SummaryTableGrid* table() const { return m_grid; }
+
+private:
+    SummaryTableGrid* m_grid;
+};
+
+}  // namespace nutrovex
