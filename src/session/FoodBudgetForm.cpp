@@ -1,5 +1,6 @@
 #include "session/FoodBudgetForm.h"
 
+#include "charts/MeasuredMaintenance.h"
 #include "session/Session.h"
 
 namespace nutrovex {
@@ -7,7 +8,7 @@ namespace nutrovex {
 std::vector<BudgetSection> foodBudgetPageSections(Session& session) {
     const DayRecord* day = session.days().currentDay();
     std::vector<BudgetSection> sections = foodBudgetPage(day, session.store().profile);
-    // Hook: the measured maintenance section goes here once the engine computes it.
+    sections.push_back(measuredSection(session.store(), session.days().currentDate()));
     return sections;
 }
 

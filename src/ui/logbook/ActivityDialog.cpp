@@ -19,9 +19,11 @@ namespace nutrovex {
 
 namespace {
 
-// Mnemonics on the level captions: the first letter of each, which all differ.
+// Mnemonics on the level captions: the first letters, except "Other", whose O opens Options.
 QString levelCaption(int level) {
-    return QLatin1Char('&') + toQString(kActivityLevelNames[level]);
+    QString caption = toQString(kActivityLevelNames[level]);
+    const int at = level == kLevelManual ? 1 : 0;
+    return caption.insert(at, QLatin1Char('&'));
 }
 
 }  // namespace
@@ -47,7 +49,7 @@ ActivityDialog::ActivityDialog(SessionNotifier& notifier, QWidget* parent)
     // The level is the day's, not the group's: nothing stays checked unless the day says so.
     m_group->setExclusive(false);
 
-    auto* bmrLabel = new QLabel(QStringLiteral("B&MR:"), this);
+    auto* bmrLabel = new QLabel(QStringLiteral("&BMR:"), this);
     bmrLabel->setBuddy(m_bmr);
     m_bmr->setMaxLength(static_cast<int>(kBmrMaxChars));
     m_bmr->setValidator(new QIntValidator(0, 9999, m_bmr));

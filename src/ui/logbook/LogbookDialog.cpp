@@ -7,7 +7,9 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QSpinBox>
+#include <QTabBar>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -62,7 +64,8 @@ LogbookDialog::LogbookDialog(SessionNotifier& notifier, QWidget* parent, Logbook
       m_next(arrowButton(kNextDayArt, QStringLiteral("Next Day"), this)),
       m_goal(new QLabel(this)),
       m_record(new QLabel(this)),
-      m_water(new QSpinBox(this)) {
+      m_water(new QSpinBox(this)),
+      m_tabs(new QTabBar(this)) {
     buildMenus();
 
     m_date->setFlat(true);
@@ -138,6 +141,37 @@ LogbookDialog::LogbookDialog(SessionNotifier& notifier, QWidget* parent, Logbook
     bottom->addWidget(waterLabel);
     bottom->addWidget(m_water);
     body()->addLayout(bottom);
+
+    for (const char* tab : {"Logbook", "Food Log", "Daily Journal", "Summary Table"}) {
+        m_tabs->addTab(QString::fromLatin1(tab));
+    }
+    m_tabs->setTabEnabled(1, static_cast<bool>(m_openers.meals));
+    m_tabs->setExpanding(true);
+    m_tabs->setShape(QTabBar::TriangularSouth);
+    m_tabs->setAccessibleName(QStringLiteral("Screens"));
+    body()->addWidget(m_tabs);
+    connect(m_tabs, &QTabBar::currentChanged, this, [this](int index) {
+        {
+            // The strip stays on "Logbook": the other screens open over it.
+            const QSignalBlocker block(m_tabs);
+            m_tabs->setCurrentIndex(0);
+        }
+        switch (index) {
+            case 1:
+                openInjected(m_openers.meals, true);
+                break;
+            case 2:
+                journal();
+                break;
+            case 3:
+                if (this->notifier().session().userOpen()) {
+                    openDetail(new SummaryTableDialog(this->notifier(), this));
+                }
+                break;
+            default:
+                break;
+        }
+    });
 
     connect(m_previous, &QToolButton::clicked, this, [this] { run(m_logbook.previous()); });
     connect(m_next, &QToolButton::clicked, this, [this] { run(m_logbook.next()); });

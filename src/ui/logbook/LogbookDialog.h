@@ -8,6 +8,7 @@
 
 class QLabel;
 class QSpinBox;
+class QTabBar;
 class QToolButton;
 
 namespace nutrovex {
@@ -38,6 +39,8 @@ public:
     [[nodiscard]] QString recordText() const;
     [[nodiscard]] QString goalText() const;
     [[nodiscard]] QSpinBox* waterBox() const { return m_water; }
+    // "Logbook", "Food Log", "Daily Journal", "Summary Table": a tap opens that screen.
+    [[nodiscard]] QTabBar* tabs() const { return m_tabs; }
     [[nodiscard]] QPushButton* dateButton() const { return m_date; }
     [[nodiscard]] QToolButton* previousButton() const { return m_previous; }
     [[nodiscard]] QToolButton* nextButton() const { return m_next; }
@@ -80,6 +83,7 @@ private:
     QLabel* m_goal;
     QLabel* m_record;
     QSpinBox* m_water;
+    QTabBar* m_tabs;
     bool m_refreshing = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QVBoxLayout>
+#include <numeric>
 
 #include "logbook/SummaryTable.h"
 #include "session/Session.h"
@@ -28,9 +29,22 @@ void SummaryTableGrid::sizeColumns() {
     // Each column as wide as its widest possible text.
     const std::array<const char*, kSummaryColumnCount> widest{
         "00/00", "99999", "9999.9 g", "9999.9 g", "9999.9 g", "9999.9 g", "9999.9 g", "99999"};
+    for (std::size_t c = 0; c < widest.size(); ++c) {
+        m_naturalWidths[c] = m.horizontalAdvance(QString::fromLatin1(widest[c])) + 8;
+    }
+    // The columns share the width; when even their narrowest do not fit, the table scrolls across.
+    const int natural = std::accumulate(m_naturalWidths.begin(), m_naturalWidths.end(), 0);
+    const int room = viewport()->width();
+    const bool fits = natural <= room;
+    grid().setScrolling(Orientation::Horizontal, !fits);
+    int used = 0;
     for (int c = 0; c < kSummaryColumnCount; ++c) {
-        grid().setColumnWidth(
-            c, m.horizontalAdvance(QString::fromLatin1(widest[static_cast<std::size_t>(c)])) + 10);
+        const int w = m_naturalWidths[static_cast<std::size_t>(c)];
+        const int width = !fits                          ? w
+                          : c + 1 == kSummaryColumnCount ? room - used
+                                                         : w * room / natural;
+        grid().setColumnWidth(c, width);
+        used += width;
     }
     for (int r = 0; r < grid().rowCount(); ++r) {
         grid().setRowHeight(r, m.height() + 6);
@@ -87,6 +101,12 @@ QColor SummaryTableGrid::cellTextColour(int row, int column) const {
         return highlightTextColour();
     }
     return MWGridWidget::cellTextColour(row, column);
+}
+
+void SummaryTableGrid::resizeEvent(QResizeEvent* event) {
+    MWGridWidget::resizeEvent(event);
+    sizeColumns();
+    refresh();
 }
 
 void SummaryTableGrid::changeEvent(QEvent* event) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "ui/controls/MWGridWidget.h"
 #include "ui/logbook/ScreenDialog.h"
 
@@ -26,9 +28,12 @@ protected:
     [[nodiscard]] QColor cellBackground(int row, int column) const override;
     [[nodiscard]] QColor cellTextColour(int row, int column) const override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void sizeColumns();
+    // Each column's narrowest width that shows its widest possible text.
+    std::array<int, 8> m_naturalWidths{};
 
     Session* m_session;
     int m_currentDayRow = -1;  // grid row, or -1

@@ -12,7 +12,10 @@
 #include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
+#include <sstream>
 
+#include "data/ShippedCatalogue.h"
+#include "tool/DemoLogbook.h"
 #include "ui/logbook/ActivityDialog.h"
 #include "ui/logbook/DayRangeDialog.h"
 #include "ui/logbook/FoodBudgetDialogs.h"
@@ -190,8 +193,9 @@ TEST_F(DayScreensTest, EveryScreenIsReachedUsedAndLeftWithTheKeyboard) {
     LogbookDialog logbook(notifier, nullptr);
     logbook.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&logbook));
-    // OK, the arrows, the date, four buttons (Meals and Exercise disabled here) and the water.
-    expectTabWalk(logbook, 7);
+    // OK, the arrows, the date, four buttons (Meals and Exercise disabled here), the water and
+    // the strip of screens.
+    expectTabWalk(logbook, 8);
 
     // The screen on top, once the event loop has opened it: a button's mnemonic clicks it the
     // way a tap would, with the press shown first.
@@ -263,8 +267,37 @@ TEST_F(DayScreensTest, EveryScreenIsReachedUsedAndLeftWithTheKeyboard) {
     EXPECT_EQ(session.store().days().size(), 42u);
 }
 
-TEST_F(DayScreensTest, EveryTourStopOpensOnTheSessionsData) {
-    fillSixWeeks();
+TEST(LogbookTour, EveryStopOpensOnTheDemoUserWithItsMeasuredMaintenance) {
+    test::TempDir root;
+    FixedClock clock{CalendarDate::fromDmy(21, 11, 2002)};
+    std::ostringstream said;
+    std::ostringstream err;
+    const std::vector<std::string> args;
+    ASSERT_EQ(tool::makeDemo(tool::GlobalOptions{root.path().string()}, args, said, err, clock,
+                             shippedCatalogue()),
+              tool::kExitOk)
+        << err.str();
+    MemorySettings settings;
+    Session session(root.path(), clock, settings, shippedCatalogue());
+    std::string reason;
+    ASSERT_EQ(session.start(reason), Session::Start::Running) << reason;
+    (void)session.initialLoad();
+    ASSERT_TRUE(session.switchUser(tool::kDemoUserName).ok());
+    SessionNotifier notifier(session);
+
+    // Four months of days make a valid measurement, and a plausible one.
+    FoodBudgetDialog budget(notifier, nullptr);
+    const std::vector<BudgetSection>& sections = budget.page()->sections();
+    ASSERT_EQ(sections.size(), 6u);
+    EXPECT_EQ(sections[5].heading, "Measured");
+    ASSERT_FALSE(sections[5].rows.empty());
+    EXPECT_EQ(sections[5].rows[0].label, "Maintenance (28 days):");
+    std::string figure = sections[5].rows[0].value;
+    std::erase(figure, ',');
+    const int maintenance = std::stoi(figure);
+    EXPECT_GT(maintenance, 1500);
+    EXPECT_LT(maintenance, 3500);
+
     QTemporaryDir temp;
     ASSERT_TRUE(temp.isValid());
     // NUTROVEX_SCREENSHOT_DIR keeps the pictures for a person to look at.

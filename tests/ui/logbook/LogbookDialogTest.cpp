@@ -3,15 +3,18 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QTabBar>
 #include <QTest>
 #include <QToolButton>
 
 #include "ui/controls/CalendarPickerDialog.h"
 #include "ui/logbook/ActivityDialog.h"
 #include "ui/logbook/DayRangeDialog.h"
+#include "ui/logbook/JournalDialog.h"
 #include "ui/logbook/LogbookData.h"
 #include "ui/logbook/LogbookDialog.h"
 #include "ui/logbook/WeighInDialog.h"
@@ -286,6 +289,20 @@ TEST_F(LogbookDialogTest, InjectedScreensRunThenSaveAndMissingOnesAreDisabled) {
     EXPECT_FALSE(dialog->command(QStringLiteral("Historic Weight Chart"))->isEnabled());
     EXPECT_FALSE(dialog->command(QStringLiteral("Food Catalogue"))->isEnabled());
     EXPECT_TRUE(dialog->command(QStringLiteral("Meals"))->isEnabled());
+}
+
+TEST_F(LogbookDialogTest, TheStripOfScreensOpensTheJournalAndStaysOnTheLogbook) {
+    addDay(21, 11, 2002, 180.0f).setNote("Ran");
+    open();
+    QTabBar* tabs = dialog->tabs();
+    EXPECT_FALSE(tabs->isTabEnabled(1));  // no meals screen on this logbook
+    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(2).center());
+    auto* journal = child<JournalDialog>();
+    ASSERT_NE(journal, nullptr);
+    EXPECT_EQ(journal->editor()->toPlainText(), QStringLiteral("Ran"));
+    EXPECT_EQ(tabs->currentIndex(), 0);
+    QTest::mouseClick(journal->okButton(), Qt::LeftButton);
+    EXPECT_FALSE(session.userDataModified());  // saved when it closed
 }
 
 TEST_F(LogbookDialogTest, GoalLineAndRedrawOnAnotherScreensChange) {
