@@ -32,17 +32,14 @@ void SummaryTableGrid::sizeColumns() {
     for (std::size_t c = 0; c < widest.size(); ++c) {
         m_naturalWidths[c] = m.horizontalAdvance(QString::fromLatin1(widest[c])) + 8;
     }
-    // The columns share the width; when even their narrowest do not fit, the table scrolls across.
+    // The columns share the width in proportion to their widest texts.
     const int natural = std::accumulate(m_naturalWidths.begin(), m_naturalWidths.end(), 0);
-    const int room = viewport()->width();
-    const bool fits = natural <= room;
-    grid().setScrolling(Orientation::Horizontal, !fits);
+    const int room = std::max(viewport()->width(), kSummaryColumnCount * 10);
     int used = 0;
     for (int c = 0; c < kSummaryColumnCount; ++c) {
-        const int w = m_naturalWidths[static_cast<std::size_t>(c)];
-        const int width = !fits                          ? w
-                          : c + 1 == kSummaryColumnCount ? room - used
-                                                         : w * room / natural;
+        const int width = c + 1 == kSummaryColumnCount
+                              ? room - used
+                              : m_naturalWidths[static_cast<std::size_t>(c)] * room / natural;
         grid().setColumnWidth(c, width);
         used += width;
     }
@@ -107,6 +104,16 @@ void SummaryTableGrid::resizeEvent(QResizeEvent* event) {
     MWGridWidget::resizeEvent(event);
     sizeColumns();
     refresh();
+}
+
+// A scroll bar that comes or goes resizes the viewport alone; the grid must cover it all.
+bool SummaryTableGrid::viewportEvent(QEvent* event) {
+    const bool handled = MWGridWidget::viewportEvent(event);
+    if (event->type() == QEvent::Resize) {
+        sizeColumns();
+        refresh();
+    }
+    return handled;
 }
 
 void SummaryTableGrid::changeEvent(QEvent* event) {

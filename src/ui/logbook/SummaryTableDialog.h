@@ -29,6 +29,7 @@ protected:
     [[nodiscard]] QColor cellTextColour(int row, int column) const override;
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
 
 private:
     void sizeColumns();

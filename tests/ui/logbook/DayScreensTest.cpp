@@ -142,6 +142,9 @@ TEST_F(DayScreensTest, TheSummaryTableListsEveryDayAndHighlightsTheCurrentOne) {
     EXPECT_EQ(QColor(picture.pixel(row.left() + 2, row.center().y())),
               table->palette().color(QPalette::Highlight));
 
+    // The grid paints the whole of its viewport, whatever resized it last.
+    EXPECT_EQ(table->grid().clientHeight(), table->viewport()->height());
+    EXPECT_EQ(table->grid().clientWidth(), table->viewport()->width());
     // Home and the arrows scroll through it from the keyboard.
     QTest::keyClick(table, Qt::Key_Home, Qt::ControlModifier);
     EXPECT_EQ(table->grid().scrollPosition(Orientation::Vertical), 0);
