@@ -1,6 +1,7 @@
 #include "ui/logbook/SummaryTableDialog.h"
 
 #include <QEvent>
+#include <QPainter>
 #include <QVBoxLayout>
 #include <numeric>
 
@@ -106,6 +107,37 @@ void SummaryTableGrid::resizeEvent(QResizeEvent* event) {
     refresh();
 }
 
+void SummaryTableGrid::drawCell(QPainter& p, int row, int column, const QRect& rect) {
+    const QString text = cellText(row, column);
+    if (text.isEmpty()) {
+        return;
+    }
+    const QRect inner = rect.adjusted(3, 1, -3, -1);
+    if (m_laidOut.size() > 4096) {
+        m_laidOut.clear();
+    }
+    auto it = m_laidOut.find(text);
+    if (it == m_laidOut.end()) {
+        QStaticText laid(text);
+        laid.setTextFormat(Qt::PlainText);
+        laid.prepare(QTransform(), p.font());
+        it = m_laidOut.insert(text, laid);
+    }
+    const QSizeF size = it->size();
+    if (size.width() > inner.width()) {
+        MWGridWidget::drawCell(p, row, column, rect);  // too narrow: elided as usual
+        return;
+    }
+    const int alignment = cellAlignment(row, column);
+    const qreal x = (alignment & Qt::AlignRight) != 0 ? inner.right() + 1 - size.width()
+                    : (alignment & Qt::AlignHCenter) != 0
+                        ? inner.left() + (inner.width() - size.width()) / 2
+                        : inner.left();
+    const qreal y = inner.top() + (inner.height() - size.height()) / 2;
+    p.setPen(cellTextColour(row, column));
+    p.drawStaticText(QPointF(x, y), *it);
+}
+
 // A scroll bar that comes or goes resizes the viewport alone; the grid must cover it all.
 bool SummaryTableGrid::viewportEvent(QEvent* event) {
     const bool handled = MWGridWidget::viewportEvent(event);
@@ -119,6 +151,7 @@ bool SummaryTableGrid::viewportEvent(QEvent* event) {
 void SummaryTableGrid::changeEvent(QEvent* event) {
     MWGridWidget::changeEvent(event);
     if (event->type() == QEvent::FontChange) {
+        m_laidOut.clear();
         sizeColumns();
         refresh();
     }

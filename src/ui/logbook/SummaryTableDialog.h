@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QHash>
+#include <QStaticText>
 #include <array>
 
 #include "ui/controls/MWGridWidget.h"
@@ -28,6 +30,7 @@ protected:
     [[nodiscard]] QColor cellBackground(int row, int column) const override;
     [[nodiscard]] QColor cellTextColour(int row, int column) const override;
     void changeEvent(QEvent* event) override;
+    void drawCell(QPainter& p, int row, int column, const QRect& rect) override;
     void resizeEvent(QResizeEvent* event) override;
     bool viewportEvent(QEvent* event) override;
 
@@ -37,6 +40,9 @@ private:
     std::array<int, 8> m_naturalWidths{};
 
     Session* m_session;
+    // Laid-out texts: the same figures recur on every screenful, and laying out is most of the
+    // cost of painting one.
+    QHash<QString, QStaticText> m_laidOut;
     int m_currentDayRow = -1;  // grid row, or -1
 };
 
