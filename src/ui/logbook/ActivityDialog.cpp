@@ -29,7 +29,7 @@ QString levelCaption(int level) {
 }  // namespace
 
 ActivityDialog::ActivityDialog(SessionNotifier& notifier, QWidget* parent)
-    : ScreenDialog(notifier, parent, QStringLiteral("BMR")),
+    : LogbookScreen(notifier, parent, QStringLiteral("BMR")),
       m_form(notifier.session().days()),
       m_group(new QButtonGroup(this)),
       m_bmr(new QLineEdit(this)),

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "logbook/ActivityForm.h"
-#include "ui/logbook/ScreenDialog.h"
+#include "ui/logbook/LogbookScreen.h"
 
 class QButtonGroup;
 class QLineEdit;
@@ -12,7 +12,7 @@ class QRadioButton;
 namespace nutrovex {
 
 // The activity/BMR screen of the logbook's current day: a thin view of ActivityForm.
-class ActivityDialog : public ScreenDialog {
+class ActivityDialog : public LogbookScreen {
     Q_OBJECT
 
 public:

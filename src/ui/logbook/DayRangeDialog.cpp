@@ -10,7 +10,7 @@
 #include "ui/TextConvert.h"
 #include "ui/controls/CalendarPickerDialog.h"
 #include "ui/frame/SessionNotifier.h"
-#include "ui/logbook/ScreenDialog.h"
+#include "ui/logbook/LogbookScreen.h"
 
 namespace nutrovex {
 

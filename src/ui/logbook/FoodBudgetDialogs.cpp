@@ -122,7 +122,7 @@ void FoodBudgetPage::paintEvent(QPaintEvent*) {
 }
 
 FoodBudgetDialog::FoodBudgetDialog(SessionNotifier& notifier, QWidget* parent)
-    : ScreenDialog(notifier, parent, QStringLiteral("Food Budget")),
+    : LogbookScreen(notifier, parent, QStringLiteral("Food Budget")),
       m_page(new FoodBudgetPage(this)) {
     addOptionsMenu();
     body()->addWidget(m_page, 1);
@@ -137,7 +137,7 @@ void FoodBudgetDialog::refresh() {
 }
 
 FoodBudgetBoxDialog::FoodBudgetBoxDialog(SessionNotifier& notifier, QWidget* parent)
-    : ScreenDialog(notifier, parent, QStringLiteral("Food Budget")),
+    : LogbookScreen(notifier, parent, QStringLiteral("Food Budget")),
       m_budget(new QLabel(this)),
       m_caption(new QLabel(this)),
       m_goal(new QLabel(this)) {

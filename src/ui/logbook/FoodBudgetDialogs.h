@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "calc/FoodBudget.h"
-#include "ui/logbook/ScreenDialog.h"
+#include "ui/logbook/LogbookScreen.h"
 
 class QLabel;
 
@@ -36,7 +36,7 @@ private:
 };
 
 // The scrolling food budget page of the logbook's current date.
-class FoodBudgetDialog : public ScreenDialog {
+class FoodBudgetDialog : public LogbookScreen {
     Q_OBJECT
 
 public:
@@ -49,7 +49,7 @@ private:
 };
 
 // The compact food budget box: the budget, the formula and the daily calorie goal.
-class FoodBudgetBoxDialog : public ScreenDialog {
+class FoodBudgetBoxDialog : public LogbookScreen {
     Q_OBJECT
 
 public:

@@ -32,7 +32,7 @@ std::optional<std::string> storedNote(const QString& shown) {
 }  // namespace
 
 JournalDialog::JournalDialog(SessionNotifier& notifier, QWidget* parent)
-    : ScreenDialog(notifier, parent, QStringLiteral("Daily Journal")),
+    : LogbookScreen(notifier, parent, QStringLiteral("Daily Journal")),
       m_form(notifier.session().days()),
       m_editor(new QPlainTextEdit(this)),
       m_cancel(new QPushButton(QStringLiteral("Cancel"), this)) {
@@ -131,7 +131,7 @@ bool JournalDialog::eventFilter(QObject* watched, QEvent* event) {
             return true;
         }
     }
-    return ScreenDialog::eventFilter(watched, event);
+    return LogbookScreen::eventFilter(watched, event);
 }
 
 }  // namespace nutrovex

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "logbook/WeighIn.h"
-#include "ui/logbook/ScreenDialog.h"
+#include "ui/logbook/LogbookScreen.h"
 
 class QPlainTextEdit;
 
@@ -9,7 +9,7 @@ namespace nutrovex {
 
 // The daily journal of the logbook's current date: the note is kept as it is typed, at most 512
 // characters, and Enter always starts a new line at its end. Cancel undoes nothing.
-class JournalDialog : public ScreenDialog {
+class JournalDialog : public LogbookScreen {
     Q_OBJECT
 
 public:

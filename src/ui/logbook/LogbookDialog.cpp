@@ -56,7 +56,7 @@ QString withoutMnemonic(QString text) {
 }  // namespace
 
 LogbookDialog::LogbookDialog(SessionNotifier& notifier, QWidget* parent, LogbookOpeners openers)
-    : ScreenDialog(notifier, parent, QStringLiteral("Logbook")),
+    : LogbookScreen(notifier, parent, QStringLiteral("Logbook")),
       m_logbook(notifier.session().days()),
       m_openers(std::move(openers)),
       m_previous(arrowButton(kPreviousDayArt, QStringLiteral("Previous Day"), this)),

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "logbook/Logbook.h"
-#include "ui/logbook/ScreenDialog.h"
+#include "ui/logbook/LogbookScreen.h"
 
 class QLabel;
 class QSpinBox;
@@ -27,7 +27,7 @@ struct LogbookOpeners {
 // The logbook form: one date at a time with its figures, the commands that open the day's
 // screens, day navigation and deletion. A thin view of Logbook; every detail screen that can
 // change the day is followed by a save of the user's data, whatever closed it.
-class LogbookDialog : public ScreenDialog {
+class LogbookDialog : public LogbookScreen {
     Q_OBJECT
 
 public:

@@ -158,7 +158,7 @@ void SummaryTableGrid::changeEvent(QEvent* event) {
 }
 
 SummaryTableDialog::SummaryTableDialog(SessionNotifier& notifier, QWidget* parent)
-    : ScreenDialog(notifier, parent, QStringLiteral("Summary Table")),
+    : LogbookScreen(notifier, parent, QStringLiteral("Summary Table")),
       m_grid(new SummaryTableGrid(notifier.session(), this)) {
     addOptionsMenu();
     body()->addWidget(m_grid, 1);

@@ -5,7 +5,7 @@
 #include <array>
 
 #include "ui/controls/MWGridWidget.h"
-#include "ui/logbook/ScreenDialog.h"
+#include "ui/logbook/LogbookScreen.h"
 
 namespace nutrovex {
 
@@ -46,7 +46,7 @@ private:
     int m_currentDayRow = -1;  // grid row, or -1
 };
 
-class SummaryTableDialog : public ScreenDialog {
+class SummaryTableDialog : public LogbookScreen {
     Q_OBJECT
 
 public:

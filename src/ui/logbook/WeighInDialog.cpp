@@ -16,7 +16,7 @@ namespace nutrovex {
 
 WeighInDialog::WeighInDialog(SessionNotifier& notifier, QWidget* parent,
                              std::function<void(QWidget*)> weightChart)
-    : ScreenDialog(notifier, parent, QStringLiteral("Weigh In")),
+    : LogbookScreen(notifier, parent, QStringLiteral("Weigh In")),
       m_form(notifier.session().days()),
       m_date(new QLabel(this)),
       m_weight(new QLineEdit(this)),

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "logbook/WeighIn.h"
-#include "ui/logbook/ScreenDialog.h"
+#include "ui/logbook/LogbookScreen.h"
 
 class QLabel;
 class QLineEdit;
@@ -12,7 +12,7 @@ namespace nutrovex {
 
 // The weigh-in screen for the logbook's current date: a thin view of WeighIn. The weight is
 // written into the day as it is typed; the logbook saves when the screen closes.
-class WeighInDialog : public ScreenDialog {
+class WeighInDialog : public LogbookScreen {
     Q_OBJECT
 
 public:
