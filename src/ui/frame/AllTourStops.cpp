@@ -8,7 +8,8 @@ namespace nutrovex {
 // `<area>TourStops(SessionNotifier&)`.
 #define NUTROVEX_TOUR_AREAS(AREA) \
     AREA(frame)                   \
-    AREA(profile)
+    AREA(profile)                 \
+    AREA(charts)
 
 #define NUTROVEX_DECLARE_TOUR_AREA(area) \
     std::vector<TourStop> area##TourStops(SessionNotifier& notifier);

@@ -1,10 +1,15 @@
 #include "ui/frame/ProgramOpeners.h"
 
+#include "ui/charts/BodyMassChartDialog.h"
+
 namespace nutrovex {
 
 FrameOpeners programOpeners(SessionNotifier& notifier) {
-    (void)notifier;  // the logbook and the weight chart open on the notifier's session
-    return {};
+    FrameOpeners openers;
+    openers.weightChart = [&notifier](QWidget* parent) {
+        (void)BodyMassChartDialog::openChecked(notifier, parent);
+    };
+    return openers;
 }
 
 }  // namespace nutrovex
