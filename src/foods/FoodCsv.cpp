@@ -147,77 +147,113 @@ std::string foodsCsv(const FoodCatalogue& catalogue) {
     return out;
 }
 
-ImportReport importFoodsCsv(FoodCatalogue& catalogue, std::string_view csv) {
-    ImportReport report;
-    const std::vector<CsvRecord> records = parseCsv(csv);
-    if (records.empty() || records[0].fields.empty() ||
-        compareIgnoringCase(stripBlanks(records[0].fields[0]), "group") != 0) {
-        report.headerMissing = true;
-        return report;
+FoodCsvImport::FoodCsvImport(std::string_view csv) : m_records(parseCsv(csv)) {
+    if (m_records.empty() || m_records[0].fields.empty() ||
+        compareIgnoringCase(stripBlanks(m_records[0].fields[0]), "group") != 0) {
+        m_report.headerMissing = true;
+        m_next = m_records.size();
     }
-    for (std::size_t r = 1; r < records.size(); ++r) {
-        const CsvRecord& rec = records[r];
-        const std::vector<std::string>& f = rec.fields;
-        std::string reason;
-        const auto refuse = [&](std::string why) {
-            report.refused.push_back({rec.line, std::move(why)});
-        };
-        if (f.size() != kFoodCsvColumns) {
-            refuse("expected 11 columns, found " + std::to_string(f.size()));
-            continue;
+}
+
+std::size_t FoodCsvImport::rowCount() const {
+    return m_records.empty() ? 0 : m_records.size() - 1;
+}
+
+std::size_t FoodCsvImport::rowsDone() const {
+    return m_next == 0 ? 0 : m_next - 1;
+}
+
+void FoodCsvImport::step(FoodCatalogue& catalogue, std::size_t rows) {
+    for (; rows > 0 && m_next < m_records.size(); --rows) {
+        importRow(catalogue, m_records[m_next++]);
+    }
+}
+
+void FoodCsvImport::importRow(FoodCatalogue& catalogue, const CsvRecord& rec) {
+    ImportReport& report = m_report;
+    const std::vector<std::string>& f = rec.fields;
+    std::string reason;
+    const auto refuse = [&](std::string why) {
+        report.refused.push_back({rec.line, std::move(why)});
+    };
+    if (f.size() != kFoodCsvColumns) {
+        refuse("expected 11 columns, found " + std::to_string(f.size()));
+        return;
+    }
+    const std::optional<int> group = groupOf(stripBlanks(f[0]));
+    if (!group) {
+        refuse("'" + f[0] + "' is not a food group (0 to 7, or a group's name)");
+        return;
+    }
+    const std::optional<std::string> categoryName = nameOf(f[1], "category", reason);
+    if (!categoryName) {
+        refuse(reason);
+        return;
+    }
+    const std::optional<std::string> name = nameOf(f[2], "name", reason);
+    if (!name) {
+        refuse(reason);
+        return;
+    }
+    const std::optional<FoodItem> food = foodOf(f, *name, reason);
+    if (!food) {
+        refuse(reason);
+        return;
+    }
+    Position category = findCategory(catalogue, *group, *categoryName);
+    if (category == kNoPosition) {
+        if (groupIsFull(catalogue, *group)) {
+            refuse(std::string("the food group '") + kFoodGroupNames[*group] +
+                   "' already holds 250 categories");
+            return;
         }
-        const std::optional<int> group = groupOf(stripBlanks(f[0]));
-        if (!group) {
-            refuse("'" + f[0] + "' is not a food group (0 to 7, or a group's name)");
-            continue;
-        }
-        const std::optional<std::string> categoryName = nameOf(f[1], "category", reason);
-        if (!categoryName) {
-            refuse(reason);
-            continue;
-        }
-        const std::optional<std::string> name = nameOf(f[2], "name", reason);
-        if (!name) {
-            refuse(reason);
-            continue;
-        }
-        const std::optional<FoodItem> food = foodOf(f, *name, reason);
-        if (!food) {
-            refuse(reason);
-            continue;
-        }
-        Position category = findCategory(catalogue, *group, *categoryName);
+        category = addCategory(catalogue, *group, *categoryName);
         if (category == kNoPosition) {
-            if (groupIsFull(catalogue, *group)) {
-                refuse(std::string("the food group '") + kFoodGroupNames[*group] +
-                       "' already holds 250 categories");
-                continue;
-            }
-            category = addCategory(catalogue, *group, *categoryName);
-            if (category == kNoPosition) {
-                refuse("the category '" + f[1] + "' cannot be added");
-                continue;
-            }
-            ++report.categoriesAdded;
+            refuse("the category '" + f[1] + "' cannot be added");
+            return;
         }
-        const FoodCategory& holder = catalogue.groups[static_cast<std::size_t>(*group)][category];
-        if (findFoodItem(holder, *name) != kNoPosition) {
-            refuse("'" + std::string(stripBlanks(f[2])) + "' is already in the category '" +
-                   std::string(stripBlanks(f[1])) + "'");
-            continue;
-        }
-        if (categoryIsFull(holder)) {
-            refuse("the category '" + std::string(stripBlanks(f[1])) +
-                   "' already holds 100 food items");
-            continue;
-        }
-        if (addFoodItem(catalogue, *group, category, *food) == kNoPosition) {
-            refuse("the food '" + f[2] + "' cannot be added");
-            continue;
-        }
-        ++report.foodsAdded;
+        ++report.categoriesAdded;
     }
-    return report;
+    const FoodCategory& holder = catalogue.groups[static_cast<std::size_t>(*group)][category];
+    if (findFoodItem(holder, *name) != kNoPosition) {
+        refuse("'" + std::string(stripBlanks(f[2])) + "' is already in the category '" +
+               std::string(stripBlanks(f[1])) + "'");
+        return;
+    }
+    if (categoryIsFull(holder)) {
+        refuse("the category '" + std::string(stripBlanks(f[1])) +
+               "' already holds 100 food items");
+        return;
+    }
+    if (addFoodItem(catalogue, *group, category, *food) == kNoPosition) {
+        refuse("the food '" + f[2] + "' cannot be added");
+        return;
+    }
+    ++report.foodsAdded;
+}
+
+ImportReport importFoodsCsv(FoodCatalogue& catalogue, std::string_view csv) {
+    FoodCsvImport import(csv);
+    import.step(catalogue, import.rowCount());
+    return import.report();
+}
+
+CatalogueSnapshot::CatalogueSnapshot(const FoodCatalogue& catalogue)
+    : m_header(catalogue.header), m_modified(catalogue.modified) {
+    for (std::size_t g = 0; g < catalogue.groups.size(); ++g) {
+        m_groups[g].resize(catalogue.groups[g].size());
+        for (std::size_t c = 0; c < catalogue.groups[g].size(); ++c) {
+            m_groups[g][c].copyFrom(catalogue.groups[g][c]);
+        }
+    }
+}
+
+void CatalogueSnapshot::restore(FoodCatalogue& catalogue) {
+    catalogue.header = m_header;
+    catalogue.groups = std::move(m_groups);
+    // A fresh revision, so nothing built from the abandoned state is taken for current.
+    catalogue.markChanged();
+    catalogue.modified = m_modified;
 }
 
 }  // namespace nutrovex

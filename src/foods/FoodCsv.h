@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -36,5 +37,38 @@ struct ImportReport {
 // at most 100 foods per category, the serving made the reference, values clamped. The group is
 // its number 0..7 or its name; the unit its name or code. Each refused row is reported.
 ImportReport importFoodsCsv(FoodCatalogue& catalogue, std::string_view csv);
+
+// The same import a few rows at a time, so a screen can show its progress and stop it.
+class FoodCsvImport {
+public:
+    explicit FoodCsvImport(std::string_view csv);
+
+    [[nodiscard]] std::size_t rowCount() const;  // the rows after the header
+    [[nodiscard]] std::size_t rowsDone() const;
+    [[nodiscard]] bool finished() const { return m_next >= m_records.size(); }
+    [[nodiscard]] const ImportReport& report() const { return m_report; }
+    // Imports up to `rows` more rows.
+    void step(FoodCatalogue& catalogue, std::size_t rows);
+
+private:
+    void importRow(FoodCatalogue& catalogue, const CsvRecord& record);
+
+    std::vector<CsvRecord> m_records;
+    std::size_t m_next = 1;
+    ImportReport m_report;
+};
+
+// A whole copy of a catalogue's contents, to put back when a long change is abandoned.
+class CatalogueSnapshot {
+public:
+    explicit CatalogueSnapshot(const FoodCatalogue& catalogue);
+    // The catalogue holds again what it held, modified or not as it was then. Once only.
+    void restore(FoodCatalogue& catalogue);
+
+private:
+    CatalogueHeader m_header;
+    std::array<CategoryList, kFoodGroupCount> m_groups;
+    bool m_modified;
+};
 
 }  // namespace nutrovex
