@@ -22,6 +22,8 @@ public:
     // Selects the node, opening its parents, and scrolls it into view.
     void selectPlace(const TreePlace& place);
     void editPlace(const TreePlace& place);
+    // The label editor is open.
+    [[nodiscard]] bool editing() const { return state() == EditingState; }
 
 Q_SIGNALS:
     void foodEntered(const QModelIndex& index);

@@ -1,5 +1,6 @@
 #include "ui/catalogue/CatalogueDialog.h"
 
+#include <QAbstractItemDelegate>
 #include <QFile>
 #include <QFileDialog>
 #include <QHBoxLayout>
@@ -58,6 +59,9 @@ CatalogueDialog::CatalogueDialog(SessionNotifier& notifier, QWidget* parent,
     m_tree->setCatalogueModel(m_model);
     m_model->setRenamer(
         [this](const TreePlace& place, const QString& text) { renameFromEditor(place, text); });
+    // Connected after the tree's own handler, so the editor is gone when the rename runs.
+    connect(m_tree->itemDelegate(), &QAbstractItemDelegate::closeEditor, this,
+            &CatalogueDialog::renameAfterEditorClosed);
 
     m_ok->setAccessibleName(QStringLiteral("OK"));
     m_ok->setAutoDefault(false);
@@ -219,10 +223,11 @@ void CatalogueDialog::showChange(const TreeChange& change) {
     if (change.message) {
         (void)present(*change.message);
     }
+    afterCommand();
+    // Last: taking the focus from an open editor would end its edit again.
     if (change.reopenEditor && change.select) {
         m_tree->editPlace(*change.select);
     }
-    afterCommand();
 }
 
 void CatalogueDialog::afterCommand() {
@@ -239,22 +244,26 @@ void CatalogueDialog::selectPlace(const TreePlace& place) {
 }
 
 void CatalogueDialog::renameFromEditor(const TreePlace& place, const QString& text) {
-    // Runs after the editor has closed: the rename rebuilds the group's nodes.
-    QMetaObject::invokeMethod(
-        this,
-        [this, place, text] {
-            const std::optional<std::string> name = fromQString(text);
-            TreeChange change;
-            if (!name) {
-                change.message = renameRefusal(place.node);
-                change.reopenEditor = true;
-                change.select = place;
-            } else {
-                change = m_form->rename(place, *name);
-            }
-            showChange(change);
-        },
-        Qt::QueuedConnection);
+    // Held until the editor has closed: the rename builds the group's nodes again.
+    m_pendingRename = PendingRename{place, text};
+}
+
+void CatalogueDialog::renameAfterEditorClosed() {
+    if (!m_pendingRename) {
+        return;
+    }
+    const PendingRename pending = *m_pendingRename;
+    m_pendingRename.reset();
+    const std::optional<std::string> name = fromQString(pending.text);
+    TreeChange change;
+    if (!name) {
+        change.message = renameRefusal(pending.place.node);
+        change.reopenEditor = true;
+        change.select = pending.place;
+    } else {
+        change = m_form->rename(pending.place, *name);
+    }
+    showChange(change);
 }
 
 void CatalogueDialog::askDelete(TreeDelete what) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QString>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -79,6 +80,7 @@ private:
     void publish(const Notices& notices);
     bool present(const ScreenMessage& message);
     void renameFromEditor(const TreePlace& place, const QString& text);
+    void renameAfterEditorClosed();
     void askDelete(TreeDelete what);
     void enterFood();
     void editFood();
@@ -113,6 +115,11 @@ private:
     std::function<bool(const ScreenMessage&)> m_present;
     std::function<QString(bool)> m_chooseFile;
     bool m_publishing = false;
+    struct PendingRename {
+        TreePlace place;
+        QString text;
+    };
+    std::optional<PendingRename> m_pendingRename;
 };
 
 }  // namespace nutrovex
