@@ -13,9 +13,13 @@ std::vector<TourStop> exerciseTourStops(SessionNotifier& notifier) {
     return {{QStringLiteral("exercise-log"),
              [&notifier](QWidget* parent) {
                  auto dialog = std::make_unique<ExerciseLogDialog>(notifier, parent);
-                 // "Running", "General", and half an hour typed in.
-                 dialog->picker()->typeCombo()->setCurrentIndex(15);
-                 dialog->picker()->minutesEdit()->setText(QStringLiteral("30"));
+                 // "Running", "General", "6.0 mph", and half an hour typed in.
+                 ExercisePicker& picker = *dialog->picker();
+                 picker.typeCombo()->setCurrentIndex(
+                     picker.typeCombo()->findText(QStringLiteral("Running")));
+                 picker.subVariantCombo()->setCurrentIndex(
+                     picker.subVariantCombo()->findText(QStringLiteral("6.0 mph")));
+                 picker.minutesEdit()->setText(QStringLiteral("30"));
                  return std::unique_ptr<QWidget>(std::move(dialog));
              }},
             {QStringLiteral("edit-exercise"), [&notifier](QWidget* parent) {

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QLineEdit>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -286,8 +287,11 @@ TEST_F(CatalogueDialogTest, TheScreenIsWorkedWithTheKeyboardAlone) {
 }
 
 TEST_F(CatalogueDialogTest, TheTourOpensTheScreenOnAFood) {
-    QTemporaryDir out;
-    ASSERT_TRUE(out.isValid());
+    // $NUTROVEX_SCREENSHOT_DIR keeps the pictures for a person to look at.
+    QTemporaryDir temporary;
+    ASSERT_TRUE(temporary.isValid());
+    const QString kept = qEnvironmentVariable("NUTROVEX_SCREENSHOT_DIR");
+    const QDir out(kept.isEmpty() ? temporary.path() : kept);
     EXPECT_TRUE(runTour(out.path(), catalogueTourStops(notifier), nullptr).isEmpty());
     EXPECT_TRUE(QFile::exists(out.filePath(QStringLiteral("catalogue.png"))));
     EXPECT_TRUE(QFile::exists(out.filePath(QStringLiteral("catalogue@2x.png"))));
