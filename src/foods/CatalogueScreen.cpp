@@ -101,15 +101,17 @@ TreeChange CatalogueScreenForm::paste(const TreePlace& place) {
     if (!exists(place) || !menu(place).paste) {
         return {};
     }
-    if (m_clipboard->holdsCategory()) {
-        const Position at = m_clipboard->pasteCategory(*m_catalogue, place.group);
-        return at == kNoPosition ? TreeChange{}
-                                 : changedIn(place.group, TreePlace::ofCategory(place.group, at));
+    const bool category = m_clipboard->holdsCategory();
+    const TreePaste pasted =
+        pasteIntoTree(*m_clipboard, *m_catalogue, place.node, place.group, place.category);
+    if (pasted.position == kNoPosition) {
+        TreeChange refused;
+        refused.message = pasted.message;
+        return refused;
     }
-    const Position at = m_clipboard->pasteFood(*m_catalogue, place.group, place.category);
-    return at == kNoPosition
-               ? TreeChange{}
-               : changedIn(place.group, TreePlace::ofFood(place.group, place.category, at));
+    return changedIn(place.group,
+                     category ? TreePlace::ofCategory(place.group, pasted.position)
+                              : TreePlace::ofFood(place.group, place.category, pasted.position));
 }
 
 std::optional<TreeDelete> CatalogueScreenForm::deleteForKey(const TreePlace& place) {
@@ -183,9 +185,9 @@ CatalogueScreenForm::FindAnswer CatalogueScreenForm::find(std::string_view text)
 
 ScreenMessage importMessage(const ImportReport& report) {
     ScreenMessage m{"", "Import", MessageKind::Warning};
-    if (report.headerMissing) {
-        m.text = std::string("The file is not a food list: its first line must be the header \"") +
-                 kFoodCsvHeader + "\".";
+    if (!report.fileRefusal.empty()) {
+        m.text = "Nothing was imported: line " + std::to_string(report.fileLine) + ": " +
+                 report.fileRefusal + ".";
         return m;
     }
     m.text = std::to_string(report.foodsAdded) +

@@ -26,34 +26,48 @@ struct ImportRefusal {
 };
 
 struct ImportReport {
-    bool headerMissing = false;  // nothing was imported
+    // Set when the whole file was refused (no header, a column missing or named twice): nothing
+    // was imported. The reason belongs to `fileLine`.
+    std::string fileRefusal;
+    std::size_t fileLine = 0;
+    std::vector<ImportRefusal> notes;  // columns that are not used
     std::size_t foodsAdded = 0;
     std::size_t categoriesAdded = 0;
     std::vector<ImportRefusal> refused;
 };
 
-// Adds the foods of a CSV text (UTF-8) as the new-item form would: names stripped of blanks and
-// at most 20 characters, a missing category created (up to 250 per group), no duplicate names,
-// at most 100 foods per category, the serving made the reference, values clamped. The group is
-// its number 0..7 or its name; the unit its name or code. Each refused row is reported.
+// Adds the foods of a CSV text (UTF-8) as the new-item form would. The header row names the
+// columns, in any order and case; unknown ones are noted and ignored, a missing one refuses the
+// file. Each line is one row, added or refused with its reason: names stripped of blanks, 1 to
+// 20 characters without control characters, a missing category created (up to 250 per group),
+// no duplicate names, at most 100 foods per category, the serving made the reference, values
+// within the form's ranges ("-0" read as 0), calories rounded to whole ones as the form shows
+// them. The group is its number 0..7, its name or the unique start of one; the unit its name or
+// code.
 ImportReport importFoodsCsv(FoodCatalogue& catalogue, std::string_view csv);
 
 // The same import a few rows at a time, so a screen can show its progress and stop it.
 class FoodCsvImport {
 public:
     explicit FoodCsvImport(std::string_view csv);
+    // The lines point into the import's own copy of the text.
+    FoodCsvImport(const FoodCsvImport&) = delete;
+    FoodCsvImport& operator=(const FoodCsvImport&) = delete;
 
-    [[nodiscard]] std::size_t rowCount() const;  // the rows after the header
+    [[nodiscard]] std::size_t rowCount() const;  // the lines after the header
     [[nodiscard]] std::size_t rowsDone() const;
-    [[nodiscard]] bool finished() const { return m_next >= m_records.size(); }
+    [[nodiscard]] bool finished() const { return m_next >= m_lines.size(); }
     [[nodiscard]] const ImportReport& report() const { return m_report; }
     // Imports up to `rows` more rows.
     void step(FoodCatalogue& catalogue, std::size_t rows);
 
 private:
-    void importRow(FoodCatalogue& catalogue, const CsvRecord& record);
+    void importRow(FoodCatalogue& catalogue, const CsvLine& row);
 
-    std::vector<CsvRecord> m_records;
+    std::string m_text;
+    std::vector<CsvLine> m_lines;
+    std::array<std::size_t, kFoodCsvColumns> m_columns{};
+    std::size_t m_headerWidth = 0;
     std::size_t m_next = 1;
     ImportReport m_report;
 };

@@ -95,10 +95,20 @@ TEST_F(CatalogueScreenTest, PastingACategoryIntoAGroupThatHasItsNameMakesName1) 
     EXPECT_EQ(cut.select, TreePlace::ofCategory(3, 1));
     EXPECT_TRUE(catalogue.groups[3][1].foods.empty());
     EXPECT_FALSE(form.paste(TreePlace::ofGroup(5)).notices.any());
-    const TreeChange food = form.paste(TreePlace::ofFood(5, 0, 0));
-    EXPECT_EQ(food.select, TreePlace::ofFood(5, 0, 0));
-    EXPECT_EQ(form.label(*food.select), "Kale");
+    const TreeChange kale = form.paste(TreePlace::ofFood(5, 0, 0));
+    EXPECT_EQ(kale.select, TreePlace::ofFood(5, 0, 0));
+    EXPECT_EQ(form.label(*kale.select), "Kale");
     EXPECT_EQ(catalogue.groups[5][0].foods[0].group, 5);
+
+    // A full category says why the food was not pasted.
+    for (int i = 0; catalogue.groups[5][0].foods.size() < kMaxFoodsPerCategory; ++i) {
+        ASSERT_NE(addFoodItem(catalogue, 5, 0, food(("Roll " + std::to_string(i)).c_str())),
+                  kNoPosition);
+    }
+    const TreeChange full = form.paste(TreePlace::ofCategory(5, 0));
+    ASSERT_TRUE(full.message);
+    EXPECT_EQ(full.message->text, "You can enter a maximum of 100 food items per category.");
+    EXPECT_FALSE(full.notices.any());
 }
 
 TEST_F(CatalogueScreenTest, EachDeleteAsksAboutItsOwnNodeAndOnlyWhereTheMenuOffersIt) {
@@ -211,9 +221,11 @@ TEST(CatalogueScreenImport, TheSummaryCountsAndQuotesTheFirstRefusals) {
     EXPECT_EQ(text.find("line 7:"), std::string::npos);
     EXPECT_EQ(text.substr(text.size() - 4), "\n...");
 
-    ImportReport empty;
-    empty.headerMissing = true;
-    EXPECT_EQ(importMessage(empty).text.rfind("The file is not a food list", 0), 0u);
+    FoodCatalogue catalogue;
+    const ImportReport refused = importFoodsCsv(catalogue, "group,category,name\n");
+    EXPECT_EQ(importMessage(refused).text.rfind(
+                  "Nothing was imported: line 1: the header has no columns 'amount', ", 0),
+              0u);
 }
 
 }  // namespace
