@@ -130,7 +130,8 @@ CatalogueDialog::CatalogueDialog(SessionNotifier& notifier, QWidget* parent,
 CatalogueDialog::~CatalogueDialog() = default;
 
 void CatalogueDialog::buildMenus() {
-    m_editMenu = m_menuBar->addMenu(QStringLiteral("&Edit"));
+    // The menus' titles keep out of the way of "&Import...", "&Export...", "&Find:" and "Fi&nd".
+    m_editMenu = m_menuBar->addMenu(QStringLiteral("Edi&t"));
     m_cut = menuEntry(m_editMenu, "Cu&t", this);
     m_cut->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_X));
     m_copy = menuEntry(m_editMenu, "&Copy", this);
@@ -140,7 +141,7 @@ void CatalogueDialog::buildMenus() {
     m_editMenu->addSeparator();
     m_rename = menuEntry(m_editMenu, "&Rename", this);
     m_editMenu->addSeparator();
-    m_insertMenu = m_menuBar->addMenu(QStringLiteral("&Insert"));
+    m_insertMenu = m_menuBar->addMenu(QStringLiteral("In&sert"));
     m_insertCategory = menuEntry(m_insertMenu, "&Category", this);
     m_insertFood = menuEntry(m_insertMenu, "&Food Item", this);
     m_deleteMenu = m_menuBar->addMenu(QStringLiteral("&Delete"));
