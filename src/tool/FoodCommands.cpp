@@ -112,10 +112,28 @@ int importFoods(const GlobalOptions& options, Args args, std::ostream& out, std:
         return status;
     }
     const std::filesystem::path root = chooseDataRoot(options.root).path;
+    // The program's next save would undo a change made while it has the root open.
+    InstanceLock lock;
+    std::error_code ec;
+    if (std::filesystem::is_directory(root, ec)) {
+        std::string reason;
+        switch (lock.acquire(root, reason)) {
+            case InstanceLock::Result::Acquired:
+                break;
+            case InstanceLock::Result::HeldElsewhere:
+                err << "nutrovex-tool: " << root.string()
+                    << ": Nutrovex has this data root open; close it and try again\n";
+                return kExitDataError;
+            case InstanceLock::Result::Failed:
+                err << "nutrovex-tool: " << reason << "\n";
+                return kExitDataError;
+        }
+    }
     const std::optional<std::filesystem::path> path = cataloguePathOf(root, parsed->user, err);
     if (!path) {
         return kExitDataError;
     }
+    removeStaleSaves(path->parent_path());
 
     std::string csv;
     if (*parsed->csvPath == "-") {

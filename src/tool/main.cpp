@@ -1,3 +1,4 @@
+#include <csignal>
 #include <cstdint>
 #include <cstdlib>
 #include <iostream>
@@ -71,7 +72,8 @@ void printUsage(std::ostream& out) {
            "  import-foods --user NAME CSV  add foods to the user's catalogue (\"-\": stdin); "
            "columns\n"
            "                                by header name in any order, one row per line, each\n"
-           "                                added or reported as FILE:LINE: reason\n"
+           "                                added or reported as FILE:LINE: reason;\n"
+           "                                refused while Nutrovex has the data root open\n"
            "  export-foods --user NAME [--csv FILE]\n"
            "                                the user's catalogue as CSV: group, category, name, "
            "amount,\n"
@@ -102,6 +104,9 @@ void printUsage(std::ostream& out) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // Past a file-size limit a write then fails with EFBIG, which a save reports and cleans up
+    // after, instead of the process dying without a word.
+    std::signal(SIGXFSZ, SIG_IGN);
     std::vector<std::string> args(argv + 1, argv + argc);
     GlobalOptions options;
     if (const char* env = std::getenv("NUTROVEX_ROOT")) {

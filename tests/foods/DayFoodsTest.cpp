@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include <string>
 #include <tuple>
 #include <utility>
@@ -194,7 +196,8 @@ protected:
     }
 
     void log(const char* name, uint16_t meal, uint16_t group) {
-        ASSERT_NE(insertLoggedFood(*day, logged(name, meal, group, ++lastKey), group, kSortByMeal),
+        ASSERT_NE(insertLoggedFood(*day, logged(name, meal, group, store.nextEntryKey().value),
+                                   group, kSortByMeal),
                   kNoPosition);
     }
 
@@ -202,7 +205,6 @@ protected:
     UserStore store;
     DayCursor days;
     DayRecord* day = nullptr;
-    uint32_t lastKey = 0;
 };
 
 TEST_F(FoodGrid, DeletingThreeRowsRemovesThoseEntriesAndTheirTwins) {
@@ -250,6 +252,28 @@ TEST_F(FoodGrid, PastingIntoAGroupMovesTheFoodsThere) {
     (void)clip.paste(days, {kAllFoodsGroup, kSortByMeal, 0});
     EXPECT_EQ(next->group(5).size(), 2u);
     EXPECT_EQ(next->allFoods().size(), 4u);
+
+    // Every pasted food is a new entry with a key of its own, shared only with its twin in
+    // the all-foods list.
+    std::set<uint32_t> keys;
+    for (const FoodItem& f : day->allFoods()) {
+        keys.insert(f.key.value);
+    }
+    for (const FoodItem& f : next->allFoods()) {
+        EXPECT_TRUE(keys.insert(f.key.value).second) << f.name.str();
+    }
+    std::multiset<uint32_t> twins;
+    for (const int g : {3, 5}) {
+        for (const FoodItem& f : next->group(g)) {
+            twins.insert(f.key.value);
+        }
+    }
+    std::multiset<uint32_t> all;
+    for (const FoodItem& f : next->allFoods()) {
+        all.insert(f.key.value);
+    }
+    EXPECT_EQ(twins, all);
+    EXPECT_EQ(store.header.keyCounter.serial(), 6u);  // two logged, four pasted
 }
 
 TEST_F(FoodGrid, CutTakesTheRowsAwayWithoutAsking) {
