@@ -291,97 +291,132 @@ std::string foodsCsv(const FoodCatalogue& catalogue) {
     return out;
 }
 
-ImportReport importFoodsCsv(FoodCatalogue& catalogue, std::string_view csv) {
-    ImportReport report;
-    std::vector<CsvLine> lines = csvLines(csv);
-    std::erase_if(lines, [](const CsvLine& l) { return l.text.empty(); });
-    if (lines.empty()) {
-        report.fileLine = 1;
-        report.fileRefusal =
+FoodCsvImport::FoodCsvImport(std::string_view csv) : m_text(csv), m_lines(csvLines(m_text)) {
+    std::erase_if(m_lines, [](const CsvLine& l) { return l.text.empty(); });
+    if (m_lines.empty()) {
+        m_report.fileLine = 1;
+        m_report.fileRefusal =
             std::string("the file is empty; the first row must be the header: ") + kFoodCsvHeader;
-        return report;
+        return;
     }
-    const auto columns = columnsOf(lines[0], report);
+    const auto columns = columnsOf(m_lines[0], m_report);
     if (!columns) {
-        return report;
+        m_lines.resize(1);  // nothing more is read
+        return;
     }
-    std::size_t headerWidth = 0;
-    {
-        std::string error;
-        headerWidth = parseCsvLine(lines[0].text, error).size();
+    m_columns = *columns;
+    std::string error;
+    m_headerWidth = parseCsvLine(m_lines[0].text, error).size();
+}
+
+std::size_t FoodCsvImport::rowCount() const {
+    return m_lines.empty() ? 0 : m_lines.size() - 1;
+}
+
+std::size_t FoodCsvImport::rowsDone() const {
+    return m_next - 1;
+}
+
+void FoodCsvImport::step(FoodCatalogue& catalogue, std::size_t rows) {
+    for (; rows > 0 && !finished(); --rows) {
+        importRow(catalogue, m_lines[m_next++]);
     }
-    for (std::size_t r = 1; r < lines.size(); ++r) {
-        const std::size_t line = lines[r].line;
-        const auto refuse = [&](std::string why) {
-            report.refused.push_back({line, std::move(why)});
-        };
-        std::string reason;
-        const std::vector<std::string> fields = parseCsvLine(lines[r].text, reason);
-        if (!reason.empty()) {
-            refuse(reason);
-            continue;
+}
+
+void FoodCsvImport::importRow(FoodCatalogue& catalogue, const CsvLine& row) {
+    const std::size_t line = row.line;
+    const auto refuse = [&](std::string why) {
+        m_report.refused.push_back({line, std::move(why)});
+    };
+    std::string reason;
+    const std::vector<std::string> fields = parseCsvLine(row.text, reason);
+    if (!reason.empty()) {
+        refuse(reason);
+        return;
+    }
+    if (fields.size() != m_headerWidth) {
+        refuse("expected " + std::to_string(m_headerWidth) + " columns, found " +
+               std::to_string(fields.size()));
+        return;
+    }
+    std::array<std::string_view, kFoodCsvColumns> f;
+    for (std::size_t c = 0; c < kFoodCsvColumns; ++c) {
+        f[c] = fields[m_columns[c]];
+    }
+    const std::optional<int> group = groupOf(stripBlanks(f[kGroup]), reason);
+    if (!group) {
+        refuse(reason);
+        return;
+    }
+    const std::optional<std::string> categoryName = nameOf(f[kCategory], "category", reason);
+    if (!categoryName) {
+        refuse(reason);
+        return;
+    }
+    const std::optional<std::string> name = nameOf(f[kName], "name", reason);
+    if (!name) {
+        refuse(reason);
+        return;
+    }
+    const std::optional<FoodItem> food = foodOf(f, *name, reason);
+    if (!food) {
+        refuse(reason);
+        return;
+    }
+    Position category = findCategory(catalogue, *group, *categoryName);
+    if (category == kNoPosition) {
+        if (groupIsFull(catalogue, *group)) {
+            refuse(std::string("the food group '") + kFoodGroupNames[*group] +
+                   "' already holds 250 categories");
+            return;
         }
-        if (fields.size() != headerWidth) {
-            refuse("expected " + std::to_string(headerWidth) + " columns, found " +
-                   std::to_string(fields.size()));
-            continue;
-        }
-        std::array<std::string_view, kFoodCsvColumns> f;
-        for (std::size_t c = 0; c < kFoodCsvColumns; ++c) {
-            f[c] = fields[(*columns)[c]];
-        }
-        const std::optional<int> group = groupOf(stripBlanks(f[kGroup]), reason);
-        if (!group) {
-            refuse(reason);
-            continue;
-        }
-        const std::optional<std::string> categoryName = nameOf(f[kCategory], "category", reason);
-        if (!categoryName) {
-            refuse(reason);
-            continue;
-        }
-        const std::optional<std::string> name = nameOf(f[kName], "name", reason);
-        if (!name) {
-            refuse(reason);
-            continue;
-        }
-        const std::optional<FoodItem> food = foodOf(f, *name, reason);
-        if (!food) {
-            refuse(reason);
-            continue;
-        }
-        Position category = findCategory(catalogue, *group, *categoryName);
+        category = addCategory(catalogue, *group, *categoryName);
         if (category == kNoPosition) {
-            if (groupIsFull(catalogue, *group)) {
-                refuse(std::string("the food group '") + kFoodGroupNames[*group] +
-                       "' already holds 250 categories");
-                continue;
-            }
-            category = addCategory(catalogue, *group, *categoryName);
-            if (category == kNoPosition) {
-                refuse("the category " + quoted(f[kCategory]) + " cannot be added");
-                continue;
-            }
-            ++report.categoriesAdded;
+            refuse("the category " + quoted(f[kCategory]) + " cannot be added");
+            return;
         }
-        const FoodCategory& holder = catalogue.groups[static_cast<std::size_t>(*group)][category];
-        if (findFoodItem(holder, *name) != kNoPosition) {
-            refuse(quoted(stripBlanks(f[kName])) + " is already in the category " +
-                   quoted(stripBlanks(f[kCategory])));
-            continue;
-        }
-        if (categoryIsFull(holder)) {
-            refuse("the category " + quoted(stripBlanks(f[kCategory])) +
-                   " already holds 100 food items");
-            continue;
-        }
-        if (addFoodItem(catalogue, *group, category, *food) == kNoPosition) {
-            refuse("the food " + quoted(f[kName]) + " cannot be added");
-            continue;
-        }
-        ++report.foodsAdded;
+        ++m_report.categoriesAdded;
     }
-    return report;
+    const FoodCategory& holder = catalogue.groups[static_cast<std::size_t>(*group)][category];
+    if (findFoodItem(holder, *name) != kNoPosition) {
+        refuse(quoted(stripBlanks(f[kName])) + " is already in the category " +
+               quoted(stripBlanks(f[kCategory])));
+        return;
+    }
+    if (categoryIsFull(holder)) {
+        refuse("the category " + quoted(stripBlanks(f[kCategory])) +
+               " already holds 100 food items");
+        return;
+    }
+    if (addFoodItem(catalogue, *group, category, *food) == kNoPosition) {
+        refuse("the food " + quoted(f[kName]) + " cannot be added");
+        return;
+    }
+    ++m_report.foodsAdded;
+}
+
+ImportReport importFoodsCsv(FoodCatalogue& catalogue, std::string_view csv) {
+    FoodCsvImport import(csv);
+    import.step(catalogue, import.rowCount());
+    return import.report();
+}
+
+CatalogueSnapshot::CatalogueSnapshot(const FoodCatalogue& catalogue)
+    : m_header(catalogue.header), m_modified(catalogue.modified) {
+    for (std::size_t g = 0; g < catalogue.groups.size(); ++g) {
+        m_groups[g].resize(catalogue.groups[g].size());
+        for (std::size_t c = 0; c < catalogue.groups[g].size(); ++c) {
+            m_groups[g][c].copyFrom(catalogue.groups[g][c]);
+        }
+    }
+}
+
+void CatalogueSnapshot::restore(FoodCatalogue& catalogue) {
+    catalogue.header = m_header;
+    catalogue.groups = std::move(m_groups);
+    // A fresh revision, so nothing built from the abandoned state is taken for current.
+    catalogue.markChanged();
+    catalogue.modified = m_modified;
 }
 
 }  // namespace nutrovex

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -50,5 +51,44 @@ struct ImportReport {
 // them. The group is its number 0..7, its name or the unique start of one; the unit its name or
 // code.
 ImportReport importFoodsCsv(FoodCatalogue& catalogue, std::string_view csv);
+
+// The same import a few rows at a time, so a screen can show its progress and stop it.
+class FoodCsvImport {
+public:
+    explicit FoodCsvImport(std::string_view csv);
+    // The lines point into the import's own copy of the text.
+    FoodCsvImport(const FoodCsvImport&) = delete;
+    FoodCsvImport& operator=(const FoodCsvImport&) = delete;
+
+    [[nodiscard]] std::size_t rowCount() const;  // the lines after the header
+    [[nodiscard]] std::size_t rowsDone() const;
+    [[nodiscard]] bool finished() const { return m_next >= m_lines.size(); }
+    [[nodiscard]] const ImportReport& report() const { return m_report; }
+    // Imports up to `rows` more rows.
+    void step(FoodCatalogue& catalogue, std::size_t rows);
+
+private:
+    void importRow(FoodCatalogue& catalogue, const CsvLine& row);
+
+    std::string m_text;
+    std::vector<CsvLine> m_lines;
+    std::array<std::size_t, kFoodCsvColumns> m_columns{};
+    std::size_t m_headerWidth = 0;
+    std::size_t m_next = 1;
+    ImportReport m_report;
+};
+
+// A whole copy of a catalogue's contents, to put back when a long change is abandoned.
+class CatalogueSnapshot {
+public:
+    explicit CatalogueSnapshot(const FoodCatalogue& catalogue);
+    // The catalogue holds again what it held, modified or not as it was then. Once only.
+    void restore(FoodCatalogue& catalogue);
+
+private:
+    CatalogueHeader m_header;
+    std::array<CategoryList, kFoodGroupCount> m_groups;
+    bool m_modified;
+};
 
 }  // namespace nutrovex

@@ -125,7 +125,7 @@ const ExerciseList* ExerciseLog::exercises() {
 
 Notices ExerciseLog::changedDay(DayRecord& day) {
     recomputeDay(day, m_days->store().profile);
-    return Notices{.userData = true};
+    return Notices{.userData = true, .dataChanged = true};
 }
 
 std::optional<ScreenMessage> ExerciseLog::calories() {

@@ -24,6 +24,9 @@ class DayRecord;
 [[nodiscard]] ScreenMessage pasteLimitMessage();       // "Due to the maximum exercise limit ..."
 [[nodiscard]] ScreenMessage confirmDeleteExercises();  // "Are you sure ... exercises?"
 
+// The name edit of a user-defined exercise.
+inline constexpr std::size_t kExerciseNameLimit = 40;
+
 // An edit that takes digits only, as a whole number: 0 when empty, not a number or past 65535.
 [[nodiscard]] uint16_t countFromEdit(std::string_view text);
 

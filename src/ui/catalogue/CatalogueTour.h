@@ -1,0 +1,14 @@
+#pragma once
+
+#include <vector>
+
+#include "ui/frame/Tour.h"
+
+namespace nutrovex {
+
+class SessionNotifier;
+
+// The catalogue screen on the session's catalogue, its first food selected ("catalogue").
+[[nodiscard]] std::vector<TourStop> catalogueTourStops(SessionNotifier& notifier);
+
+}  // namespace nutrovex

@@ -1,0 +1,301 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "foods/DayFoods.h"
+#include "foods/FoodCsv.h"
+#include "foods/FoodForms.h"
+#include "ui/ScreenTestSession.h"
+#include "ui/TextConvert.h"
+#include "ui/catalogue/CFoodTreeCtrl.h"
+#include "ui/catalogue/CatalogueDialog.h"
+#include "ui/catalogue/CatalogueTour.h"
+#include "ui/catalogue/CatalogueTreeModel.h"
+
+namespace nutrovex {
+namespace {
+
+// Group 5 holds "Bagels" (Plain, Sesame) and "Cereal" (Oats).
+class CatalogueDialogTest : public test::ScreenTestSession {
+protected:
+    void SetUp() override {
+        ScreenTestSession::SetUp();
+        FoodCatalogue& c = session.catalogue();
+        const Position bagels = addCategory(c, 5, "Bagels");
+        for (const char* n : {"Plain", "Sesame"}) {
+            FoodItem f;
+            f.name = n;
+            f.text2 = n;
+            f.serving = {1.0f, 0, 0};  // one of the first unit
+            f.setReference(f.serving);
+            f.setNutrient(kCalories, 250.0f);
+            ASSERT_NE(addFoodItem(c, 5, bagels, f), kNoPosition);
+        }
+        FoodItem oats;
+        oats.name = "Oats";
+        oats.text2 = "Oats";
+        ASSERT_NE(addFoodItem(c, 5, addCategory(c, 5, "Cereal"), oats), kNoPosition);
+        ASSERT_TRUE(session.saveCatalogue().ok());
+    }
+
+    std::unique_ptr<CatalogueDialog> open(CatalogueOpeners openers = {}) {
+        auto dialog = std::make_unique<CatalogueDialog>(notifier, nullptr, std::move(openers));
+        dialog->setMessagePresenter(presenter());
+        dialog->show();
+        QApplication::setActiveWindow(dialog.get());
+        QApplication::processEvents();
+        return dialog;
+    }
+
+    static QAction* action(QWidget& dialog, const char* text) {
+        for (QAction* a : dialog.findChildren<QAction*>()) {
+            if (a->text() == QString::fromLatin1(text) && a->isVisible()) {
+                return a;
+            }
+        }
+        return nullptr;
+    }
+
+    static QLineEdit* labelEditor() {
+        return qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    }
+
+    int categoryRows(CFoodTreeCtrl& tree, int group) {
+        auto* model = static_cast<CatalogueTreeModel*>(tree.model());
+        return model->rowCount(model->indexOf(TreePlace::ofGroup(group)));
+    }
+};
+
+TEST_F(CatalogueDialogTest, ADuplicateNameInPlaceIsRefusedTheEditorReopensAndOkSaves) {
+    auto dialog = open();
+    CFoodTreeCtrl& tree = *dialog->tree();
+    tree.selectPlace(TreePlace::ofFood(5, 0, 0));  // "Plain"
+    QTest::keyClick(&tree, Qt::Key_F2);
+    QLineEdit* editor = labelEditor();
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->maxLength(), 21);
+    editor->selectAll();
+    QTest::keyClicks(editor, QStringLiteral("Sesame"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    QApplication::processEvents();
+
+    ASSERT_EQ(messageTexts(), std::vector<std::string>{"You entered a duplicate or invalid name."});
+    EXPECT_EQ(messages.back().caption, "Rename Food");
+    EXPECT_TRUE(tree.editing());
+    EXPECT_EQ(tree.currentPlace(), TreePlace::ofFood(5, 0, 0));
+    EXPECT_FALSE(session.catalogueModified());
+
+    // The reopened editor takes a free name: the food moves to its place and stays selected.
+    editor = labelEditor();
+    ASSERT_NE(editor, nullptr);
+    editor->selectAll();
+    QTest::keyClicks(editor, QStringLiteral("Zesty"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    QApplication::processEvents();
+    EXPECT_EQ(messages.size(), 1u);
+    EXPECT_EQ(tree.currentPlace(), TreePlace::ofFood(5, 0, 1));
+    EXPECT_EQ(tree.currentIndex().data().toString(), QStringLiteral("Zesty"));
+    EXPECT_EQ(tree.model()->index(0, 0, tree.currentIndex().parent()).data().toString(),
+              QStringLiteral("Sesame"));
+    EXPECT_TRUE(session.catalogueModified());
+
+    // Closing the screen saves the catalogue.
+    for (QPushButton* b : dialog->findChildren<QPushButton*>()) {
+        if (b->text() == QStringLiteral("OK")) {
+            QTest::mouseClick(b, Qt::LeftButton);
+        }
+    }
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_FALSE(session.catalogueModified());
+    std::ifstream saved(session.catalogue().filePath, std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(saved)),
+                            std::istreambuf_iterator<char>());
+    EXPECT_NE(bytes.find("Zesty"), std::string::npos);
+    EXPECT_EQ(bytes.find("Plain"), std::string::npos);
+}
+
+TEST_F(CatalogueDialogTest, APastedCategoryInAGroupThatHasItsNameBecomesName1) {
+    auto dialog = open();
+    CFoodTreeCtrl& tree = *dialog->tree();
+    tree.selectPlace(TreePlace::ofGroup(5));
+    // A group's menu: nothing held to paste, no "Food Item", "All Categories" to delete.
+    ASSERT_NE(action(*dialog, "&Paste"), nullptr);
+    EXPECT_FALSE(action(*dialog, "&Paste")->isEnabled());
+    EXPECT_FALSE(action(*dialog, "Cu&t")->isEnabled());
+    EXPECT_EQ(action(*dialog, "&Food Item"), nullptr);
+    ASSERT_NE(action(*dialog, "&All Categories"), nullptr);
+
+    tree.selectPlace(TreePlace::ofCategory(5, 0));
+    EXPECT_NE(action(*dialog, "&Food Item"), nullptr);
+    EXPECT_EQ(action(*dialog, "&All Categories"), nullptr);
+    QTest::keyClick(&tree, Qt::Key_C, Qt::ControlModifier);
+    tree.selectPlace(TreePlace::ofGroup(5));
+    EXPECT_TRUE(action(*dialog, "&Paste")->isEnabled());
+    QTest::keyClick(&tree, Qt::Key_V, Qt::ControlModifier);
+
+    EXPECT_EQ(tree.currentIndex().data().toString(), QStringLiteral("Bagels1"));
+    EXPECT_EQ(categoryRows(tree, 5), 3);
+    tree.expand(tree.currentIndex());
+    EXPECT_EQ(tree.model()->rowCount(tree.currentIndex()), 2);  // its foods came along
+    EXPECT_TRUE(session.catalogueModified());
+
+    // Cut from the menu removes the node; the group's node is selected in its place.
+    tree.selectPlace(TreePlace::ofCategory(5, 1));
+    action(*dialog, "Cu&t")->trigger();
+    EXPECT_EQ(categoryRows(tree, 5), 2);
+    EXPECT_EQ(tree.currentPlace(), TreePlace::ofGroup(5));
+}
+
+TEST_F(CatalogueDialogTest, EnterOnAFoodLogsItIntoTodayAndTheFoodGridSelectsIt) {
+    const FoodLogView view{kAllFoodsGroup, kSortByMeal, 0};
+    std::vector<Position> gridSelections;
+    CatalogueOpeners openers;
+    openers.insertFood = [&](QWidget*, const TreePlace& p) -> std::optional<Position> {
+        FoodItemForm form = FoodItemForm::insertIntoDay(session.catalogue(), p.group, p.category,
+                                                        p.food, session.days(), view);
+        const FormResult result = form.accept();
+        (void)notifier.apply(result.notices);
+        return result.done() ? std::optional<Position>(result.position) : std::nullopt;
+    };
+    openers.selectInFoodGrid = [&](Position at) { gridSelections.push_back(at); };
+    auto dialog = open(std::move(openers));
+    CFoodTreeCtrl& tree = *dialog->tree();
+
+    // Enter on a category only opens or closes it.
+    tree.selectPlace(TreePlace::ofCategory(5, 0));
+    QTest::keyClick(&tree, Qt::Key_Return);
+    EXPECT_EQ(session.days().currentRecord(), nullptr);
+
+    tree.selectPlace(TreePlace::ofFood(5, 0, 1));
+    QTest::keyClick(&tree, Qt::Key_Return);
+    const DayRecord* today = session.days().currentRecord();
+    ASSERT_NE(today, nullptr);
+    ASSERT_EQ(gridSelections.size(), 1u);
+    const FoodItem* logged =
+        presentedFood(*today, kAllFoodsGroup, view.sortMode, gridSelections.front());
+    ASSERT_NE(logged, nullptr);
+    EXPECT_EQ(logged->name.view(), "Sesame");
+    EXPECT_EQ(today->group(5).size(), 1u);
+    EXPECT_TRUE(session.userDataModified());
+    EXPECT_TRUE(tree.hasFocus());
+}
+
+TEST_F(CatalogueDialogTest, ImportingTenThousandFoodsShowsProgressAndACancelLeavesTheCatalogue) {
+    const std::filesystem::path csvPath = dir.path() / "drinks.csv";
+    {
+        std::ofstream out(csvPath);
+        out << kFoodCsvHeader << '\n';
+        for (int i = 0; i < 10000; ++i) {
+            out << "6,Brew " << i / 100 << ",Drink " << i << ",12,fl oz,150,13,0,1.6,0,0\n";
+        }
+    }
+    auto dialog = open();
+    dialog->setFileChooser([&](bool forSaving) {
+        EXPECT_FALSE(forSaving);
+        return QString::fromStdString(csvPath.string());
+    });
+    const std::string before = foodsCsv(session.catalogue());
+    int shownMaximum = 0;
+    bool cancel = true;
+    QObject::connect(dialog.get(), &CatalogueDialog::importProgress, dialog.get(),
+                     [&](int done, int total) {
+                         auto* progress = dialog->findChild<QProgressDialog*>();
+                         ASSERT_NE(progress, nullptr);
+                         EXPECT_TRUE(progress->isVisible());
+                         EXPECT_EQ(progress->value(), done);
+                         shownMaximum = progress->maximum();
+                         EXPECT_EQ(total, 10000);
+                         if (cancel && done >= 1000) {
+                             progress->cancel();
+                         }
+                     });
+
+    action(*dialog, "&Import...")->trigger();
+    EXPECT_EQ(shownMaximum, 10000);
+    EXPECT_EQ(foodsCsv(session.catalogue()), before);
+    EXPECT_FALSE(session.catalogueModified());
+    EXPECT_EQ(categoryRows(*dialog->tree(), 6), 0);
+    EXPECT_TRUE(messages.empty());
+
+    cancel = false;
+    action(*dialog, "&Import...")->trigger();
+    EXPECT_EQ(messageTexts(),
+              std::vector<std::string>{"10000 food items and 100 categories imported."});
+    EXPECT_EQ(categoryRows(*dialog->tree(), 6), 100);
+    EXPECT_EQ(session.catalogue().foodCount(), 10003u);
+    EXPECT_TRUE(session.catalogueModified());
+}
+
+TEST_F(CatalogueDialogTest, TheScreenIsWorkedWithTheKeyboardAlone) {
+    auto dialog = open();
+    CFoodTreeCtrl& tree = *dialog->tree();
+    EXPECT_TRUE(tree.hasFocus());
+    for (QWidget* w : dialog->findChildren<QWidget*>()) {
+        if (w->focusPolicy() & Qt::TabFocus) {
+            EXPECT_FALSE(w->accessibleName().isEmpty()) << w->metaObject()->className();
+        }
+    }
+
+    // From the tree, Tab goes round: OK, the find field, Find, the tree again.
+    QStringList order;
+    for (int i = 0; i < 4; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        order << QApplication::focusWidget()->accessibleName();
+    }
+    EXPECT_EQ(order, (QStringList{QStringLiteral("OK"), QStringLiteral("Find:"),
+                                  QStringLiteral("Find"), QStringLiteral("Food catalogue")}));
+
+    // An empty find asks for a text; a found food is selected in the tree.
+    QTest::keyClick(dialog.get(), Qt::Key_F, Qt::AltModifier);
+    QWidget* find = QApplication::focusWidget();
+    ASSERT_EQ(find->accessibleName(), QStringLiteral("Find:"));
+    QTest::keyClick(find, Qt::Key_Return);
+    EXPECT_EQ(messageTexts(), std::vector<std::string>{"Please enter a find string."});
+    QTest::keyClicks(find, QStringLiteral("pizza"));
+    QTest::keyClick(find, Qt::Key_Return);
+    EXPECT_EQ(messages.back().text, "No matching food items found.");
+    static_cast<QLineEdit*>(find)->clear();
+    QTest::keyClicks(find, QStringLiteral("SES"));
+    QTest::keyClick(find, Qt::Key_Return);
+    EXPECT_EQ(tree.currentPlace(), TreePlace::ofFood(5, 0, 1));
+    EXPECT_TRUE(tree.hasFocus());
+
+    // Delete asks about the food: No keeps it, Yes deletes it and selects its category.
+    answer = false;
+    QTest::keyClick(&tree, Qt::Key_Delete);
+    EXPECT_EQ(messages.back().text, "Are you sure you want to delete the food item 'Sesame'?");
+    EXPECT_EQ(session.catalogue().groups[5][0].foods.size(), 2u);
+    answer = true;
+    QTest::keyClick(&tree, Qt::Key_Delete);
+    EXPECT_EQ(session.catalogue().groups[5][0].foods.size(), 1u);
+    EXPECT_EQ(tree.currentPlace(), TreePlace::ofCategory(5, 0));
+
+    // Escape leaves the screen, and the change is saved.
+    QTest::keyClick(&tree, Qt::Key_Escape);
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_FALSE(session.catalogueModified());
+}
+
+TEST_F(CatalogueDialogTest, TheTourOpensTheScreenOnAFood) {
+    // $NUTROVEX_SCREENSHOT_DIR keeps the pictures for a person to look at.
+    QTemporaryDir temporary;
+    ASSERT_TRUE(temporary.isValid());
+    const QString kept = qEnvironmentVariable("NUTROVEX_SCREENSHOT_DIR");
+    const QDir out(kept.isEmpty() ? temporary.path() : kept);
+    EXPECT_TRUE(runTour(out.path(), catalogueTourStops(notifier), nullptr).isEmpty());
+    EXPECT_TRUE(QFile::exists(out.filePath(QStringLiteral("catalogue.png"))));
+    EXPECT_TRUE(QFile::exists(out.filePath(QStringLiteral("catalogue@2x.png"))));
+}
+
+}  // namespace
+}  // namespace nutrovex
