@@ -383,6 +383,7 @@ FormResult FoodItemForm::accept() {
             break;
         }
     }
+    result.notices.dataChanged = true;
     result.status = FormResult::Status::Done;
     return result;
 }
@@ -427,6 +428,8 @@ FormResult CategoryNameForm::accept() {
     result.status = FormResult::Status::Done;
     result.group = m_group;
     result.position = pos;
+    result.notices.catalogue = true;
+    result.notices.dataChanged = true;
     return result;
 }
 

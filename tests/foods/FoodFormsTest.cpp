@@ -290,6 +290,8 @@ TEST_F(CatalogueForms, CategoryDialogRefusesTheTwoHundredFiftyFirstButStillRenam
     ASSERT_TRUE(r.done());
     EXPECT_EQ(catalogue.groups[5][r.position].name.str(), "Whole grains");
     EXPECT_EQ(catalogue.groups[5][r.position].foods.size(), 1u);
+    // The catalogue is to be saved and every open screen redrawn.
+    EXPECT_EQ(r.notices, (Notices{.catalogue = true, .dataChanged = true}));
 }
 
 TEST_F(CatalogueForms, InsertFoodLogsIntoTheCurrentDayAndEditEntryReplacesIt) {
@@ -313,7 +315,7 @@ TEST_F(CatalogueForms, InsertFoodLogsIntoTheCurrentDayAndEditEntryReplacesIt) {
     EXPECT_EQ(entry.serving, (ServingQuantity{200.0f, 12, 0}));
     EXPECT_EQ(entry.ref1, entry.serving);
     EXPECT_TRUE(sameFood(entry, day->allFoods()[0]));
-    EXPECT_EQ(r.notices, Notices{.userData = true});
+    EXPECT_EQ(r.notices, (Notices{.userData = true, .dataChanged = true}));
 
     FoodItemForm edit = FoodItemForm::editLoggedEntry(days, {kAllFoodsGroup, kSortByMeal, 0}, 0);
     EXPECT_EQ(edit.caption(), std::string(""));
