@@ -15,7 +15,7 @@ namespace nutrovex {
 
 inline constexpr std::size_t kRecentFoodCount = 20;
 inline constexpr const char* kRecentLabel = "Recent:";
-inline constexpr const char* kLogAgainText = "Log &Again";
+inline constexpr const char* kLogAgainText = "Lo&g Again";
 inline constexpr const char* kCopyMealText = "Copy Meal From Yesterday";
 
 // The last distinct foods the user logged, newest first: the latest day first and, within a day,

@@ -70,7 +70,7 @@ FoodFieldsWidget::FoodFieldsWidget(QWidget* parent, const QString& mealLabel)
     m_calories->setValidator(
         new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), m_calories));
     m_calories->installEventFilter(this);
-    addRow(QStringLiteral("C&al:"), m_calories, nullptr);
+    addRow(QStringLiteral("&Cal:"), m_calories, nullptr);
 
     for (const int n : kGramRows) {
         auto* edit = new NumericEdit(this);
@@ -91,8 +91,14 @@ FoodFieldsWidget::FoodFieldsWidget(QWidget* parent, const QString& mealLabel)
     }
     grid->setColumnStretch(1, 1);
 
-    connect(m_amount, &NumericEdit::valueCommitted, this,
-            [this] { Q_EMIT amountCommitted(numberOf(m_amount)); });
+    // Only a changed amount recomputes the values: passing through the field keeps what was typed.
+    connect(m_amount, &NumericEdit::valueCommitted, this, [this] {
+        const std::optional<double> amount = numberOf(m_amount);
+        if (amount != m_shownAmount) {
+            m_shownAmount = amount;
+            Q_EMIT amountCommitted(amount);
+        }
+    });
     connect(m_unit, &QComboBox::activated, this, [this](int index) { Q_EMIT unitChosen(index); });
     connect(m_calories, &QLineEdit::textEdited, this,
             [this] { Q_EMIT caloriesEdited(typedCalories()); });
@@ -113,6 +119,7 @@ bool FoodFieldsWidget::eventFilter(QObject* watched, QEvent* event) {
 
 void FoodFieldsWidget::show(const FoodValueFields& fields) {
     showNumber(m_amount, fields.amount);
+    m_shownAmount = numberOf(m_amount);
     {
         const QSignalBlocker block(m_unit);
         m_unit->clear();
@@ -133,12 +140,19 @@ void FoodFieldsWidget::show(const FoodValueFields& fields) {
 }
 
 void FoodFieldsWidget::read(FoodValueFields& fields) {
-    if (auto* focused = qobject_cast<NumericEdit*>(focusWidget())) {
-        focused->commit();
+    // A field left earlier was read when it lost the focus; reading it again would take the
+    // number it shows since (0.0 for an emptied field) for a typed one.
+    if (m_amount->hasFocus()) {
+        m_amount->commit();
     }
     fields.calories = typedCalories();
     for (const int n : kGramRows) {
-        fields.grams[static_cast<std::size_t>(n)] = numberOf(m_grams[static_cast<std::size_t>(n)]);
+        NumericEdit* edit = m_grams[static_cast<std::size_t>(n)];
+        if (edit->hasFocus()) {
+            const QSignalBlocker block(edit);
+            edit->commit();
+        }
+        fields.grams[static_cast<std::size_t>(n)] = numberOf(edit);
     }
     if (m_meal) {
         fields.meal = m_meal->currentIndex();

@@ -27,7 +27,7 @@ public:
     // Writes every field; no edit signal goes out.
     void show(const FoodValueFields& fields);
     // Reads what the person typed that has not been reported yet: the focused numeric field is
-    // committed first, then calories, grams and meal are read into fields.
+    // read first (a changed amount is reported), then calories, grams and meal into fields.
     void read(FoodValueFields& fields);
     void setValuesEnabled(bool enabled);
     [[nodiscard]] QWidget* widgetFor(FoodField field) const;
@@ -60,7 +60,7 @@ private:
     std::array<NumericEdit*, kNutrientCount> m_grams{};  // [kCalories] unused
     QComboBox* m_meal = nullptr;
     std::array<QLabel*, 9> m_labels{};
-    bool m_showing = false;
+    std::optional<double> m_shownAmount;
 };
 
 }  // namespace nutrovex

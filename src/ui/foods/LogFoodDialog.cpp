@@ -51,14 +51,14 @@ LogFoodDialog::LogFoodDialog(SessionNotifier& notifier, QWidget* parent, int gro
       m_log(FoodScreen::addButton(QStringLiteral("&Log"))),
       m_again(nullptr) {
     QPushButton* cancel = FoodScreen::addButton(QStringLiteral("Cancel"));
-    QPushButton* findButton = FoodScreen::addButton(QStringLiteral("F&ind"));
+    QPushButton* findButton = FoodScreen::addButton(QStringLiteral("&Find"));
     buttonRow()->addStretch();
     m_log->setDefault(true);
     connect(m_log, &QPushButton::clicked, this, &LogFoodDialog::log);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(findButton, &QPushButton::clicked, this, &LogFoodDialog::find);
 
-    QMenu* findMenu = menuBar()->addMenu(QStringLiteral("F&ind"));
+    QMenu* findMenu = menuBar()->addMenu(QStringLiteral("Fi&nd"));
     findMenu->addAction(QStringLiteral("&Find Food"), this, &LogFoodDialog::find);
     QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
     QMenu* newMenu = edit->addMenu(QStringLiteral("&New"));
@@ -85,15 +85,15 @@ LogFoodDialog::LogFoodDialog(SessionNotifier& notifier, QWidget* parent, int gro
         lists->addWidget(list, 2 * row + 1, 0);
         return label;
     };
-    addList(QStringLiteral("Select a food &group:"), m_groups, 0);
-    m_categoryLabel = addList(QStringLiteral("Select a cat&egory:"), m_categories, 1);
+    addList(QStringLiteral("Select a food g&roup:"), m_groups, 0);
+    m_categoryLabel = addList(QStringLiteral("Select a ca&tegory:"), m_categories, 1);
     addList(QStringLiteral("Select a food ite&m:"), m_foods, 2);
     content()->addLayout(lists);
     for (int g = 0; g < kFoodGroupCount; ++g) {
         m_groups->addItem(toQString(kFoodGroupNames[g]));
     }
 
-    m_fields = new FoodFieldsWidget(this, QStringLiteral("&BLDS:"));
+    m_fields = new FoodFieldsWidget(this, QStringLiteral("BL&DS:"));
     content()->addWidget(m_fields);
 
     auto* recentRow = new QGridLayout;
