@@ -3,14 +3,17 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <iterator>
 
 #include "foods/RecentFoods.h"
 #include "session/Session.h"
 #include "ui/TextConvert.h"
+#include "ui/controls/NumericEdit.h"
 #include "ui/foods/CategoryNameDialog.h"
 #include "ui/foods/FindFoodDialog.h"
 #include "ui/foods/FoodFieldsWidget.h"
@@ -148,6 +151,22 @@ LogFoodDialog::LogFoodDialog(SessionNotifier& notifier, QWidget* parent, int gro
             m_fields->show(m_form.fields);
         }
     });
+
+    // Top to bottom, then the buttons.
+    QWidget* order[] = {m_groups,
+                        m_categories,
+                        m_foods,
+                        m_fields->amountEdit(),
+                        m_fields->unitList(),
+                        m_fields->caloriesEdit()};
+    for (std::size_t i = 1; i < std::size(order); ++i) {
+        setTabOrder(order[i - 1], order[i]);
+    }
+    setTabOrder(m_fields->lastField(), m_recent);
+    setTabOrder(m_recent, m_again);
+    setTabOrder(m_again, m_log);
+    setTabOrder(m_log, cancel);
+    setTabOrder(cancel, findButton);
 
     {
         const QSignalBlocker block(m_groups);

@@ -1,3 +1,4 @@
+#include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
 #include <QDir>
@@ -49,6 +50,22 @@ QAction* menuEntry(QWidget& screen, const QStringList& path) {
         }
     }
     return found;
+}
+
+// Presses the button of that text with the keyboard: Tab to it, then Space.
+void pressButton(QWidget& screen, const QString& text) {
+    QAbstractButton* button = nullptr;
+    for (QAbstractButton* b : screen.findChildren<QAbstractButton*>()) {
+        if (b->text() == text && b->window() == &screen) {
+            button = b;
+        }
+    }
+    ASSERT_NE(button, nullptr) << text.toStdString();
+    for (int i = 0; i < 60 && QApplication::focusWidget() != button; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    ASSERT_EQ(QApplication::focusWidget(), button) << text.toStdString() << " out of Tab's reach";
+    QTest::keyClick(button, Qt::Key_Space);
 }
 
 // Replaces the field's text as a person does: focus, select all, type over (or clear it).
@@ -253,7 +270,7 @@ TEST_F(FoodScreens, FindingPieSelectsTheChosenFoodInLogFood) {
         QTest::keyClick(find->results(), Qt::Key_Down);  // the second
         QTest::keyClick(find->results(), Qt::Key_Return);
     });
-    QTest::keyClick(&log, Qt::Key_F, Qt::AltModifier);  // "Find"
+    pressButton(log, QStringLiteral("&Find"));
 
     EXPECT_EQ(listed, (QStringList{QStringLiteral("Apple Pie"), QStringLiteral("Pumpkin Pie")}));
     EXPECT_EQ(log.groupList()->currentText(), QStringLiteral("Sweets, Fats, Oils"));
@@ -278,7 +295,7 @@ TEST_F(FoodScreens, RecentFoodsAreLoggedAgainWithTheirServing) {
     const int fig = log.recentList()->findText(QStringLiteral("Fig, 3.00 item"));
     ASSERT_GE(fig, 0);
     log.recentList()->setCurrentIndex(fig);
-    QTest::keyClick(&log, Qt::Key_G, Qt::AltModifier);  // "Log Again"
+    pressButton(log, QStringLiteral("Lo&g Again"));
 
     EXPECT_EQ(log.result(), QDialog::Accepted);
     const DayRecord* tomorrow = session->days().currentRecord();
@@ -305,17 +322,19 @@ TEST_F(FoodScreens, EveryScreenIsReachedAndLeftWithTheKeyboard) {
     MealsDialog meals(*notifier, nullptr);
     showActive(meals);
     expectNamed(meals, "meals");
-    QTest::keyClick(&meals, Qt::Key_N, Qt::AltModifier);  // Toggle Nutrients
+    pressButton(meals, QStringLiteral("Toggle &Nutrients"));
     EXPECT_EQ(meals.findChildren<QLabel*>().size() > 0, true);
     EXPECT_EQ(meals.groupValue(4, 0), QStringLiteral("0.0g"));  // fiber of the fruit
     bool sawGrid = false;
     whenShown<FoodGridDialog>([&sawGrid](FoodGridDialog* grid) {
         sawGrid = true;
+        QApplication::setActiveWindow(grid);
         expectNamed(*grid, "grid");
         EXPECT_EQ(grid->windowTitle(), QStringLiteral("Summary (All Foods)"));
         bool sawLog = false;
         whenShown<LogFoodDialog>([&sawLog](LogFoodDialog* log) {
             sawLog = true;
+            QApplication::setActiveWindow(log);
             expectNamed(*log, "log food");
             // From the group list, Tab walks the lists and then the values in order.
             log->groupList()->setFocus();
@@ -327,11 +346,12 @@ TEST_F(FoodScreens, EveryScreenIsReachedAndLeftWithTheKeyboard) {
             EXPECT_EQ(QApplication::focusWidget(), log->fields()->amountEdit());
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
         });
-        QTest::keyClick(grid->grid(), Qt::Key_F2);  // no food row: Insert Food Item
+        QTest::keyClick(grid->grid(), Qt::Key_Home, Qt::ControlModifier);  // the header row
+        QTest::keyClick(grid->grid(), Qt::Key_F2);  // not a food: Insert Food Item
         EXPECT_TRUE(sawLog);
         QTest::keyClick(grid->grid(), Qt::Key_Escape);
     });
-    QTest::keyClick(&meals, Qt::Key_L, Qt::AltModifier);  // All Foods
+    pressButton(meals, QStringLiteral("A&ll Foods"));
     EXPECT_TRUE(sawGrid);
     EXPECT_EQ(today().allFoods().size(), 5u);  // Escape logged nothing
     QTest::keyClick(&meals, Qt::Key_Escape);
