@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <QMessageBox>
 
+#include <csignal>
 #include <cstdio>
 #include <string_view>
 
@@ -17,6 +18,8 @@
 using namespace nutrovex;
 
 int main(int argc, char** argv) {
+    // Past a file-size limit a save fails with a message instead of killing the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     // The version answers without a display, as on a server or in a package check.
     for (int i = 1; i < argc; ++i) {
         if (std::string_view(argv[i]) == "--version") {

@@ -43,6 +43,9 @@ struct FoodItem {
     uint16_t meal = 0;
     uint16_t group = 0;
     uint8_t loggedFlag = 0;
+    // In memory only, never stored: the order in which entries came into their day list (0 for
+    // entries read from a file), so that of two equal names the newer shows first alphabetically.
+    uint16_t insertSerial = 0;
 
     // The reference serving that a serving of the given unit is measured against.
     [[nodiscard]] const ServingQuantity& referenceFor(uint8_t unit) const {

@@ -69,7 +69,12 @@ std::vector<uint8_t> loggingUnits(const FoodItem& item) {
             units.push_back(static_cast<uint8_t>(u));
         }
     }
-    if (units.size() <= 1) {
+    // Only a food without any reference serving (or with nothing usable) may be measured in
+    // anything; an "item" reference allows just the item.
+    const auto usable = [](const ServingQuantity& ref) {
+        return ref.amount != 0.0f && ref.unit < kUnitCount;
+    };
+    if (units.empty() || (!usable(item.ref1) && !usable(item.ref2))) {
         return allUnits();
     }
     return units;
@@ -100,7 +105,9 @@ bool capCaloriesField(FoodValueFields& fields) {
 }
 
 FoodField firstInvalidField(const FoodValueFields& fields) {
-    if (!fields.amount || !(*fields.amount >= kMinServingAmount)) {
+    // The amount is stored in single precision: 0.005 must pass as the float it becomes.
+    if (!fields.amount ||
+        !(static_cast<float>(*fields.amount) >= static_cast<float>(kMinServingAmount))) {
         return FoodField::Amount;
     }
     if (!fields.unit()) {
@@ -297,6 +304,31 @@ void FoodItemForm::unitChosen(int index) {
         m_working.serving.unit = *unit;
         refreshAfterServingChange();
     }
+}
+
+void FoodItemForm::caloriesEdited(std::optional<uint32_t> calories) {
+    fields.calories = calories;
+    if (calories) {
+        m_working.setNutrient(kCalories, static_cast<float>(*calories));
+    }
+}
+
+void FoodItemForm::gramsEdited(int nutrient, std::optional<double> grams) {
+    if (nutrient <= kCalories || nutrient >= kNutrientCount) {
+        return;
+    }
+    fields.grams[static_cast<std::size_t>(nutrient)] = grams;
+    if (grams) {
+        m_working.setNutrient(nutrient, static_cast<float>(*grams));
+    }
+}
+
+bool FoodItemForm::caloriesLeft() {
+    if (!capCaloriesField(fields)) {
+        return false;
+    }
+    m_working.setNutrient(kCalories, static_cast<float>(*fields.calories));
+    return true;
 }
 
 ScreenMessage FoodItemForm::refusal(const char* text) const {

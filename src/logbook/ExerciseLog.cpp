@@ -171,8 +171,15 @@ Outcome ExerciseLog::paste() {
         return {};
     }
     bool complete = true;
-    for (const ExerciseEntry& e : m_clipboard->entries()) {
-        if (day->appendExercise(e) == kNoPosition) {
+    UserStore& store = m_days->store();
+    for (const ExerciseEntry& held : m_clipboard->entries()) {
+        // A pasted entry is a new entry: its key comes from the user's counter, so no two
+        // entries of the file share one.
+        ExerciseEntry e = held;
+        const PackedKey counter = store.header.keyCounter;
+        e.key = store.nextEntryKey();
+        if (day->appendExercise(std::move(e)) == kNoPosition) {
+            store.header.keyCounter = counter;
             complete = false;
             break;
         }

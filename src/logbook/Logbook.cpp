@@ -1,5 +1,6 @@
 #include "logbook/Logbook.h"
 
+#include <cmath>
 #include <cstdio>
 
 #include "calc/Bmr.h"
@@ -7,6 +8,7 @@
 #include "core/DayRecord.h"
 #include "core/Format.h"
 #include "core/UserProfile.h"
+#include "logbook/WeighIn.h"
 
 namespace nutrovex {
 
@@ -19,7 +21,7 @@ std::string subtractedCalories(long calories) {
 }
 
 long netCalories(float mealCalories, int bmr, uint32_t exerciseCalories) {
-    const auto meals = static_cast<long>(static_cast<double>(mealCalories) + 0.5);
+    const auto meals = static_cast<long>(std::round(static_cast<double>(mealCalories)));
     return meals - bmr - static_cast<long>(exerciseCalories);
 }
 
@@ -46,11 +48,12 @@ LogbookFigures logbookFigures(const CalendarDate& date, const DayRecord* day,
     f.date = longDateText(date);
     const char* unit = logbookWeightUnit(profile.metric());
     const WholeResult weight =
-        day != nullptr ? weightToWhole(day->weight(), profile.metric()) : WholeResult{};
+        day != nullptr ? dayWeightToWhole(day->weight(), profile.metric()) : WholeResult{};
     f.weight = day != nullptr && weight.value >= 1 ? formatText("%d  %s", weight.value, unit)
                                                    : formatText("---  %s", unit);
     if (day != nullptr) {
-        f.meals = formatText("%1.0f", static_cast<double>(day->totals()[0]));
+        // Halves away from zero, as the net total below rounds them (printf would round to even).
+        f.meals = formatText("%1.0f", std::round(static_cast<double>(day->totals()[0])) + 0.0);
         f.bmr = subtractedCalories(day->bmr());
         f.exercise = subtractedCalories(static_cast<long>(day->exerciseCalories));
         f.total = netTotalText(netCalories(day->totals()[0], day->bmr(), day->exerciseCalories));

@@ -20,6 +20,7 @@ namespace {
 
 constexpr unsigned kUnitPounds = 11;
 constexpr unsigned kUnitKilograms = 13;
+constexpr int16_t kMaxWeightEntry = 999;
 
 }  // namespace
 
@@ -40,9 +41,21 @@ int16_t wholeFromEdit(std::string_view text) {
     return static_cast<int16_t>(negative ? -value : value);
 }
 
+WholeResult dayWeightToWhole(float pounds, bool metric) {
+    if (!metric || pounds < 0.0f) {
+        return weightToWhole(pounds, false);
+    }
+    float kilograms = 0.0f;
+    (void)convertServing(pounds, kUnitPounds, kUnitKilograms, kilograms);
+    return {true, roundWhole(kilograms)};
+}
+
 float storedWeightFromEntry(int16_t typed, bool metric) {
     if (typed == 0) {
         return kNotEntered;
+    }
+    if (typed > kMaxWeightEntry) {
+        typed = kMaxWeightEntry;
     }
     float pounds = typed;
     if (metric) {
@@ -56,7 +69,7 @@ WeighInView WeighIn::view() {
     WeighInView v;
     v.date = longDateText(m_days->currentDate());
     if (const DayRecord* day = m_days->currentRecord()) {
-        const WholeResult whole = weightToWhole(day->weight(), profile.metric());
+        const WholeResult whole = dayWeightToWhole(day->weight(), profile.metric());
         if (whole.value >= 0) {
             v.weight = std::to_string(whole.value);
         }

@@ -604,7 +604,10 @@ int runUsers(const GlobalOptions& options, Args args) {
             break;
     }
     UserListFile list;
-    const StorageStatus s = readUserListFile(bytes.bytes(), list, {path.string()});
+    StorageStatus s = readUserListFile(bytes.bytes(), list, {path.string()});
+    if (s) {
+        s = checkUserNames(list.names);
+    }
     if (!s) {
         reportError(path.string(), s.error());
         return kExitDataError;

@@ -112,10 +112,28 @@ int importFoods(const GlobalOptions& options, Args args, std::ostream& out, std:
         return status;
     }
     const std::filesystem::path root = chooseDataRoot(options.root).path;
+    // The program's next save would undo a change made while it has the root open.
+    InstanceLock lock;
+    std::error_code ec;
+    if (std::filesystem::is_directory(root, ec)) {
+        std::string reason;
+        switch (lock.acquire(root, reason)) {
+            case InstanceLock::Result::Acquired:
+                break;
+            case InstanceLock::Result::HeldElsewhere:
+                err << "nutrovex-tool: " << root.string()
+                    << ": Nutrovex has this data root open; close it and try again\n";
+                return kExitDataError;
+            case InstanceLock::Result::Failed:
+                err << "nutrovex-tool: " << reason << "\n";
+                return kExitDataError;
+        }
+    }
     const std::optional<std::filesystem::path> path = cataloguePathOf(root, parsed->user, err);
     if (!path) {
         return kExitDataError;
     }
+    removeStaleSaves(path->parent_path());
 
     std::string csv;
     if (*parsed->csvPath == "-") {
@@ -147,9 +165,12 @@ int importFoods(const GlobalOptions& options, Args args, std::ostream& out, std:
 
     const ImportReport report = importFoodsCsv(catalogue, csv);
     const std::string source = *parsed->csvPath == "-" ? "stdin" : *parsed->csvPath;
-    if (report.headerMissing) {
-        err << source << ": the first row must be the header: " << kFoodCsvHeader << "\n";
+    if (!report.fileRefusal.empty()) {
+        err << source << ":" << report.fileLine << ": " << report.fileRefusal << "\n";
         return kExitDataError;
+    }
+    for (const ImportRefusal& n : report.notes) {
+        err << source << ":" << n.line << ": note: " << n.reason << "\n";
     }
     for (const ImportRefusal& r : report.refused) {
         err << source << ":" << r.line << ": " << r.reason << "\n";
@@ -160,8 +181,12 @@ int importFoods(const GlobalOptions& options, Args args, std::ostream& out, std:
             return kExitDataError;
         }
     }
-    out << "added " << report.foodsAdded << " food items and " << report.categoriesAdded
-        << " categories; refused " << report.refused.size() << " rows\n";
+    const auto counted = [](std::size_t n, const char* one, const char* many) {
+        return std::to_string(n) + " " + (n == 1 ? one : many);
+    };
+    out << "added " << counted(report.foodsAdded, "food item", "food items") << " and "
+        << counted(report.categoriesAdded, "category", "categories") << "; refused "
+        << counted(report.refused.size(), "row", "rows") << "\n";
     return report.refused.empty() ? kExitOk : kExitDataError;
 }
 

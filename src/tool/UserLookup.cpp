@@ -22,13 +22,24 @@ std::optional<std::filesystem::path> listedUserFolder(const std::filesystem::pat
             break;
     }
     UserListFile list;
-    if (const StorageStatus s = readUserListFile(bytes.bytes(), list, {kUserListFileName}); !s) {
-        err << s.message() << "\n";
+    StorageStatus status = readUserListFile(bytes.bytes(), list, {kUserListFileName});
+    if (status) {
+        status = checkUserNames(list.names);
+    }
+    if (!status) {
+        StorageError where = status.error();
+        where.file = userListPath(root).string();
+        err << where.message() << "\n";
+        return std::nullopt;
+    }
+    if (const std::optional<std::filesystem::path> folder = userFolderPath(root, user); !folder) {
+        err << "nutrovex-tool: " << quotedName(user)
+            << " is not a usable user name: " << unsafeUserNameReason() << "\n";
         return std::nullopt;
     }
     for (const Text& name : list.names) {
         if (name.view() == user) {
-            return userFolderPath(root, std::string(user));
+            return userFolderPath(root, user);
         }
     }
     err << kUserListFileName << ": there is no user named '" << cp1252ToUtf8(user) << "'\n";

@@ -1,16 +1,35 @@
+#include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <iostream>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "core/CalendarDate.h"
 #include "tool/Commands.h"
+#include "tool/DemoLogbook.h"
 #include "tool/FileCommands.h"
 #include "tool/FoodCommands.h"
 #include "tool/LogCommands.h"
+#ifdef NUTROVEX_TOOL_SHIPPED_DATA
+#include "data/ShippedCatalogue.h"
+#endif
 
 namespace {
 
 using namespace nutrovex::tool;
+
+int runDemo(const GlobalOptions& options, Args args) {
+    const nutrovex::SystemClock clock;
+#ifdef NUTROVEX_TOOL_SHIPPED_DATA
+    const std::span<const uint8_t> shipped = nutrovex::shippedCatalogue();
+#else
+    // The build's own copy, which writes the shipped catalogue, cannot carry it.
+    const std::span<const uint8_t> shipped;
+#endif
+    return makeDemo(options, args, std::cout, std::cerr, clock, shipped);
+}
 
 struct Command {
     const char* name;
@@ -30,6 +49,7 @@ const Command kCommands[] = {
     {"export-log", runExportLog},
     {"import-foods", runImportFoods},
     {"export-foods", runExportFoods},
+    {"demo", runDemo},
 };
 
 void printUsage(std::ostream& out) {
@@ -49,16 +69,30 @@ void printUsage(std::ostream& out) {
            "  users                         list the users of the data root\n"
            "  export-log --user NAME [--from M/D/YYYY] [--to M/D/YYYY] [--csv FILE]\n"
            "                                one CSV row per day of the user's logbook\n"
-           "  import-foods --user NAME CSV  add foods to the user's catalogue (\"-\": stdin)\n"
+           "  import-foods --user NAME CSV  add foods to the user's catalogue (\"-\": stdin); "
+           "columns\n"
+           "                                by header name in any order, one row per line, each\n"
+           "                                added or reported as FILE:LINE: reason;\n"
+           "                                refused while Nutrovex has the data root open\n"
            "  export-foods --user NAME [--csv FILE]\n"
            "                                the user's catalogue as CSV: group, category, name, "
            "amount,\n"
            "                                unit, calories, carbohydrate, fiber, protein, fat, "
            "saturated fat\n"
+           "  demo [--user NAME]            make a new user (NAME defaults to \"Demo\") with four "
+           "months\n"
+           "                                of days ending today, remembered as the current user\n"
            "\n"
            "Calculations:\n"
            "  eval                          one JSON request per line on stdin, one answer per "
            "line\n"
+           "                                (ops: weightToWhole heightToWhole bmr exercise "
+           "convert\n"
+           "                                servingFactor goalPlan goalSentence date step "
+           "uniqueName\n"
+           "                                nameOrder numericText numericLeave dayTotals "
+           "foodBudget\n"
+           "                                maintenance)\n"
            "\n"
            "The data root is --root DIR, else $NUTROVEX_ROOT, else ~/.local/share/Zerbu/Nutrovex.\n"
            "Floats are JSON numbers; a non-finite one is \"nan\", \"inf\" or \"-inf\", and dumps "
@@ -70,6 +104,9 @@ void printUsage(std::ostream& out) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // Past a file-size limit a write then fails with EFBIG, which a save reports and cleans up
+    // after, instead of the process dying without a word.
+    std::signal(SIGXFSZ, SIG_IGN);
     std::vector<std::string> args(argv + 1, argv + argc);
     GlobalOptions options;
     if (const char* env = std::getenv("NUTROVEX_ROOT")) {

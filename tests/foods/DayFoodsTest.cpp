@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "core/UserStore.h"
@@ -81,6 +84,58 @@ TEST(DayFoods, TheNewerOfTwoEqualFoodsStandsFirst) {
     EXPECT_EQ(keys(day.allFoods()), (std::vector<uint32_t>{2, 1, 3}));
 }
 
+TEST(DayFoods, AlphabeticallyTheNewerOfTwoEqualNamesStandsFirst) {
+    // Whatever their meals, the food logged last shows first and is the logged position.
+    for (const auto& [firstMeal, secondMeal] : {std::pair{0, 3}, std::pair{3, 0}}) {
+        DayRecord day(CalendarDate::fromDmy(3, 5, 2002));
+        const auto first = static_cast<uint16_t>(firstMeal);
+        const auto second = static_cast<uint16_t>(secondMeal);
+        ASSERT_NE(insertLoggedFood(day, logged("Tea", 1, 7, 1), 7, kSortAlphabetical), kNoPosition);
+        EXPECT_EQ(insertLoggedFood(day, logged("Coffee", first, 7, 2), 7, kSortAlphabetical), 0);
+        EXPECT_EQ(insertLoggedFood(day, logged("Coffee", second, 7, 3), 7, kSortAlphabetical), 0);
+        for (const FoodList* list : {&day.group(7), &day.allFoods()}) {
+            const std::vector<std::string> want = {"Coffee/" + std::to_string(second),
+                                                   "Coffee/" + std::to_string(first), "Tea/1"};
+            EXPECT_EQ(shown(*list, kSortAlphabetical), want) << firstMeal;
+            EXPECT_EQ(presentedFood(day, list == &day.allFoods() ? kAllFoodsGroup : 7,
+                                    kSortAlphabetical, 0)
+                          ->key.value,
+                      3u);
+        }
+    }
+}
+
+TEST(DayFoods, EntriesReadFromAFileKeepMealOrderUntilANewerOneComes) {
+    FoodList list;
+    // As read from a file: in meal order, never inserted.
+    list.push_back(logged("Milk", 0, 1, 1));
+    list.push_back(logged("Milk", 2, 1, 2));
+    EXPECT_EQ(shown(list, kSortAlphabetical), (std::vector<std::string>{"Milk/0", "Milk/2"}));
+    EXPECT_EQ(insertOrdered(list, logged("Milk", 1, 1, 3), kSortAlphabetical), 0);
+    EXPECT_EQ(shown(list, kSortAlphabetical),
+              (std::vector<std::string>{"Milk/1", "Milk/0", "Milk/2"}));
+    for (Position p = 0; p < list.size(); ++p) {
+        EXPECT_EQ(
+            presentedIndexOf(list, kSortAlphabetical, listIndexOf(list, kSortAlphabetical, p)), p);
+    }
+}
+
+TEST(DayFoods, InsertOrderSurvivesRunningOutOfSerials) {
+    FoodList list;
+    for (uint32_t key = 1; key <= 3; ++key) {
+        (void)insertOrdered(list, logged("Rice", 0, 3, key), kSortAlphabetical);
+    }
+    list[1].insertSerial = UINT16_MAX;  // as after many inserts and removals: the newest
+    const uint32_t newest = list[1].key.value;
+    EXPECT_EQ(insertOrdered(list, logged("Rice", 0, 3, 9), kSortAlphabetical), 0);
+    const std::vector<Position> order = presentedOrder(list, kSortAlphabetical);
+    ASSERT_EQ(order.size(), 4u);
+    EXPECT_EQ(list[order[0]].key.value, 9u);
+    EXPECT_EQ(list[order[1]].key.value, newest);
+    EXPECT_EQ(list[order[2]].key.value, 3u);
+    EXPECT_EQ(list[order[3]].key.value, 1u);
+}
+
 TEST(DayFoods, TheTargetGroupDecidesWhichListsPositionIsReturned) {
     DayRecord day(CalendarDate::fromDmy(3, 5, 2002));
     ASSERT_NE(insertLoggedFood(day, logged("Apple", 0, 4, 1), 4, kSortByMeal), kNoPosition);
@@ -141,7 +196,8 @@ protected:
     }
 
     void log(const char* name, uint16_t meal, uint16_t group) {
-        ASSERT_NE(insertLoggedFood(*day, logged(name, meal, group, ++lastKey), group, kSortByMeal),
+        ASSERT_NE(insertLoggedFood(*day, logged(name, meal, group, store.nextEntryKey().value),
+                                   group, kSortByMeal),
                   kNoPosition);
     }
 
@@ -149,7 +205,6 @@ protected:
     UserStore store;
     DayCursor days;
     DayRecord* day = nullptr;
-    uint32_t lastKey = 0;
 };
 
 TEST_F(FoodGrid, DeletingThreeRowsRemovesThoseEntriesAndTheirTwins) {
@@ -197,6 +252,28 @@ TEST_F(FoodGrid, PastingIntoAGroupMovesTheFoodsThere) {
     (void)clip.paste(days, {kAllFoodsGroup, kSortByMeal, 0});
     EXPECT_EQ(next->group(5).size(), 2u);
     EXPECT_EQ(next->allFoods().size(), 4u);
+
+    // Every pasted food is a new entry with a key of its own, shared only with its twin in
+    // the all-foods list.
+    std::set<uint32_t> keys;
+    for (const FoodItem& f : day->allFoods()) {
+        keys.insert(f.key.value);
+    }
+    for (const FoodItem& f : next->allFoods()) {
+        EXPECT_TRUE(keys.insert(f.key.value).second) << f.name.str();
+    }
+    std::multiset<uint32_t> twins;
+    for (const int g : {3, 5}) {
+        for (const FoodItem& f : next->group(g)) {
+            twins.insert(f.key.value);
+        }
+    }
+    std::multiset<uint32_t> all;
+    for (const FoodItem& f : next->allFoods()) {
+        all.insert(f.key.value);
+    }
+    EXPECT_EQ(twins, all);
+    EXPECT_EQ(store.header.keyCounter.serial(), 6u);  // two logged, four pasted
 }
 
 TEST_F(FoodGrid, CutTakesTheRowsAwayWithoutAsking) {

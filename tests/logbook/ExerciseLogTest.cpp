@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include <string>
 #include <vector>
 
@@ -167,6 +169,16 @@ TEST_F(ExerciseLogTest, ClipboardCopyCutAndPasteAcrossDays) {
     ASSERT_EQ(pasted.exercises().size(), 2u);
     EXPECT_EQ(pasted.exercises()[1].calories, 100);
     EXPECT_EQ(pasted.exerciseCalories, 400u);
+    // Pasted twice onto the same day: every entry of the file keeps a key of its own.
+    EXPECT_EQ(other.paste().message, std::nullopt);
+    std::set<uint32_t> keys;
+    for (const DayRecord* d : {&store.dayAt(0), &store.dayAt(1)}) {
+        for (const ExerciseEntry& e : d->exercises()) {
+            EXPECT_TRUE(keys.insert(e.key.value).second) << e.key.value;
+        }
+    }
+    EXPECT_EQ(keys.size(), 7u);
+    EXPECT_EQ(store.header.keyCounter.serial(), 7u);
 
     (void)cursor.setCurrentDate(dmy(4, 5, 2002));
     const std::vector<Position> middle = {1};

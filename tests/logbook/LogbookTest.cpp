@@ -50,6 +50,28 @@ TEST(LogbookTexts, MealCaloriesAreRoundedHalfUpBeforeSubtracting) {
     }
 }
 
+TEST_F(LogbookTest, MealsAndTotalRoundHalvesTheSameWay) {
+    const struct {
+        float meals;
+        const char* mealsText;
+        const char* total;
+    } rows[] = {
+        {1498.5f, "1499", "1499"}, {2.5f, "3", "3"}, {0.5f, "1", "1"},
+        {1498.4f, "1498", "1498"}, {0.4f, "0", "0"}, {10.5f, "11", "11"},
+    };
+    DayRecord& day = addDay(3, 5, 2002);
+    FoodItem food;
+    food.ratio = 1.0f;
+    day.group(0).push_back(food);
+    (void)logbook.first();
+    for (const auto& r : rows) {
+        day.group(0)[0].nutrients[kCalories] = r.meals;
+        const LogbookFigures f = *logbook.figures();
+        EXPECT_EQ(f.meals, r.mealsText) << r.meals;
+        EXPECT_EQ(f.total, r.total) << r.meals;
+    }
+}
+
 TEST_F(LogbookTest, FiguresOfADateWithoutARecord) {
     addDay(3, 5, 2002);
     addDay(5, 5, 2002);
@@ -99,7 +121,7 @@ TEST_F(LogbookTest, FiguresOfARecordedDay) {
 
     ASSERT_TRUE(store.profile.setUnits(1));
     f = *logbook.figures();
-    EXPECT_EQ(f.weight, "81  kg");
+    EXPECT_EQ(f.weight, "82  kg");  // 81.65 kg by the serving units' pound
 
     setDayWeight(day, -1.0f, store.profile);
     EXPECT_EQ(logbook.figures()->weight, "---  kg");

@@ -80,6 +80,26 @@ TEST_F(WeighInTest, KilogramsAreShownAndStoredInPounds) {
     EXPECT_EQ(weighIn.view().weight, "70");
 }
 
+TEST_F(WeighInTest, MetricWeightsReadBackAsTyped) {
+    ASSERT_TRUE(store.profile.setUnits(1));
+    Logbook logbook(cursor);
+    for (int typed = 1; typed <= 999; ++typed) {
+        const std::string text = std::to_string(typed);
+        (void)weighIn.weightEdited(text);
+        ASSERT_EQ(weighIn.view().weight, text);
+        ASSERT_EQ(logbook.figures()->weight, text + "  kg");
+    }
+}
+
+TEST_F(WeighInTest, MoreThanThreeDigitsAreKeptTo999) {
+    for (const bool metric : {false, true}) {
+        ASSERT_TRUE(store.profile.setUnits(metric ? 1 : 0));
+        (void)weighIn.weightEdited("1500");
+        EXPECT_EQ(weighIn.view().weight, "999") << metric;
+        EXPECT_FLOAT_EQ(store.dayAt(0).weight(), storedWeightFromEntry(999, metric)) << metric;
+    }
+}
+
 TEST(WeighInEntry, EditReadingAndUnitConversion) {
     EXPECT_EQ(wholeFromEdit(""), 0);
     EXPECT_EQ(wholeFromEdit("154"), 154);
