@@ -92,8 +92,11 @@ FoodItemDialog::FoodItemDialog(SessionNotifier& notifier, QWidget* parent, FoodI
         m_form.unitChosen(index);
         m_fields->show(m_form.fields);
     });
+    connect(m_fields, &FoodFieldsWidget::caloriesEdited, this,
+            [this](std::optional<uint32_t> c) { m_form.caloriesEdited(c); });
+    connect(m_fields, &FoodFieldsWidget::gramsEdited, this,
+            [this](int n, std::optional<double> g) { m_form.gramsEdited(n, g); });
     connect(m_fields, &FoodFieldsWidget::caloriesLeft, this, [this] {
-        m_fields->read(m_form.fields);
         if (m_form.caloriesLeft()) {
             m_fields->show(m_form.fields);
         }
