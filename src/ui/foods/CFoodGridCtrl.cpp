@@ -20,6 +20,7 @@ constexpr int kThirdColumn = 130;
 CFoodGridCtrl::CFoodGridCtrl(const FoodGridForm& form, QWidget* parent)
     : MWGridWidget(parent), m_form(&form) {
     grid().setColumnCount(1);
+    grid().setColumnWidthLimits(1, 32767);
     grid().setScrolling(Orientation::Vertical, true);
     grid().setTracking(true);
     setAccessibleName(QStringLiteral("Food Log"));
@@ -60,7 +61,7 @@ RowRange CFoodGridCtrl::selectedRows() const {
 
 void CFoodGridCtrl::resizeEvent(QResizeEvent* event) {
     MWGridWidget::resizeEvent(event);
-    grid().shareWidth(viewport()->width());
+    grid().setColumnWidth(0, viewport()->width());  // the one column fills the width
     refresh();
 }
 

@@ -21,7 +21,7 @@ namespace {
 // The gram fields in the order they stand on the screen.
 constexpr std::array<int, 5> kGramRows{kCarbohydrate, kFiber, kProtein, kFat, kSaturatedFat};
 const char* const kGramLabels[kNutrientCount] = {
-    "", "&Carb:", "F&iber:", "&Prot:", "&Fat:", "&SFat:"};
+    "", "Car&b:", "F&iber:", "&Prot:", "F&at:", "&SFat:"};
 
 void showNumber(NumericEdit* edit, std::optional<double> value) {
     const QSignalBlocker block(edit);
