@@ -15,6 +15,9 @@
 #ifdef NUTROVEX_TOOL_SHIPPED_DATA
 #include "data/ShippedCatalogue.h"
 #endif
+#ifdef NUTROVEX_TOOL_CHART
+#include "tool/ChartCommand.h"
+#endif
 
 namespace {
 
@@ -50,6 +53,9 @@ const Command kCommands[] = {
     {"import-foods", runImportFoods},
     {"export-foods", runExportFoods},
     {"demo", runDemo},
+#ifdef NUTROVEX_TOOL_CHART
+    {"chart", runChart},
+#endif
 };
 
 void printUsage(std::ostream& out) {
@@ -82,6 +88,11 @@ void printUsage(std::ostream& out) {
            "  demo [--user NAME]            make a new user (NAME defaults to \"Demo\") with four "
            "months\n"
            "                                of days ending today, remembered as the current user\n"
+           "  chart --user NAME --span N --png FILE [--trend] [--width PIXELS]\n"
+           "                                the historic weight chart as a PNG of PIXELS x "
+           "PIXELS/2\n"
+           "                                (480 unless given); N: 0 7 Day, 1 14 Day, 2 1 Month,\n"
+           "                                3 3 Month, 4 6 Month, 5 1 Year, 6 5 Year\n"
            "\n"
            "Calculations:\n"
            "  eval                          one JSON request per line on stdin, one answer per "
