@@ -107,16 +107,11 @@ void BM_SummaryScreenfulPainted(benchmark::State& state) {
     QImage image(grid.viewport()->size(), QImage::Format_ARGB32_Premultiplied);
     const int limit = grid.grid().scrollLimit(Orientation::Vertical);
     int position = 0;
-    double drawn = 0.0;
     for (auto _ : state) {
         position = (position + 7919 * 23) % std::max(limit, 1);
         (void)grid.grid().setScrollPosition(Orientation::Vertical, position);
         grid.viewport()->render(&image);
-        drawn += static_cast<double>(grid.lastDrawMicroseconds());
     }
-    // The grid's own drawing into its buffer, without the copy to the screen.
-    state.counters["draw_us"] =
-        drawn / static_cast<double>(std::max<int64_t>(state.iterations(), 1));
     state.counters["scroll_limit_px"] = limit;
 }
 BENCHMARK(BM_SummaryScreenfulPainted)->Unit(benchmark::kMicrosecond);

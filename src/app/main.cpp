@@ -8,12 +8,14 @@
 #include <cstdio>
 #include <string_view>
 
+#include "charts/HistoricChartForm.h"
 #include "data/ShippedCatalogue.h"
 #include "session/MainFrameForm.h"
 #include "session/Session.h"
 #include "storage/CatalogueStorage.h"
 #include "ui/Resources.h"
 #include "ui/TextConvert.h"
+#include "ui/charts/QtChartSettings.h"
 #include "ui/frame/CMainFrame.h"
 #include "ui/frame/CNutrovexView.h"
 #include "ui/frame/FrameTour.h"
@@ -27,13 +29,13 @@ namespace {
 
 // --tour DIR: opens every screen on the root's data and saves its pictures; nothing is asked and
 // nothing is saved. Failures go to stderr.
-int runTourMode(SessionNotifier& notifier, const QString& dir) {
+int runTourMode(SessionNotifier& notifier, FrameOpeners openers, const QString& dir) {
     Session& session = notifier.session();
     const SessionStatus loaded = session.initialLoad();
     if (!loaded) {
         std::fprintf(stderr, "nutrovex: %s\n", loaded.message().c_str());
     }
-    CMainFrame frame(notifier, programOpeners(notifier));
+    CMainFrame frame(notifier, std::move(openers));
     frame.show();
     const QStringList failures = runTour(dir, allTourStops(notifier), &frame);
     for (const QString& failure : failures) {
@@ -131,12 +133,14 @@ int main(int argc, char** argv) {
     }
 
     SessionNotifier notifier(session);
-    // Read before the load, which opens (and so remembers) the default user first.
     if (parser.isSet(tourOption)) {
-        return runTourMode(notifier, parser.value(tourOption));
+        MemoryChartSettings tourCharts;  // the tour leaves the person's chart choices alone
+        return runTourMode(notifier, programOpeners(notifier, tourCharts),
+                           parser.value(tourOption));
     }
 
-    CMainFrame frame(notifier, programOpeners(notifier));
+    QtChartSettings chartSettings(root);
+    CMainFrame frame(notifier, programOpeners(notifier, chartSettings));
     frame.show();
     std::unique_ptr<FirstPaintAfterLoad> watcher;
     if (parser.isSet(measureOption)) {

@@ -4,13 +4,13 @@ namespace nutrovex {
 
 namespace {
 
-constexpr Notices kCatalogueChanged{.catalogue = true, .dataChanged = true};
+constexpr Notices kTreeChanged{.catalogue = true, .dataChanged = true};
 
 }  // namespace
 
 TreeChange CatalogueScreenForm::changedIn(int group, std::optional<TreePlace> select) {
     TreeChange change;
-    change.notices = kCatalogueChanged;
+    change.notices = kTreeChanged;
     change.changedGroup = group;
     change.select = select;
     return change;

@@ -415,7 +415,7 @@ void CatalogueSnapshot::restore(FoodCatalogue& catalogue) {
     catalogue.header = m_header;
     catalogue.groups = std::move(m_groups);
     // A fresh revision, so nothing built from the abandoned state is taken for current.
-    catalogue.markChanged();
+    catalogue.newRevision();
     catalogue.modified = m_modified;
 }
 

@@ -427,6 +427,7 @@ FormResult FoodItemForm::accept() {
             break;
         }
     }
+    result.notices.dataChanged = true;
     result.status = FormResult::Status::Done;
     return result;
 }
@@ -472,6 +473,7 @@ FormResult CategoryNameForm::accept() {
     result.group = m_group;
     result.position = pos;
     result.notices = kCatalogueChanged;
+    result.notices.dataChanged = true;
     return result;
 }
 

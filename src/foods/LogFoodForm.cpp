@@ -169,6 +169,7 @@ FormResult LogFoodForm::log() {
     }
     m_loggedPosition = pos;
     result.notices.userData = true;
+    result.notices.dataChanged = true;
     result.status = FormResult::Status::Done;
     result.group = m_group;
     result.position = pos;

@@ -207,7 +207,7 @@ TEST_F(CatalogueForms, ANewItemStartsAsOneCupAndStoresItsServingAsReference) {
     EXPECT_FLOAT_EQ(f.nutrients[kProtein], 11.5f);
     EXPECT_EQ(f.group, 5);
     EXPECT_EQ(f.loggedFlag, 1);
-    EXPECT_EQ(r.notices, (Notices{.catalogue = true}));
+    EXPECT_EQ(r.notices, (Notices{.catalogue = true, .dataChanged = true}));
     EXPECT_FALSE(catalogue.modified);  // the session marks it
 }
 
@@ -339,9 +339,11 @@ TEST_F(CatalogueForms, CategoryDialogRefusesTheTwoHundredFiftyFirstButStillRenam
     edit.text = "  Whole grains";
     r = edit.accept();
     ASSERT_TRUE(r.done());
-    EXPECT_EQ(r.notices, (Notices{.catalogue = true}));
+    EXPECT_EQ(r.notices, (Notices{.catalogue = true, .dataChanged = true}));
     EXPECT_EQ(catalogue.groups[5][r.position].name.str(), "Whole grains");
     EXPECT_EQ(catalogue.groups[5][r.position].foods.size(), 1u);
+    // The catalogue is to be saved and every open screen redrawn.
+    EXPECT_EQ(r.notices, (Notices{.catalogue = true, .dataChanged = true}));
 }
 
 TEST_F(CatalogueForms, InsertFoodLogsIntoTheCurrentDayAndEditEntryReplacesIt) {
@@ -365,7 +367,7 @@ TEST_F(CatalogueForms, InsertFoodLogsIntoTheCurrentDayAndEditEntryReplacesIt) {
     EXPECT_EQ(entry.serving, (ServingQuantity{200.0f, 12, 0}));
     EXPECT_EQ(entry.ref1, entry.serving);
     EXPECT_TRUE(sameFood(entry, day->allFoods()[0]));
-    EXPECT_EQ(r.notices, Notices{.userData = true});
+    EXPECT_EQ(r.notices, (Notices{.userData = true, .dataChanged = true}));
 
     FoodItemForm edit = FoodItemForm::editLoggedEntry(days, {kAllFoodsGroup, kSortByMeal, 0}, 0);
     EXPECT_EQ(edit.caption(), std::string(""));

@@ -118,7 +118,7 @@ TEST_F(LogFood, LoggingCreatesTheDayAndFilesTwoCopies) {
     EXPECT_FLOAT_EQ(e.nutrients[kCalories], 300.0f);
     EXPECT_FLOAT_EQ(e.ratio, 1.0f);
     EXPECT_TRUE(sameFood(e, day->allFoods()[0]));
-    EXPECT_EQ(r.notices, Notices{.userData = true});
+    EXPECT_EQ(r.notices, (Notices{.userData = true, .dataChanged = true}));
     EXPECT_EQ(form.nextInitialGroup(), 5);
 
     // Another food of the same group, shown alphabetically: "Onion" comes first.

@@ -124,7 +124,7 @@ TEST_F(ExerciseLogTest, LoggingTwiceGivesTwoEntriesAndRecomputesTheDay) {
     ASSERT_EQ(log.calories(), std::nullopt);
     const Outcome logged = log.log();
     EXPECT_EQ(logged.message, std::nullopt);
-    EXPECT_EQ(logged.notices, Notices{.userData = true});
+    EXPECT_EQ(logged.notices, (Notices{.userData = true, .dataChanged = true}));
     EXPECT_TRUE(log.form.minutes.empty());
     EXPECT_TRUE(log.form.calories.empty());
     log.form.minutes = "30";

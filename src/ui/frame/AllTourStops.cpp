@@ -9,6 +9,10 @@ namespace nutrovex {
 #define NUTROVEX_TOUR_AREAS(AREA) \
     AREA(frame)                   \
     AREA(profile)                 \
+    AREA(logbook)                 \
+    AREA(foods)                   \
+    AREA(catalogue)               \
+    AREA(exercise)                \
     AREA(charts)
 
 #define NUTROVEX_DECLARE_TOUR_AREA(area) \

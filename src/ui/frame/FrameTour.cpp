@@ -1,5 +1,6 @@
 #include "ui/frame/FrameTour.h"
 
+#include "charts/HistoricChartForm.h"
 #include "core/UserProfile.h"
 #include "session/Session.h"
 #include "ui/TextConvert.h"
@@ -17,8 +18,10 @@ std::vector<TourStop> frameTourStops(SessionNotifier& notifier) {
     SessionNotifier* n = &notifier;
     std::vector<TourStop> stops;
     stops.push_back({QStringLiteral("main-menu"), [n](QWidget*) -> std::unique_ptr<QWidget> {
-                         // A main window of its own, as the program shows it.
-                         return std::make_unique<CMainFrame>(*n, programOpeners(*n));
+                         // A main window of its own, as the program shows it; the tour's
+                         // chart choices are its own.
+                         static MemoryChartSettings tourCharts;
+                         return std::make_unique<CMainFrame>(*n, programOpeners(*n, tourCharts));
                      }});
     stops.push_back({QStringLiteral("help"), [](QWidget* parent) -> std::unique_ptr<QWidget> {
                          return std::make_unique<HelpDialog>(parent);

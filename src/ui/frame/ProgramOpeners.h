@@ -4,10 +4,11 @@
 
 namespace nutrovex {
 
+class ChartSettings;
 class SessionNotifier;
 
-// The screens of the other areas that the main window and its screens open. The one place that
-// ties them in; a screen that is not part of the program yet stays empty (its command disabled).
-[[nodiscard]] FrameOpeners programOpeners(SessionNotifier& notifier);
+// The screens of the other areas that the main window and its screens open: the one place that
+// ties the program's screens together. chartSettings keeps the historic chart's span for the run.
+[[nodiscard]] FrameOpeners programOpeners(SessionNotifier& notifier, ChartSettings& chartSettings);
 
 }  // namespace nutrovex

@@ -1,3 +1,4 @@
+#include "charts/HistoricChartForm.h"
 #include "ui/frame/ProgramOpeners.h"
 #include "ui/frame/SessionNotifier.h"
 #include "ui/frame/Tour.h"
@@ -15,7 +16,9 @@ std::vector<TourStop> profileTourStops(SessionNotifier& notifier) {
          }},
         {QStringLiteral("goals"),
          [n](QWidget* parent) -> std::unique_ptr<QWidget> {
-             return std::make_unique<GoalsDialog>(*n, parent, programOpeners(*n).weightChart);
+             static MemoryChartSettings tourCharts;  // the tour's chart choices are its own
+             return std::make_unique<GoalsDialog>(*n, parent,
+                                                  programOpeners(*n, tourCharts).weightChart);
          }},
     };
 }

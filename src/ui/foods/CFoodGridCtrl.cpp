@@ -1,0 +1,152 @@
+#include "ui/foods/CFoodGridCtrl.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include "ui/TextConvert.h"
+
+namespace nutrovex {
+
+namespace {
+
+// The row layout was drawn for a cell 240 pixels wide; wider cells spread it out.
+constexpr double kDesignWidth = 240.0;
+constexpr int kSecondColumn = 65;
+constexpr int kThirdColumn = 130;
+
+}  // namespace
+
+CFoodGridCtrl::CFoodGridCtrl(const FoodGridForm& form, QWidget* parent)
+    : MWGridWidget(parent), m_form(&form) {
+    grid().setColumnCount(1);
+    grid().setColumnWidthLimits(1, 32767);
+    grid().setScrolling(Orientation::Vertical, true);
+    grid().setTracking(true);
+    setAccessibleName(QStringLiteral("Food Log"));
+    reload();
+}
+
+void CFoodGridCtrl::reload() {
+    const auto& rows = m_form->rows().rows;
+    const int line = fontMetrics().height();
+    grid().setRowCount(static_cast<int32_t>(rows.size()));
+    for (std::size_t r = 0; r < rows.size(); ++r) {
+        const bool twoLines =
+            rows[r].kind == LogRowKind::Food || rows[r].kind == LogRowKind::FoodTotals;
+        grid().setRowHeight(static_cast<int32_t>(r), twoLines ? 2 * line + 6 : line + 6);
+    }
+    grid().setSelectAll(false);
+    if (grid().current().row > grid().lastRow()) {
+        (void)grid().selectCell(std::max(grid().lastRow(), 0), 0);
+        grid().resetAnchor();
+    }
+    refresh();
+}
+
+void CFoodGridCtrl::selectRow(int row) {
+    grid().setSelectAll(false);
+    selectCell(row, 0);
+    grid().resetAnchor();
+    refresh();
+}
+
+RowRange CFoodGridCtrl::selectedRows() const {
+    if (grid().selectAll()) {
+        return {0, grid().lastRow()};
+    }
+    const GridRange range = grid().selectionRange();
+    return {range.first.row, range.last.row};
+}
+
+void CFoodGridCtrl::resizeEvent(QResizeEvent* event) {
+    MWGridWidget::resizeEvent(event);
+    grid().setColumnWidth(0, viewport()->width());  // the one column fills the width
+    refresh();
+}
+
+void CFoodGridCtrl::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F2) {
+        Q_EMIT editRequested(currentRow());
+        event->accept();
+        return;
+    }
+    if (grid().selectAll() && event->key() != Qt::Key_Control) {
+        grid().setSelectAll(false);
+    }
+    MWGridWidget::keyPressEvent(event);
+}
+
+void CFoodGridCtrl::mouseDoubleClickEvent(QMouseEvent* event) {
+    MWGridWidget::mousePressEvent(event);
+    Q_EMIT editRequested(currentRow());
+}
+
+void CFoodGridCtrl::drawCell(QPainter& p, int row, int column, const QRect& rect) {
+    const auto& rows = m_form->rows().rows;
+    if (row < 0 || static_cast<std::size_t>(row) >= rows.size()) {
+        return;
+    }
+    const LogRow& r = rows[static_cast<std::size_t>(row)];
+    p.setPen(cellTextColour(row, column));
+    const QRect inner = rect.adjusted(3, 2, -3, -2);
+    const double scale = inner.width() / kDesignWidth;
+    const int line = p.fontMetrics().height();
+    const int x2 = inner.left() + static_cast<int>(kSecondColumn * scale);
+    const int x3 = inner.left() + static_cast<int>(kThirdColumn * scale);
+    auto text = [&](int left, int right, int top, const std::string& s) {
+        const QRect box(left, top, std::max(right - left - 4, 0), line);
+        p.drawText(box, Qt::AlignLeft | Qt::AlignVCenter,
+                   p.fontMetrics().elidedText(toQString(s), Qt::ElideRight, box.width()));
+    };
+    const int top = inner.top();
+    const int right = inner.right() + 1;
+    switch (r.kind) {
+        case LogRowKind::FoodHeader:
+        case LogRowKind::ExerciseHeader: {
+            QFont bold = p.font();
+            bold.setBold(true);
+            p.save();
+            p.setFont(bold);
+            text(inner.left(), right, top, r.text);
+            p.restore();
+            break;
+        }
+        case LogRowKind::NoFoods:
+            text(inner.left(), right, top, r.text);
+            break;
+        case LogRowKind::Food:
+        case LogRowKind::FoodTotals: {
+            const auto [a, b] = viewNutrients(m_form->view().nutrientView);
+            text(inner.left(), x3, top, r.text);
+            text(x3, right, top, r.meal);
+            text(inner.left(), x2, top + line, r.serving);
+            text(x2, x3, top + line, r.nutrients[static_cast<std::size_t>(a)]);
+            text(x3, right, top + line, r.nutrients[static_cast<std::size_t>(b)]);
+            break;
+        }
+        case LogRowKind::Exercise:
+        case LogRowKind::ExerciseTotals:
+            text(inner.left(), x2, top, r.text);
+            text(x2, x3, top, r.minutes);
+            text(x3, right, top, r.calories);
+            break;
+    }
+}
+
+// Below the last row, where no row stands, the hint on the nutrient toggle at the bottom right.
+void CFoodGridCtrl::drawDecorations(QPainter& p) {
+    MWGridWidget::drawDecorations(p);
+    const int32_t last = grid().lastRow();
+    const int below = last >= 0 ? grid().rowTop(last) + grid().rowHeight(last) : 0;
+    const QRect empty =
+        QRect(0, below, viewport()->width(), viewport()->height() - below).adjusted(2, 7, -2, -2);
+    const QString hint = QString::fromLatin1(kToggleHintText);
+    if (empty.height() < p.fontMetrics().height()) {
+        return;
+    }
+    p.setPen(windowTextColour());
+    p.drawText(empty, Qt::AlignRight | Qt::AlignBottom | Qt::TextWordWrap, hint);
+}
+
+}  // namespace nutrovex

@@ -1,0 +1,74 @@
+#include "ui/foods/FoodScreens.h"
+
+#include <QHBoxLayout>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "ui/frame/SessionNotifier.h"
+#include "ui/frame/Tour.h"
+
+namespace nutrovex {
+
+namespace {
+
+class FoodRunStateHolder : public QObject {
+public:
+    explicit FoodRunStateHolder(QObject* parent) : QObject(parent) {
+        setObjectName(QStringLiteral("nutrovex-food-run-state"));
+    }
+    FoodRunState state;
+};
+
+}  // namespace
+
+FoodRunState& foodRunState(SessionNotifier& notifier) {
+    auto* holder = notifier.findChild<FoodRunStateHolder*>(
+        QStringLiteral("nutrovex-food-run-state"), Qt::FindDirectChildrenOnly);
+    if (!holder) {
+        holder = new FoodRunStateHolder(&notifier);
+    }
+    return holder->state;
+}
+
+QString accessibleText(const QString& label) {
+    QString text = label;
+    text.remove(QLatin1Char('&'));
+    if (text.endsWith(QLatin1Char(':'))) {
+        text.chop(1);
+    }
+    return text;
+}
+
+FoodScreen::FoodScreen(QWidget* parent, const QString& title, bool escapeAccepts)
+    : QDialog(parent),
+      m_menuBar(new QMenuBar(this)),
+      m_buttonRow(new QHBoxLayout),
+      m_content(new QVBoxLayout),
+      m_escapeAccepts(escapeAccepts) {
+    setWindowTitle(title);
+    setModal(true);
+    resize(kDefaultWindowWidth, kDefaultWindowHeight);
+    auto* layout = new QVBoxLayout(this);
+    layout->setMenuBar(m_menuBar);
+    layout->addLayout(m_buttonRow);
+    layout->addLayout(m_content, 1);
+}
+
+void FoodScreen::reject() {
+    if (m_escapeAccepts) {
+        accept();
+    } else {
+        QDialog::reject();
+    }
+}
+
+QPushButton* FoodScreen::addButton(const QString& text) {
+    auto* button = new QPushButton(text, this);
+    button->setAccessibleName(accessibleText(text));
+    button->setAutoDefault(false);
+    m_buttonRow->addWidget(button);
+    return button;
+}
+
+}  // namespace nutrovex

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <array>
+
+#include "ui/foods/FoodScreens.h"
+
+class QLabel;
+class QToolButton;
+
+namespace nutrovex {
+
+class SessionNotifier;
+
+// The meals screen: the current day's totals by food group and for the whole day. A group's
+// picture opens that group's foods of the day. Closing it writes the catalogue, then the user's
+// data, when they changed.
+class MealsDialog : public FoodScreen {
+    Q_OBJECT
+
+public:
+    MealsDialog(SessionNotifier& notifier, QWidget* parent);
+
+    [[nodiscard]] QToolButton* groupButton(int group) const {
+        return m_groups[static_cast<std::size_t>(group)];
+    }
+    [[nodiscard]] QString groupValue(int group, int line) const;
+    [[nodiscard]] QString summaryValue(int column, int line) const;
+
+    void done(int result) override;
+
+public Q_SLOTS:
+    void refresh();
+    void toggleNutrients();
+    // The day's food screen of a group, 0 to 8.
+    void openGroup(int group);
+
+private:
+    SessionNotifier* m_notifier;
+    std::array<QToolButton*, 8> m_groups{};
+    std::array<std::array<QLabel*, 3>, 8> m_labels{};
+    std::array<std::array<QLabel*, 3>, 8> m_values{};
+    std::array<std::array<QLabel*, 3>, 2> m_summaryLabels{};
+    std::array<std::array<QLabel*, 3>, 2> m_summaryValues{};
+    QLabel* m_date;
+};
+
+}  // namespace nutrovex
