@@ -2,7 +2,7 @@
 # Sourced, not run.
 
 nv_packages=(g++ cmake ninja-build qt6-base-dev libgtest-dev libgmock-dev libbenchmark-dev
-             nlohmann-json3-dev fonts-dejavu-core)
+             nlohmann-json3-dev fonts-dejavu-core libsqlite3-dev)
 
 nv_install() {
     local missing=()
