@@ -167,11 +167,13 @@ Position UserList::insert(std::string_view name) {
     return insertSorted(m_names, name);
 }
 
+constexpr const char* kUnsafeNameReason =
+    "a user name cannot be empty, \".\" or \"..\", nor hold \"/\", \"\\\" or a control "
+    "character, nor be longer than a folder name can be";
+
 StorageStatus UserList::add(std::string_view name) {
     if (!isSafeUserName(name)) {
-        return listError(
-            "a user name cannot be empty, \".\" or \"..\", nor hold \"/\", \"\\\" "
-            "or a control character");
+        return listError(kUnsafeNameReason);
     }
     if (find(name) != kNoPosition) {
         return listError("the user is already listed");
@@ -221,9 +223,7 @@ StorageStatus UserList::rename(Position pos, std::string_view newName) {
         return listError("no user at that position");
     }
     if (!isSafeUserName(newName)) {
-        return listError(
-            "a user name cannot be empty, \".\" or \"..\", nor hold \"/\", \"\\\" "
-            "or a control character");
+        return listError(kUnsafeNameReason);
     }
     if (find(newName) != kNoPosition) {
         return listError("the new name is already listed");
