@@ -17,7 +17,10 @@ extern char** environ;
 
 namespace nutrovex::bench {
 
-int firstLoadChild(const char* path) {
+int firstLoadChild(const char* path, bool tuned) {
+    if (tuned) {
+        tuneHeapForLargeLoads();  // as the program and the tool do at start
+    }
     const FixedClock clock(CalendarDate::fromDmy(1, 1, 2020));
     const double read = rawReadSeconds(path);
     auto store = std::make_unique<UserStore>(clock);
@@ -33,8 +36,8 @@ int firstLoadChild(const char* path) {
 
 namespace {
 
-// Runs `this program --first-load-child FILE`; false when it failed.
-bool runChild(const std::string& file, double& read, double& load) {
+// Runs `this program --first-load-child FILE tuned|plain`; false when it failed.
+bool runChild(const std::string& file, bool tuned, double& read, double& load) {
     int out[2];
     if (::pipe(out) != 0) {
         return false;
@@ -46,7 +49,8 @@ bool runChild(const std::string& file, double& read, double& load) {
     std::string self = "/proc/self/exe";
     std::string flag = "--first-load-child";
     std::string arg = file;
-    char* argv[] = {self.data(), flag.data(), arg.data(), nullptr};
+    std::string heap = tuned ? "tuned" : "plain";
+    char* argv[] = {self.data(), flag.data(), arg.data(), heap.data(), nullptr};
     pid_t pid = 0;
     const int spawned = ::posix_spawn(&pid, "/proc/self/exe", &actions, nullptr, argv, environ);
     posix_spawn_file_actions_destroy(&actions);
@@ -68,14 +72,16 @@ bool runChild(const std::string& file, double& read, double& load) {
            std::sscanf(text, "%lf %lf", &read, &load) == 2;
 }
 
+// Argument 1: the heap tuned as the program tunes it; 0: the allocator's defaults.
 void BM_LogbookFirstLoadInFreshProcess(benchmark::State& state) {
     const std::string file = logbookFile().string();
+    const bool tuned = state.range(0) != 0;
     double read = 0;
     double load = 0;
     for (auto _ : state) {
         double r = 0;
         double l = 0;
-        if (!runChild(file, r, l)) {
+        if (!runChild(file, tuned, r, l)) {
             state.SkipWithError("the child process failed");
             return;
         }
@@ -85,7 +91,11 @@ void BM_LogbookFirstLoadInFreshProcess(benchmark::State& state) {
     reportRatio(state, load, read, "read");
     state.counters["days"] = kDays;
 }
-BENCHMARK(BM_LogbookFirstLoadInFreshProcess)->Iterations(30)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LogbookFirstLoadInFreshProcess)
+    ->Arg(1)
+    ->Arg(0)
+    ->Iterations(30)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

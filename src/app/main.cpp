@@ -6,12 +6,14 @@
 
 #include "core/Session.h"
 #include "data/ShippedCatalogue.h"
+#include "storage/FileIo.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/QtSessionSettings.h"
 
 using namespace nutrovex;
 
 int main(int argc, char** argv) {
+    tuneHeapForLargeLoads();
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Zerbu"));
     QApplication::setApplicationName(QStringLiteral("Nutrovex"));

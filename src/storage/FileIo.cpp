@@ -1,6 +1,7 @@
 #include "storage/FileIo.h"
 
 #include <fcntl.h>
+#include <malloc.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -85,6 +86,28 @@ constexpr std::size_t kMappedBufferSize = std::size_t{1} << 20;
 constexpr std::size_t kWindowSize = std::size_t{256} << 10;
 
 }  // namespace
+
+void tuneHeapForLargeLoads() {
+    constexpr std::size_t kReserve = std::size_t{64} << 20;
+    constexpr std::size_t kLargePage = std::size_t{2} << 20;
+    (void)::mallopt(M_TOP_PAD, static_cast<int>(kReserve));
+    (void)::mallopt(M_TRIM_THRESHOLD, static_cast<int>(kReserve));
+    // Grow the heap now, past what is free at its top, so that the reserve is there at once; it is
+    // address space only until used, and asking for large pages on it costs nothing until then.
+    void* probe = ::malloc(::mallinfo2().keepcost + 4096);
+    if (probe == nullptr) {
+        return;
+    }
+    const auto from =
+        (reinterpret_cast<std::uintptr_t>(probe) + kLargePage - 1) & ~(kLargePage - 1);
+    const auto to = reinterpret_cast<std::uintptr_t>(::sbrk(0)) & ~(kLargePage - 1);
+#ifdef MADV_HUGEPAGE
+    if (to > from) {
+        (void)::madvise(reinterpret_cast<void*>(from), to - from, MADV_HUGEPAGE);
+    }
+#endif
+    ::free(probe);
+}
 
 ByteBuffer::ByteBuffer(std::size_t size) : m_size(size), m_capacity(size) {
     if (size >= kMappedBufferSize) {

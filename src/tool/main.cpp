@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "storage/FileIo.h"
 #include "tool/Commands.h"
 #include "tool/FileCommands.h"
 #include "tool/FoodCommands.h"
@@ -69,6 +70,7 @@ void printUsage(std::ostream& out) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    nutrovex::tuneHeapForLargeLoads();
     std::vector<std::string> args(argv + 1, argv + argc);
     GlobalOptions options;
     if (const char* env = std::getenv("NUTROVEX_ROOT")) {
