@@ -1,9 +1,12 @@
 # Turns foods.csv into the catalogue JSON that `nutrovex-tool write-catalogue` writes as FoodDB.ddb.
 #   cmake -DCSV=foods.csv -DOUT=FoodDB.json -P CsvToCatalogue.cmake
 # Rows: group (0-7), category, name, amount, unit, calories, carbohydrate, fiber, protein, fat,
-# saturated fat; each category's rows together, categories and foods already in name order.
+# saturated fat, a field quoted where it holds a comma; each category's rows together, categories
+# and foods already in name order.
 # Every food is a new catalogue food: flag 1, its name again as its second text, its serving
 # also its reference serving (ratio 1), keys issued from the catalogue's counter in file order.
+
+cmake_minimum_required(VERSION 3.25)
 
 set(unit_names "pinch;tsp;tbsp;cup;pint;qrt;gal;fl oz;l;ml;oz;lbs;g;kg;item")
 set(group_names "Sweets, Fats, Oils;Milk, Yogurt, Cheese;Meat, Poultry, Fish;Vegetables;Fruit, Fruit Juice;Bread, Cereal, Pasta;Drinks, Beer, Soda;Restaurants, Other")
@@ -33,9 +36,31 @@ foreach(row IN LISTS rows)
   if(row STREQUAL "")
     continue()
   endif()
-  string(REPLACE "\\" "\\\\" row "${row}")
-  string(REPLACE "\"" "\\\"" row "${row}")
-  string(REPLACE "," ";" fields "${row}")
+  if(row MATCHES ";")
+    message(FATAL_ERROR "${CSV}: a row may not hold a semicolon: ${row}")
+  endif()
+  # Fields are separated by commas; a quoted field may hold commas and doubled quotes.
+  set(fields "")
+  set(rest "${row}")
+  while(TRUE)
+    if(rest MATCHES "^\"(([^\"]|\"\")*)\"(,|$)")
+      string(REPLACE "\"\"" "\"" field "${CMAKE_MATCH_1}")
+    elseif(rest MATCHES "^([^,\"]*)(,|$)")
+      set(field "${CMAKE_MATCH_1}")
+    else()
+      message(FATAL_ERROR "${CSV}: a badly quoted field: ${row}")
+    endif()
+    set(consumed "${CMAKE_MATCH_0}")
+    string(LENGTH "${consumed}" used)
+    string(SUBSTRING "${rest}" ${used} -1 rest)
+    # Ready for the JSON text.
+    string(REPLACE "\\" "\\\\" field "${field}")
+    string(REPLACE "\"" "\\\"" field "${field}")
+    list(APPEND fields "${field}")
+    if(NOT consumed MATCHES ",$")
+      break()
+    endif()
+  endwhile()
   list(LENGTH fields n)
   if(NOT n EQUAL 11)
     message(FATAL_ERROR "${CSV}: a row needs 11 columns: ${row}")

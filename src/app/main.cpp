@@ -4,9 +4,14 @@
 #include <QMainWindow>
 #include <QMessageBox>
 
-#include "core/Session.h"
+#include <cstdio>
+#include <string_view>
+
 #include "data/ShippedCatalogue.h"
+#include "session/Session.h"
+#include "storage/CatalogueStorage.h"
 #include "storage/FileIo.h"
+#include "ui/Resources.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/QtSessionSettings.h"
 
@@ -14,13 +19,23 @@ using namespace nutrovex;
 
 int main(int argc, char** argv) {
     tuneHeapForLargeLoads();
+    // The version answers without a display, as on a server or in a package check.
+    for (int i = 1; i < argc; ++i) {
+        if (std::string_view(argv[i]) == "--version") {
+            std::printf("Nutrovex %s\n", NUTROVEX_VERSION);
+            return 0;
+        }
+    }
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Zerbu"));
     QApplication::setApplicationName(QStringLiteral("Nutrovex"));
+    QApplication::setApplicationVersion(QStringLiteral(NUTROVEX_VERSION));
+    QApplication::setWindowIcon(applicationIcon());
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Nutrovex, a nutrition and fitness logbook"));
     parser.addHelpOption();
+    parser.addVersionOption();
     const QCommandLineOption rootOption(
         QStringLiteral("root"), QStringLiteral("Keep the data in <dir>."), QStringLiteral("dir"));
     parser.addOption(rootOption);
@@ -29,7 +44,9 @@ int main(int argc, char** argv) {
     const DataRootChoice root = chooseDataRoot(parser.value(rootOption).toStdString());
     const SystemClock clock;
     QtSessionSettings settings(root);
-    Session session(root.path, clock, settings, shippedCatalogue());
+    const std::vector<uint8_t> templateCatalogue = chooseTemplateCatalogue(
+        QCoreApplication::applicationDirPath().toStdString(), shippedCatalogue());
+    Session session(root.path, clock, settings, templateCatalogue);
 
     std::string reason;
     switch (session.start(reason)) {
@@ -56,6 +73,6 @@ int main(int argc, char** argv) {
         QMessageBox::warning(&window, QStringLiteral("Nutrovex"), toQString(loaded.message()));
     }
     status->setText(toQString(std::string(session.openUserName())) + QStringLiteral("\n") +
-                    toQString(longDateText(session.store().currentDate)));
+                    toQString(longDateText(session.days().currentDate())));
     return QApplication::exec();
 }

@@ -1,5 +1,6 @@
 #include "calc/Bmr.h"
 
+#include "core/DayRecord.h"
 #include "core/UserProfile.h"
 
 namespace nutrovex {
@@ -14,15 +15,15 @@ const char* const kActivityLevelNames[6] = {"",
 int16_t roundWhole(float value) {
     if (!(value >= 0.0f)) {  // negative or NaN
         value = 0.0f;
-    } else if (value > 10000.0f) {
-        value = 10000.0f;
+    } else if (value > static_cast<float>(kMaxShownWhole)) {
+        value = static_cast<float>(kMaxShownWhole);
     }
     auto whole = static_cast<int16_t>(value);
     const float fraction = value - static_cast<float>(whole);
     if (static_cast<double>(fraction) >= 0.49) {
         ++whole;
     }
-    return whole > 10000 ? int16_t{10000} : whole;
+    return whole > kMaxShownWhole ? kMaxShownWhole : whole;
 }
 
 WholeResult weightToWhole(float pounds, bool toKg) {
@@ -71,6 +72,24 @@ BmrResult computeBmr(const UserProfile& profile, uint16_t level, float weightPou
             return {true, 0};
     }
     return {true, static_cast<uint16_t>(static_cast<int32_t>(result))};
+}
+
+void setDayWeight(DayRecord& day, float pounds, const UserProfile& profile) {
+    DayFields& m = day.rawFields();
+    if (pounds < 0.0f) {
+        m.level = 0;
+        m.bmr = 0;
+    } else {
+        if (m.level == 0) {
+            m.level = profile.defaultLevel();
+        }
+        if (m.level != kLevelManual) {
+            const BmrResult r = computeBmr(profile, m.level, pounds);
+            (void)day.setBmr(r.ok ? r.bmr : 0);
+        }
+    }
+    m.weight = pounds;
+    m.flags |= kDayFlagWeight;
 }
 
 }  // namespace nutrovex

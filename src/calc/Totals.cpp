@@ -47,15 +47,6 @@ Nutrients dayTotals(DayRecord& day) {
     return totals;
 }
 
-void rebuildAllFoods(DayRecord& day) {
-    FoodList& all = day.allFoods();
-    all.clear();
-    for (int g = 0; g < kFoodGroupCount; ++g) {
-        const FoodList& foods = day.group(g);
-        all.insert(all.end(), foods.begin(), foods.end());
-    }
-}
-
 uint32_t wholeCalories(float calories) {
     // What a float-to-unsigned conversion does on the machines the files come from: truncate to
     // a 64-bit integer and keep its low 32 bits; NaN and values beyond that range give 0.

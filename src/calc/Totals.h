@@ -23,9 +23,6 @@ inline constexpr uint32_t kMaxExerciseTotal = 99999;
 // Computes the day totals and stores them in the day; returns them.
 Nutrients dayTotals(DayRecord& day);
 
-// Empties the all-foods list and fills it with copies of the foods of groups 0..7, in order.
-void rebuildAllFoods(DayRecord& day);
-
 // Whole calories from a total: truncated toward zero and kept to 32 bits.
 [[nodiscard]] uint32_t wholeCalories(float calories);
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "logbook/ScreenMessage.h"
+#include "core/ScreenMessage.h"
 
 namespace nutrovex {
 

@@ -30,13 +30,10 @@ namespace {
 constexpr int16_t kLowestCountedWeight = 10;
 constexpr int16_t kMaxLinesApart = 16;
 
-int daysInMonth(int month, int year) {
-    static constexpr int kDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    if (month == 2) {
-        const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-        return leap ? 29 : 28;
-    }
-    return month >= 1 && month <= 12 ? kDays[month - 1] : 31;
+// A month outside 1..12 counts 31 days, so a malformed date never shortens a span.
+int monthLength(int month, int year) {
+    const int days = daysInMonth(month, year);
+    return days > 0 ? days : 31;
 }
 
 CalendarDate monthsBack(const CalendarDate& date, int months) {
@@ -47,7 +44,7 @@ CalendarDate monthsBack(const CalendarDate& date, int months) {
         month += 12;
         --year;
     }
-    if (date.day > daysInMonth(month, year)) {
+    if (date.day > monthLength(month, year)) {
         d.day = 1;
         if (++month > 12) {
             month = 1;

@@ -33,7 +33,7 @@ MonthCalendar::MonthCalendar(const Clock& clock) {
 }
 
 bool MonthCalendar::isLeapYear(int32_t year) {
-    return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+    return isLeapYearNumber(year);
 }
 
 int32_t MonthCalendar::daysInMonth(int32_t month, int32_t year) {

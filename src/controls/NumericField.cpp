@@ -193,6 +193,16 @@ const std::string& NumericField::show(bool decorated) {
 
 std::string NumericField::format(double value, bool decorated) const {
     FixedDigits fd = fixedDigits(value, m_decimals);
+    // A value that rounds to nothing shows as zero with exactly the field's decimals, and a
+    // field without decimals shows at least one digit.
+    if (fd.digits.empty() && std::isfinite(value)) {
+        fd.digits.assign(m_decimals, '0');
+        fd.point = 0;
+    }
+    if (fd.point == 0 && m_decimals == 0 && std::isfinite(value)) {
+        fd.digits = "0";
+        fd.point = 1;
+    }
     if (fd.point < 0) {
         fd.digits.insert(0, static_cast<std::size_t>(-fd.point), '0');
         fd.point = 0;

@@ -31,8 +31,7 @@ uint16_t join(Fields f) {
 }
 
 bool leap(int year7) {
-    const int year = year7 + 1904;
-    return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+    return isLeapYearNumber(year7 + 1904);
 }
 
 uint16_t forwardOne(uint16_t packed) {
@@ -158,6 +157,14 @@ void unpackDate(uint16_t packed, CalendarDate& date) {
     date.day = static_cast<int16_t>(f.day);
     date.month = static_cast<int16_t>(f.month);
     date.year = static_cast<int16_t>(f.year7 + 1904);
+}
+
+int daysInMonth(int month, int32_t year) {
+    static constexpr int kDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    if (month < 1 || month > 12) {
+        return 0;
+    }
+    return month == 2 && isLeapYearNumber(year) ? 29 : kDays[month - 1];
 }
 
 bool isLeapYear(uint16_t packed) {

@@ -50,6 +50,12 @@ private:
 // Writes day, month and year; the clock parts and weekday are left as they are.
 void unpackDate(uint16_t packed, CalendarDate& date);
 
+// The Gregorian rule: every fourth year, but not centuries unless divisible by 400.
+[[nodiscard]] constexpr bool isLeapYearNumber(int32_t year) {
+    return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+}
+// Days in month 1..12 of the year; 0 for any other month.
+[[nodiscard]] int daysInMonth(int month, int32_t year);
 [[nodiscard]] bool isLeapYear(uint16_t packed);
 [[nodiscard]] int32_t dayNumber(uint16_t packed);
 [[nodiscard]] int32_t weekdayOf(uint16_t packed);

@@ -68,6 +68,74 @@ std::vector<CsvRecord> parseCsv(std::string_view text) {
     return records;
 }
 
+std::vector<CsvLine> csvLines(std::string_view text) {
+    if (text.starts_with("\xEF\xBB\xBF")) {
+        text.remove_prefix(3);
+    }
+    std::vector<CsvLine> lines;
+    std::size_t number = 1;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i <= text.size(); ++i) {
+        if (i < text.size() && text[i] != '\n' && text[i] != '\r') {
+            continue;
+        }
+        if (i < text.size() || start < text.size()) {
+            lines.push_back({number, text.substr(start, i - start)});
+        }
+        if (i + 1 < text.size() && text[i] == '\r' && text[i + 1] == '\n') {
+            ++i;
+        }
+        ++number;
+        start = i + 1;
+    }
+    return lines;
+}
+
+std::vector<std::string> parseCsvLine(std::string_view line, std::string& error) {
+    std::vector<std::string> fields;
+    std::size_t i = 0;
+    while (true) {
+        const std::size_t column = fields.size() + 1;
+        std::string field;
+        if (i < line.size() && line[i] == '"') {
+            ++i;
+            bool closed = false;
+            while (i < line.size()) {
+                if (line[i] == '"') {
+                    if (i + 1 < line.size() && line[i + 1] == '"') {
+                        field += '"';
+                        i += 2;
+                        continue;
+                    }
+                    ++i;
+                    closed = true;
+                    break;
+                }
+                field += line[i++];
+            }
+            if (!closed) {
+                error = "the quote that opens column " + std::to_string(column) +
+                        " is not closed on its line";
+                return {};
+            }
+            if (i < line.size() && line[i] != ',') {
+                error = "column " + std::to_string(column) + " has text after its closing quote";
+                return {};
+            }
+        } else {
+            const std::size_t comma = line.find(',', i);
+            const std::size_t end = comma == std::string_view::npos ? line.size() : comma;
+            field.assign(line.substr(i, end - i));
+            i = end;
+        }
+        fields.push_back(std::move(field));
+        if (i >= line.size()) {
+            return fields;
+        }
+        ++i;  // the comma
+    }
+}
+
 std::string csvField(std::string_view text) {
     if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
         return std::string(text);

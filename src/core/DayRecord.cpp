@@ -1,8 +1,5 @@
 #include "core/DayRecord.h"
 
-#include "calc/Bmr.h"
-#include "core/UserProfile.h"
-
 namespace nutrovex {
 
 bool DayRecord::setLevel(unsigned level) {
@@ -27,21 +24,13 @@ bool DayRecord::setBmr(int bmr) {
     return true;
 }
 
-void DayRecord::setWeight(float pounds, const UserProfile& profile) {
-    if (pounds < 0.0f) {
-        m.level = 0;
-        m.bmr = 0;
-    } else {
-        if (m.level == 0) {
-            m.level = profile.defaultLevel();
-        }
-        if (m.level != kLevelManual) {
-            const BmrResult r = computeBmr(profile, m.level, pounds);
-            (void)setBmr(r.ok ? r.bmr : 0);
-        }
+void rebuildAllFoods(DayRecord& day) {
+    FoodList& all = day.allFoods();
+    all.clear();
+    for (int g = 0; g < kFoodGroupCount; ++g) {
+        const FoodList& foods = day.group(g);
+        all.insert(all.end(), foods.begin(), foods.end());
     }
-    m.weight = pounds;
-    m.flags |= kDayFlagWeight;
 }
 
 Position DayRecord::appendExercise(ExerciseEntry entry) {

@@ -11,8 +11,6 @@
 
 namespace nutrovex {
 
-class UserProfile;
-
 enum DayFlag : uint16_t {
     kDayFlagWeight = 0x8000,
     kDayFlagLevel = 0x1000,  // activity level or BMR
@@ -79,8 +77,6 @@ public:
     [[nodiscard]] bool setLevel(unsigned level);
     // 0..9999 accepted.
     [[nodiscard]] bool setBmr(int bmr);
-    // Stores the weight and settles the activity level and BMR from the profile.
-    void setWeight(float pounds, const UserProfile& profile);
     void setTotals(const Nutrients& totals) { m.totals = totals; }
 
     // Exercise entries by position; appending returns the new position or kNoPosition.
@@ -115,5 +111,8 @@ private:
     mutable FoodList m_allFoods;
     mutable bool m_allFoodsDeferred = false;
 };
+
+// Empties the all-foods list and fills it with copies of the foods of groups 0..7, in order.
+void rebuildAllFoods(DayRecord& day);
 
 }  // namespace nutrovex

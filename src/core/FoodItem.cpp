@@ -1,6 +1,6 @@
 #include "core/FoodItem.h"
 
-#include "calc/ServingUnits.h"
+#include "core/ServingUnits.h"
 
 namespace nutrovex {
 
@@ -13,7 +13,7 @@ const char* const kFoodGroupNames[9] = {"Sweets, Fats, Oils",        "Milk, Yogu
 const char* const kMealNames[kMealCount] = {"Breakfast", "Lunch", "Dinner", "Snack"};
 
 float clampNutrient(int nutrient, float value) {
-    const float top = nutrient == kCalories ? 10000.0f : 1000.0f;
+    const float top = nutrient == kCalories ? kMaxFoodCalories : kMaxNutrientGrams;
     if (!(value >= 0.0f)) {  // negative or NaN
         return 0.0f;
     }

@@ -21,6 +21,10 @@ extern const char* const kFoodGroupNames[9];
 inline constexpr int kMealCount = 4;
 extern const char* const kMealNames[kMealCount];
 
+// The largest calories and grams of any other nutrient a food holds.
+inline constexpr float kMaxFoodCalories = 10000.0f;
+inline constexpr float kMaxNutrientGrams = 1000.0f;
+
 // Calories to 0..10000, gram values to 0..1000.
 [[nodiscard]] float clampNutrient(int nutrient, float value);
 
@@ -39,6 +43,9 @@ struct FoodItem {
     uint16_t meal = 0;
     uint16_t group = 0;
     uint8_t loggedFlag = 0;
+    // In memory only, never stored: the order in which entries came into their day list (0 for
+    // entries read from a file), so that of two equal names the newer shows first alphabetically.
+    uint16_t insertSerial = 0;
 
     // The reference serving that a serving of the given unit is measured against.
     [[nodiscard]] const ServingQuantity& referenceFor(uint8_t unit) const {

@@ -4,7 +4,7 @@
 
 namespace nutrovex {
 
-// An amount in one of the fifteen serving units (see calc/ServingUnits.h).
+// An amount in one of the fifteen serving units (see core/ServingUnits.h).
 struct ServingQuantity {
     float amount = 0.0f;
     uint8_t unit = 0;

@@ -30,7 +30,6 @@ void UserStore::reset(bool keepProfile) {
     }
     dayCount = 0;
     firstDayChunk = 3;
-    currentDate = now;
     m_days.clear();
 }
 

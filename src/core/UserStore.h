@@ -48,7 +48,6 @@ public:
     uint16_t firstDayChunk = 3;
     // The day count as stored; kept equal to the list's size by insertDay and removeDay.
     uint16_t dayCount = 0;
-    CalendarDate currentDate;
     bool modified = false;
     std::filesystem::path dataFilePath;
     std::filesystem::path userFolderPath;

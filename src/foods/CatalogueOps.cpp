@@ -309,6 +309,7 @@ Position CatalogueClipboard::pasteFood(FoodCatalogue& catalogue, int group,
         copy.name = uniqueName(m_food->name.view(), [&](std::string_view n) {
             return findFoodItem(*c, n) != kNoPosition;
         });
+        copy.text2 = copy.name;  // the find searches the second name, as after a rename
         return addFoodItem(catalogue, group, category, copy);
     } catch (const std::bad_alloc&) {
         return kNoPosition;

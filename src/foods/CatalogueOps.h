@@ -74,8 +74,8 @@ public:
     // Adds the held category under a name made unique in the group, with a fresh key, its foods
     // moved into the group. Refused when no category is held or the group is full.
     Position pasteCategory(FoodCatalogue& catalogue, int group) const;
-    // Adds the held food under a name made unique in the category (add rules). Refused when no
-    // food is held or the category holds 100 foods.
+    // Adds the held food under a name made unique in the category (add rules), both name strings
+    // set to it. Refused when no food is held or the category holds 100 foods.
     Position pasteFood(FoodCatalogue& catalogue, int group, Position category) const;
 
     void clear();

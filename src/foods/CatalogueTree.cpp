@@ -30,6 +30,40 @@ ScreenMessage renameRefusal(TreeNode node) {
     return {"You entered a duplicate or invalid name.", "Rename Food", MessageKind::Warning};
 }
 
+TreePaste pasteIntoTree(const CatalogueClipboard& clipboard, FoodCatalogue& catalogue,
+                        TreeNode node, int group, Position category) {
+    TreePaste out;
+    if (clipboard.holdsCategory() && node != TreeNode::Food) {
+        if (groupIsFull(catalogue, group)) {
+            out.message = ScreenMessage{"You can enter a maximum of " +
+                                            std::to_string(kMaxCategoriesPerGroup) +
+                                            " categories per food group.",
+                                        "Paste Category", MessageKind::Warning};
+            return out;
+        }
+        out.position = clipboard.pasteCategory(catalogue, group);
+        if (out.position == kNoPosition) {
+            out.message = ScreenMessage{"You entered a duplicate or invalid category.",
+                                        "Paste Category", MessageKind::Warning};
+        }
+    } else if (clipboard.holdsFood() && node != TreeNode::Group) {
+        const FoodCategory* c = categoryAt(catalogue, group, category);
+        if (c != nullptr && categoryIsFull(*c)) {
+            out.message =
+                ScreenMessage{"You can enter a maximum of " + std::to_string(kMaxFoodsPerCategory) +
+                                  " food items per category.",
+                              "Paste Food", MessageKind::Warning};
+            return out;
+        }
+        out.position = clipboard.pasteFood(catalogue, group, category);
+        if (out.position == kNoPosition && c != nullptr) {
+            out.message = ScreenMessage{"You entered a duplicate or invalid name.", "Paste Food",
+                                        MessageKind::Warning};
+        }
+    }
+    return out;
+}
+
 Confirmation confirmDeleteAllCategories(int group) {
     const char* name = (group >= 0 && group <= kAllFoodsGroup) ? kFoodGroupNames[group] : "";
     return {{"Are you sure you want to delete all categories and food items under the '" +

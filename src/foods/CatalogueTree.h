@@ -1,11 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
+#include "core/ScreenMessage.h"
 #include "foods/CatalogueOps.h"
 #include "foods/Confirmation.h"
-#include "logbook/ScreenMessage.h"
 
 namespace nutrovex {
 
@@ -36,6 +37,15 @@ struct TreeMenuState {
 
 // The refusal after a rename in the tree failed; the label editor then opens again.
 [[nodiscard]] ScreenMessage renameRefusal(TreeNode node);
+
+// What the tree's Paste did on a node of (group, category): the new node's position, or why
+// nothing was pasted. Nothing held for this node is no paste and no message.
+struct TreePaste {
+    Position position = kNoPosition;
+    std::optional<ScreenMessage> message;
+};
+[[nodiscard]] TreePaste pasteIntoTree(const CatalogueClipboard& clipboard, FoodCatalogue& catalogue,
+                                      TreeNode node, int group, Position category);
 
 [[nodiscard]] Confirmation confirmDeleteAllCategories(int group);
 [[nodiscard]] Confirmation confirmDeleteCategory(std::string_view categoryName);

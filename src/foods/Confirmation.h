@@ -1,6 +1,6 @@
 #pragma once
 
-#include "logbook/ScreenMessage.h"
+#include "core/ScreenMessage.h"
 
 namespace nutrovex {
 

@@ -65,13 +65,54 @@ bool sameFood(const FoodItem& a, const FoodItem& b) {
     return true;
 }
 
+namespace {
+
+// Alphabetical order: by name, then the later insert first; entries read from a file keep their
+// meal order among themselves.
+bool alphabeticallyBefore(const FoodList& list, std::size_t a, std::size_t b) {
+    const int c = compareNames(list[a].name.view(), list[b].name.view());
+    if (c != 0) {
+        return c < 0;
+    }
+    if (list[a].insertSerial != list[b].insertSerial) {
+        return list[a].insertSerial > list[b].insertSerial;
+    }
+    return a < b;
+}
+
+// The serial of the next entry of a list; when the serials run out they are renumbered in order.
+uint16_t nextInsertSerial(FoodList& list) {
+    uint16_t highest = 0;
+    for (const FoodItem& f : list) {
+        highest = std::max(highest, f.insertSerial);
+    }
+    if (highest < UINT16_MAX) {
+        return static_cast<uint16_t>(highest + 1);
+    }
+    std::vector<std::size_t> numbered;
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        if (list[i].insertSerial != 0) {
+            numbered.push_back(i);
+        }
+    }
+    std::sort(numbered.begin(), numbered.end(), [&](std::size_t a, std::size_t b) {
+        return list[a].insertSerial < list[b].insertSerial;
+    });
+    uint16_t serial = 0;
+    for (const std::size_t i : numbered) {
+        list[i].insertSerial = ++serial;
+    }
+    return static_cast<uint16_t>(serial + 1);
+}
+
+}  // namespace
+
 std::vector<Position> presentedOrder(const FoodList& list, uint16_t sortMode) {
     std::vector<Position> order(list.size());
     std::iota(order.begin(), order.end(), Position{0});
     if (sortMode != kSortByMeal) {
-        std::stable_sort(order.begin(), order.end(), [&](Position a, Position b) {
-            return compareNames(list[a].name.view(), list[b].name.view()) < 0;
-        });
+        std::sort(order.begin(), order.end(),
+                  [&](Position a, Position b) { return alphabeticallyBefore(list, a, b); });
     }
     return order;
 }
@@ -93,12 +134,10 @@ Position presentedIndexOf(const FoodList& list, uint16_t sortMode, Position inde
     if (sortMode == kSortByMeal) {
         return index;
     }
-    // Its rank under a stable sort by name.
-    const std::string_view name = list[index].name.view();
+    // Its rank in alphabetical order.
     std::size_t rank = 0;
     for (std::size_t i = 0; i < list.size(); ++i) {
-        const int c = compareNames(list[i].name.view(), name);
-        if (c < 0 || (c == 0 && i < index)) {
+        if (i != index && alphabeticallyBefore(list, i, index)) {
             ++rank;
         }
     }
@@ -123,6 +162,7 @@ Position insertOrdered(FoodList& list, FoodItem food, uint16_t sortMode) {
         return kNoPosition;
     }
     const std::size_t at = mealInsertionPoint(list, food);
+    food.insertSerial = nextInsertSerial(list);
     try {
         list.insert(list.begin() + static_cast<std::ptrdiff_t>(at), std::move(food));
     } catch (const std::bad_alloc&) {

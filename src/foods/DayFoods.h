@@ -15,7 +15,8 @@ inline constexpr uint16_t kSortByMeal = 0;
 inline constexpr uint16_t kSortAlphabetical = 1;
 
 // A list's positions in the order the sort mode presents. The alphabetical order is by name
-// order; entries of byte-equal names keep their meal order among themselves.
+// order; of byte-equal names the later insert stands first (entries read from a file keep their
+// meal order among themselves).
 [[nodiscard]] std::vector<Position> presentedOrder(const FoodList& list, uint16_t sortMode);
 // The list index of the entry shown at a presented position, or kNoPosition.
 [[nodiscard]] Position listIndexOf(const FoodList& list, uint16_t sortMode, Position presented);

@@ -24,16 +24,14 @@ Confirmation confirmDeleteFoods() {
              MessageKind::Question}};
 }
 
-bool deleteFoodRows(UserStore& store, DayRecord& day, const FoodLogView& view,
-                    FoodSelection selection) {
+Notices deleteFoodRows(DayRecord& day, const FoodLogView& view, FoodSelection selection) {
     if (!selectionInFoodRows(day, view, selection)) {
-        return false;
+        return {};
     }
     for (Position i = 0; i < selection.count; ++i) {
         (void)removeLoggedFood(day, view.shownGroup, view.sortMode, selection.first);
     }
-    store.modified = true;
-    return true;
+    return Notices{.userData = true};
 }
 
 void FoodClipboard::copy(const DayRecord& day, const FoodLogView& view, FoodSelection selection) {
@@ -56,10 +54,9 @@ void FoodClipboard::copy(const DayRecord& day, const FoodLogView& view, FoodSele
     }
 }
 
-bool FoodClipboard::cut(UserStore& store, DayRecord& day, const FoodLogView& view,
-                        FoodSelection selection) {
+Notices FoodClipboard::cut(DayRecord& day, const FoodLogView& view, FoodSelection selection) {
     copy(day, view, selection);
-    return deleteFoodRows(store, day, view, selection);
+    return deleteFoodRows(day, view, selection);
 }
 
 PasteOutcome FoodClipboard::paste(DayCursor& days, const FoodLogView& view) const {
@@ -92,7 +89,7 @@ PasteOutcome FoodClipboard::paste(DayCursor& days, const FoodLogView& view) cons
             "from the clipboard.",
             "Paste Food", MessageKind::Warning};
     }
-    days.store().modified = true;
+    out.notices.userData = true;
     return out;
 }
 

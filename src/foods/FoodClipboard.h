@@ -6,10 +6,10 @@
 #include "core/DayRecord.h"
 #include "core/FoodItem.h"
 #include "core/Position.h"
+#include "core/ScreenMessage.h"
 #include "foods/Confirmation.h"
 #include "foods/FoodLogRows.h"
 #include "logbook/DayCursor.h"
-#include "logbook/ScreenMessage.h"
 
 namespace nutrovex {
 
@@ -23,11 +23,11 @@ struct FoodSelection {
 
 // Deletes the selected entries of the shown list with their twins: the entry at the first
 // position as many times as rows were selected. Nothing happens unless the whole selection lies
-// within the food rows; true when entries were deleted (the user's data is then modified).
-bool deleteFoodRows(UserStore& store, DayRecord& day, const FoodLogView& view,
-                    FoodSelection selection);
+// within the food rows; when entries were deleted the user's data is to be saved.
+Notices deleteFoodRows(DayRecord& day, const FoodLogView& view, FoodSelection selection);
 
 struct PasteOutcome {
+    Notices notices;
     std::size_t pasted = 0;  // every held food processed, inserted or not
     bool complete = false;   // pasted equals the clipboard's size
     std::optional<ScreenMessage> message;
@@ -46,7 +46,7 @@ public:
     // quietly where the rows end.
     void copy(const DayRecord& day, const FoodLogView& view, FoodSelection selection);
     // Copies, then deletes without asking.
-    bool cut(UserStore& store, DayRecord& day, const FoodLogView& view, FoodSelection selection);
+    Notices cut(DayRecord& day, const FoodLogView& view, FoodSelection selection);
     // Pastes into the current day, creating it when needed. Pasting into a group (not the
     // all-foods list) moves each food into that group.
     PasteOutcome paste(DayCursor& days, const FoodLogView& view) const;

@@ -1,13 +1,16 @@
 #include "foods/FoodCsv.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <cstdio>
 #include <optional>
 
-#include "calc/ServingUnits.h"
 #include "core/Cp1252.h"
 #include "core/Csv.h"
 #include "core/Names.h"
+#include "core/ServingUnits.h"
 #include "foods/CatalogueOps.h"
 #include "foods/FoodFinder.h"
 #include "foods/FoodForms.h"
@@ -16,8 +19,11 @@ namespace nutrovex {
 
 namespace {
 
-constexpr const char* kValueColumns[kNutrientCount] = {"calories", "carbohydrate", "fiber",
-                                                       "protein",  "fat",          "saturated fat"};
+// The columns by their header names; kColumnNames[i] is column i of kFoodCsvHeader.
+enum Column { kGroup, kCategory, kName, kAmount, kUnit, kFirstValue };
+constexpr const char* kColumnNames[kFoodCsvColumns] = {
+    "group",        "category", "name",    "amount", "unit",         "calories",
+    "carbohydrate", "fiber",    "protein", "fat",    "saturated fat"};
 
 bool allDigits(std::string_view s) {
     if (s.empty() || s.size() > 4) {
@@ -31,17 +37,63 @@ bool allDigits(std::string_view s) {
     return true;
 }
 
-std::optional<int> groupOf(std::string_view text) {
-    if (allDigits(text)) {
-        const int g = std::stoi(std::string(text));
-        return g < kFoodGroupCount ? std::optional<int>(g) : std::nullopt;
-    }
-    for (int g = 0; g < kFoodGroupCount; ++g) {
-        if (compareIgnoringCase(text, kFoodGroupNames[g]) == 0 ||
-            compareIgnoringCase(text, kStoredGroupNames[g]) == 0) {
-            return g;
+// A field as a message shows it: in quotes, control characters written as \xNN so that a
+// hostile file cannot reach the terminal through a message.
+std::string quoted(std::string_view text) {
+    static constexpr char kHex[] = "0123456789ABCDEF";
+    std::string out = "'";
+    for (const char c : text) {
+        const auto u = static_cast<unsigned char>(c);
+        if (u < 0x20 || u == 0x7F) {
+            out += "\\x";
+            out += kHex[u >> 4];
+            out += kHex[u & 0xF];
+        } else {
+            out += c;
         }
     }
+    out += '\'';
+    return out;
+}
+
+bool startsIgnoringCase(std::string_view name, std::string_view start) {
+    return start.size() <= name.size() &&
+           compareIgnoringCase(name.substr(0, start.size()), start) == 0;
+}
+
+// The group of a field: its number, its name (as shown or as stored), or the start of exactly
+// one group's name. Sets reason when there is none or more than one.
+std::optional<int> groupOf(std::string_view text, std::string& reason) {
+    if (allDigits(text)) {
+        const int g = std::stoi(std::string(text));
+        if (g < kFoodGroupCount) {
+            return g;
+        }
+    } else if (!text.empty()) {
+        std::vector<int> matches;
+        for (int g = 0; g < kFoodGroupCount; ++g) {
+            if (compareIgnoringCase(text, kFoodGroupNames[g]) == 0 ||
+                compareIgnoringCase(text, kStoredGroupNames[g]) == 0) {
+                return g;
+            }
+            if (startsIgnoringCase(kFoodGroupNames[g], text) ||
+                startsIgnoringCase(kStoredGroupNames[g], text)) {
+                matches.push_back(g);
+            }
+        }
+        if (matches.size() == 1) {
+            return matches[0];
+        }
+        if (matches.size() > 1) {
+            reason = quoted(text) + " is the start of more than one food group: ";
+            for (std::size_t i = 0; i < matches.size(); ++i) {
+                reason += (i == 0 ? "" : i + 1 == matches.size() ? " and " : ", ");
+                reason += quoted(kFoodGroupNames[matches[i]]);
+            }
+            return std::nullopt;
+        }
+    }
+    reason = quoted(text) + " is not a food group (0 to 7, a group's name or its start)";
     return std::nullopt;
 }
 
@@ -58,6 +110,7 @@ std::optional<uint8_t> unitOf(std::string_view text) {
     return std::nullopt;
 }
 
+// A plain decimal number; "-0" is 0.
 std::optional<double> numberOf(std::string_view text) {
     if (!text.empty() && text.front() == '+') {
         text.remove_prefix(1);
@@ -68,12 +121,36 @@ std::optional<double> numberOf(std::string_view text) {
         !std::isfinite(value)) {
         return std::nullopt;
     }
-    return value;
+    return value == 0.0 ? 0.0 : value;
+}
+
+// The first control character of a UTF-8 text (C0, DEL or C1), if any.
+std::optional<unsigned> controlCharacter(std::string_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto u = static_cast<unsigned char>(text[i]);
+        if (u < 0x20 || u == 0x7F) {
+            return u;
+        }
+        if (u == 0xC2 && i + 1 < text.size()) {
+            const auto next = static_cast<unsigned char>(text[i + 1]);
+            if (next >= 0x80 && next <= 0x9F) {
+                return next;
+            }
+        }
+    }
+    return std::nullopt;
 }
 
 // A category or food name: UTF-8 that Windows-1252 can hold, 1 to 20 characters after the
-// blanks are stripped. Sets reason when refused.
+// blanks are stripped, no control characters. Sets reason when refused.
 std::optional<std::string> nameOf(std::string_view field, const char* what, std::string& reason) {
+    if (const std::optional<unsigned> c = controlCharacter(field)) {
+        char code[8];
+        std::snprintf(code, sizeof code, "U+%04X", *c);
+        reason = std::string("the ") + what + " " + quoted(field) + " holds a control character (" +
+                 code + ")";
+        return std::nullopt;
+    }
     const std::optional<std::string> converted = utf8ToCp1252(field);
     if (!converted) {
         reason = std::string("the ") + what + " cannot be written in Windows-1252";
@@ -85,42 +162,109 @@ std::optional<std::string> nameOf(std::string_view field, const char* what, std:
         return std::nullopt;
     }
     if (name.size() > kNameFieldLimit) {
-        reason = std::string("the ") + what + " '" + std::string(stripBlanks(field)) +
-                 "' is longer than 20 characters";
+        reason = std::string("the ") + what + " " + quoted(stripBlanks(field)) +
+                 " is longer than " + std::to_string(kNameFieldLimit) + " characters";
         return std::nullopt;
     }
     return std::string(name);
 }
 
-// Builds the food of one row, or sets reason.
-std::optional<FoodItem> foodOf(const std::vector<std::string>& f, const std::string& name,
-                               std::string& reason) {
-    const std::optional<double> amount = numberOf(stripBlanks(f[3]));
-    if (!amount || *amount < kMinServingAmount) {
-        reason = "the amount '" + f[3] + "' is not a number of at least 0.005";
+// A number of a column within [low, high], compared as the float it is stored as.
+std::optional<double> valueOf(std::string_view text, const char* column, double low, double high,
+                              const char* lowText, const char* highText, std::string& reason) {
+    const std::optional<double> value = numberOf(stripBlanks(text));
+    if (!value) {
+        reason = std::string(column) + " " + quoted(text) + " is not a number";
         return std::nullopt;
     }
-    const std::optional<uint8_t> unit = unitOf(stripBlanks(f[4]));
+    const auto stored = static_cast<float>(*value);
+    if (!(stored >= static_cast<float>(low) && stored <= static_cast<float>(high))) {
+        reason = std::string(column) + " " + quoted(text) + " is not between " + lowText + " and " +
+                 highText;
+        return std::nullopt;
+    }
+    return value;
+}
+
+// Builds the food of one row (fields already in header order), or sets reason.
+std::optional<FoodItem> foodOf(const std::array<std::string_view, kFoodCsvColumns>& f,
+                               const std::string& name, std::string& reason) {
+    const std::optional<double> amount = valueOf(f[kAmount], "amount", kMinServingAmount,
+                                                 kMaxServingAmount, "0.005", "10000", reason);
+    if (!amount) {
+        return std::nullopt;
+    }
+    const std::optional<uint8_t> unit = unitOf(stripBlanks(f[kUnit]));
     if (!unit) {
-        reason = "the unit '" + f[4] + "' is not a serving unit";
+        reason = "the unit " + quoted(f[kUnit]) + " is not a serving unit";
         return std::nullopt;
     }
     FoodItem food;
     food.name = name;
     food.text2 = name;
-    // The amount field holds at most 10000; the setters clamp the values.
-    food.serving = {static_cast<float>(std::min(*amount, kMaxServingAmount)), *unit, 0};
+    food.serving = {static_cast<float>(*amount), *unit, 0};
     food.setReference(food.serving);
     for (int n = 0; n < kNutrientCount; ++n) {
-        const std::string& text = f[static_cast<std::size_t>(5 + n)];
-        const std::optional<double> value = numberOf(stripBlanks(text));
+        const bool calories = n == kCalories;
+        const std::optional<double> value = valueOf(
+            f[static_cast<std::size_t>(kFirstValue + n)], kColumnNames[kFirstValue + n], 0.0,
+            calories ? kMaxCaloriesField : kMaxGramField, "0", calories ? "10000" : "1000", reason);
         if (!value) {
-            reason = std::string("the ") + kValueColumns[n] + " '" + text + "' is not a number";
             return std::nullopt;
         }
-        food.setNutrient(n, static_cast<float>(*value));
+        // The calories field holds whole calories, shown with halves rounded up.
+        food.setNutrient(n, static_cast<float>(calories ? std::floor(*value + 0.5) : *value));
     }
     return food;
+}
+
+// Where each column is in the file's rows; sets the report's refusal or notes.
+std::optional<std::array<std::size_t, kFoodCsvColumns>> columnsOf(const CsvLine& header,
+                                                                  ImportReport& report) {
+    report.fileLine = header.line;
+    std::string error;
+    const std::vector<std::string> names = parseCsvLine(header.text, error);
+    if (!error.empty()) {
+        report.fileRefusal = "the header row is broken: " + error;
+        return std::nullopt;
+    }
+    constexpr std::size_t kMissing = SIZE_MAX;
+    std::array<std::size_t, kFoodCsvColumns> at;
+    at.fill(kMissing);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const std::string_view name = stripBlanks(names[i]);
+        std::size_t known = 0;
+        while (known < kFoodCsvColumns && compareIgnoringCase(name, kColumnNames[known]) != 0) {
+            ++known;
+        }
+        if (known == kFoodCsvColumns) {
+            report.notes.push_back({header.line, "the column " + quoted(name) +
+                                                     " is not a food column and is ignored"});
+        } else if (at[known] != kMissing) {
+            report.fileRefusal = std::string("the column '") + kColumnNames[known] +
+                                 "' is named twice in the header";
+            return std::nullopt;
+        } else {
+            at[known] = i;
+        }
+    }
+    std::vector<const char*> missing;
+    for (std::size_t c = 0; c < kFoodCsvColumns; ++c) {
+        if (at[c] == kMissing) {
+            missing.push_back(kColumnNames[c]);
+        }
+    }
+    if (!missing.empty()) {
+        report.fileRefusal =
+            missing.size() == 1 ? "the header has no column " : "the header has no columns ";
+        for (std::size_t i = 0; i < missing.size(); ++i) {
+            report.fileRefusal += (i == 0 ? "" : i + 1 == missing.size() ? " and " : ", ");
+            report.fileRefusal += std::string("'") + missing[i] + "'";
+        }
+        report.fileRefusal += std::string(" (the header names the columns ") + kFoodCsvHeader + ")";
+        return std::nullopt;
+    }
+    return at;
 }
 
 }  // namespace
@@ -149,34 +293,54 @@ std::string foodsCsv(const FoodCatalogue& catalogue) {
 
 ImportReport importFoodsCsv(FoodCatalogue& catalogue, std::string_view csv) {
     ImportReport report;
-    const std::vector<CsvRecord> records = parseCsv(csv);
-    if (records.empty() || records[0].fields.empty() ||
-        compareIgnoringCase(stripBlanks(records[0].fields[0]), "group") != 0) {
-        report.headerMissing = true;
+    std::vector<CsvLine> lines = csvLines(csv);
+    std::erase_if(lines, [](const CsvLine& l) { return l.text.empty(); });
+    if (lines.empty()) {
+        report.fileLine = 1;
+        report.fileRefusal =
+            std::string("the file is empty; the first row must be the header: ") + kFoodCsvHeader;
         return report;
     }
-    for (std::size_t r = 1; r < records.size(); ++r) {
-        const CsvRecord& rec = records[r];
-        const std::vector<std::string>& f = rec.fields;
-        std::string reason;
+    const auto columns = columnsOf(lines[0], report);
+    if (!columns) {
+        return report;
+    }
+    std::size_t headerWidth = 0;
+    {
+        std::string error;
+        headerWidth = parseCsvLine(lines[0].text, error).size();
+    }
+    for (std::size_t r = 1; r < lines.size(); ++r) {
+        const std::size_t line = lines[r].line;
         const auto refuse = [&](std::string why) {
-            report.refused.push_back({rec.line, std::move(why)});
+            report.refused.push_back({line, std::move(why)});
         };
-        if (f.size() != kFoodCsvColumns) {
-            refuse("expected 11 columns, found " + std::to_string(f.size()));
+        std::string reason;
+        const std::vector<std::string> fields = parseCsvLine(lines[r].text, reason);
+        if (!reason.empty()) {
+            refuse(reason);
             continue;
         }
-        const std::optional<int> group = groupOf(stripBlanks(f[0]));
+        if (fields.size() != headerWidth) {
+            refuse("expected " + std::to_string(headerWidth) + " columns, found " +
+                   std::to_string(fields.size()));
+            continue;
+        }
+        std::array<std::string_view, kFoodCsvColumns> f;
+        for (std::size_t c = 0; c < kFoodCsvColumns; ++c) {
+            f[c] = fields[(*columns)[c]];
+        }
+        const std::optional<int> group = groupOf(stripBlanks(f[kGroup]), reason);
         if (!group) {
-            refuse("'" + f[0] + "' is not a food group (0 to 7, or a group's name)");
+            refuse(reason);
             continue;
         }
-        const std::optional<std::string> categoryName = nameOf(f[1], "category", reason);
+        const std::optional<std::string> categoryName = nameOf(f[kCategory], "category", reason);
         if (!categoryName) {
             refuse(reason);
             continue;
         }
-        const std::optional<std::string> name = nameOf(f[2], "name", reason);
+        const std::optional<std::string> name = nameOf(f[kName], "name", reason);
         if (!name) {
             refuse(reason);
             continue;
@@ -195,24 +359,24 @@ ImportReport importFoodsCsv(FoodCatalogue& catalogue, std::string_view csv) {
             }
             category = addCategory(catalogue, *group, *categoryName);
             if (category == kNoPosition) {
-                refuse("the category '" + f[1] + "' cannot be added");
+                refuse("the category " + quoted(f[kCategory]) + " cannot be added");
                 continue;
             }
             ++report.categoriesAdded;
         }
         const FoodCategory& holder = catalogue.groups[static_cast<std::size_t>(*group)][category];
         if (findFoodItem(holder, *name) != kNoPosition) {
-            refuse("'" + std::string(stripBlanks(f[2])) + "' is already in the category '" +
-                   std::string(stripBlanks(f[1])) + "'");
+            refuse(quoted(stripBlanks(f[kName])) + " is already in the category " +
+                   quoted(stripBlanks(f[kCategory])));
             continue;
         }
         if (categoryIsFull(holder)) {
-            refuse("the category '" + std::string(stripBlanks(f[1])) +
-                   "' already holds 100 food items");
+            refuse("the category " + quoted(stripBlanks(f[kCategory])) +
+                   " already holds 100 food items");
             continue;
         }
         if (addFoodItem(catalogue, *group, category, *food) == kNoPosition) {
-            refuse("the food '" + f[2] + "' cannot be added");
+            refuse("the food " + quoted(f[kName]) + " cannot be added");
             continue;
         }
         ++report.foodsAdded;

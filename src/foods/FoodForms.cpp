@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "calc/ServingUnits.h"
+#include "core/Format.h"
+#include "core/ServingUnits.h"
 #include "core/UserStore.h"
 #include "foods/CatalogueOps.h"
 #include "foods/DayFoods.h"
@@ -25,12 +26,6 @@ double clampField(double value, double top) {
         return 0.0;
     }
     return value > top ? top : value;
-}
-
-std::string formatted(const char* pattern, int value) {
-    char buffer[96];
-    std::snprintf(buffer, sizeof buffer, pattern, value);
-    return buffer;
 }
 
 }  // namespace
@@ -74,7 +69,12 @@ std::vector<uint8_t> loggingUnits(const FoodItem& item) {
             units.push_back(static_cast<uint8_t>(u));
         }
     }
-    if (units.size() <= 1) {
+    // Only a food without any reference serving (or with nothing usable) may be measured in
+    // anything; an "item" reference allows just the item.
+    const auto usable = [](const ServingQuantity& ref) {
+        return ref.amount != 0.0f && ref.unit < kUnitCount;
+    };
+    if (units.empty() || (!usable(item.ref1) && !usable(item.ref2))) {
         return allUnits();
     }
     return units;
@@ -105,7 +105,9 @@ bool capCaloriesField(FoodValueFields& fields) {
 }
 
 FoodField firstInvalidField(const FoodValueFields& fields) {
-    if (!fields.amount || !(*fields.amount >= kMinServingAmount)) {
+    // The amount is stored in single precision: 0.005 must pass as the float it becomes.
+    if (!fields.amount ||
+        !(static_cast<float>(*fields.amount) >= static_cast<float>(kMinServingAmount))) {
         return FoodField::Amount;
     }
     if (!fields.unit()) {
@@ -304,6 +306,31 @@ void FoodItemForm::unitChosen(int index) {
     }
 }
 
+void FoodItemForm::caloriesEdited(std::optional<uint32_t> calories) {
+    fields.calories = calories;
+    if (calories) {
+        m_working.setNutrient(kCalories, static_cast<float>(*calories));
+    }
+}
+
+void FoodItemForm::gramsEdited(int nutrient, std::optional<double> grams) {
+    if (nutrient <= kCalories || nutrient >= kNutrientCount) {
+        return;
+    }
+    fields.grams[static_cast<std::size_t>(nutrient)] = grams;
+    if (grams) {
+        m_working.setNutrient(nutrient, static_cast<float>(*grams));
+    }
+}
+
+bool FoodItemForm::caloriesLeft() {
+    if (!capCaloriesField(fields)) {
+        return false;
+    }
+    m_working.setNutrient(kCalories, static_cast<float>(*fields.calories));
+    return true;
+}
+
 ScreenMessage FoodItemForm::refusal(const char* text) const {
     return {text, caption(), MessageKind::Warning};
 }
@@ -323,9 +350,10 @@ FormResult FoodItemForm::accept() {
         m_catalogue ? categoryAt(*m_catalogue, m_group, static_cast<Position>(m_category))
                     : nullptr;
     if (m_kind == FoodFormKind::NewItem && category && categoryIsFull(*category)) {
-        result.message = refusal(formatted("You can enter a maximum of %d food items per category.",
-                                           static_cast<int>(kMaxFoodsPerCategory))
-                                     .c_str());
+        result.message =
+            refusal(formatText("You can enter a maximum of %d food items per category.",
+                               static_cast<int>(kMaxFoodsPerCategory))
+                        .c_str());
         return result;
     }
     FoodItem entry = buildEntry(m_working, fields, hasMeal());
@@ -349,6 +377,7 @@ FormResult FoodItemForm::accept() {
             result.group = m_group;
             result.category = static_cast<Position>(m_category);
             result.position = pos;
+            result.notices.catalogue = true;
             break;
         }
         case FoodFormKind::InsertIntoDay: {
@@ -369,7 +398,7 @@ FormResult FoodItemForm::accept() {
                 return result;
             }
             result.group = entry.group;
-            store.modified = true;
+            result.notices.userData = true;
             break;
         }
         case FoodFormKind::EditLoggedEntry: {
@@ -382,7 +411,7 @@ FormResult FoodItemForm::accept() {
                 return result;
             }
             result.group = m_group;
-            m_days->store().modified = true;
+            result.notices.userData = true;
             break;
         }
     }
@@ -410,8 +439,8 @@ FormResult CategoryNameForm::accept() {
     FormResult result;
     if (!m_edit && groupIsFull(*m_catalogue, m_group)) {
         result.message =
-            ScreenMessage{formatted("You can enter a maximum of %d categories per food group.",
-                                    static_cast<int>(kMaxCategoriesPerGroup)),
+            ScreenMessage{formatText("You can enter a maximum of %d categories per food group.",
+                                     static_cast<int>(kMaxCategoriesPerGroup)),
                           caption(), MessageKind::Warning};
         result.focus = FoodField::Cancel;
         return result;

@@ -10,9 +10,9 @@
 #include "core/FoodCatalogue.h"
 #include "core/FoodItem.h"
 #include "core/Position.h"
+#include "core/ScreenMessage.h"
 #include "foods/FoodLogRows.h"
 #include "logbook/DayCursor.h"
-#include "logbook/ScreenMessage.h"
 
 namespace nutrovex {
 
@@ -67,6 +67,7 @@ struct FoodValueFields {
 [[nodiscard]] std::vector<uint8_t> allUnits();
 // The units a logged serving of the item can be measured in: those with a reference serving it
 // converts from, and the item's own serving unit. All units when the item has no reference.
+// An "item" reference alone offers only "item": other units would measure against nothing.
 [[nodiscard]] std::vector<uint8_t> loggingUnits(const FoodItem& item);
 
 // Shows an item: amount and unit of its serving, then its values.
@@ -105,6 +106,8 @@ struct FormResult {
     int group = -1;
     Position category = kNoPosition;
     Position position = kNoPosition;
+    // What the accepted form changed, for the session.
+    Notices notices;
 
     [[nodiscard]] bool done() const { return status == Status::Done; }
 };
@@ -148,7 +151,11 @@ public:
     // The serving changed: the working serving and its ratio follow, the values are shown again.
     void amountChanged(std::optional<double> amount);
     void unitChosen(int index);
-    bool caloriesLeft() { return capCaloriesField(fields); }
+    // A typed value goes into the working item at once (clamped), so that a later change of the
+    // serving scales it instead of what was shown before.
+    void caloriesEdited(std::optional<uint32_t> calories);
+    void gramsEdited(int nutrient, std::optional<double> grams);
+    bool caloriesLeft();
 
     // Validates and stores; see FormResult.
     FormResult accept();

@@ -3,29 +3,14 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "calc/ServingUnits.h"
 #include "calc/Totals.h"
+#include "core/Format.h"
+#include "core/ServingUnits.h"
 #include "core/UserStore.h"
 
 namespace nutrovex {
 
 namespace {
-
-template <typename... Args>
-std::string format(const char* pattern, Args... args) {
-    char buffer[128];
-    const int n = std::snprintf(buffer, sizeof buffer, pattern, args...);
-    if (n < 0) {
-        return {};
-    }
-    if (static_cast<std::size_t>(n) < sizeof buffer) {
-        return std::string(buffer, static_cast<std::size_t>(n));
-    }
-    std::string big(static_cast<std::size_t>(n) + 1, '\0');
-    std::snprintf(big.data(), big.size(), pattern, args...);
-    big.resize(static_cast<std::size_t>(n));
-    return big;
-}
 
 constexpr const char* kNutrientFormats[kNutrientCount] = {
     "%d  cal", "%1.1fg  Carb", "%1.1fg  Fib", "%1.1fg  Prot", "%1.1fg  Fat", "%1.1fg  SFat"};
@@ -46,7 +31,7 @@ void setNutrients(LogRow& row, const Nutrients& values) {
 
 }  // namespace
 
-void applyViewCommand(FoodLogView& view, FoodLogCommand command, UserStore& store) {
+Notices applyViewCommand(FoodLogView& view, FoodLogCommand command) {
     switch (command) {
         case FoodLogCommand::SortAlphabetical:
             view.sortMode = kSortAlphabetical;
@@ -62,7 +47,7 @@ void applyViewCommand(FoodLogView& view, FoodLogCommand command, UserStore& stor
             view.nutrientView = static_cast<uint16_t>((view.nutrientView + 1) % kNutrientViewCount);
             break;
     }
-    store.modified = true;
+    return Notices{.userData = true};
 }
 
 int shownCalories(float value) {
@@ -78,17 +63,17 @@ int shownCalories(float value) {
 
 std::string nutrientText(int nutrient, float value) {
     if (nutrient == kCalories) {
-        return format(kNutrientFormats[0], shownCalories(value));
+        return formatText(kNutrientFormats[0], shownCalories(value));
     }
     if (nutrient < 0 || nutrient >= kNutrientCount) {
         return {};
     }
-    return format(kNutrientFormats[nutrient], static_cast<double>(value));
+    return formatText(kNutrientFormats[nutrient], static_cast<double>(value));
 }
 
 std::string servingText(const ServingQuantity& serving) {
     const char* unit = serving.unit < kUnitCount ? kUnitNames[serving.unit] : "";
-    return format("%1.2f %s", static_cast<double>(serving.amount), unit);
+    return formatText("%1.2f %s", static_cast<double>(serving.amount), unit);
 }
 
 const char* mealName(uint16_t meal) {
@@ -144,15 +129,15 @@ FoodLogRows foodLogRows(const DayRecord* day, int shownGroup, uint16_t sortMode)
             LogRow row;
             row.kind = LogRowKind::Exercise;
             row.text = exercises[i].name.str();
-            row.minutes = format("%d Minutes", static_cast<int>(exercises[i].minutes));
-            row.calories = format("%d cal", static_cast<int>(exercises[i].calories));
+            row.minutes = formatText("%d Minutes", static_cast<int>(exercises[i].minutes));
+            row.calories = formatText("%d cal", static_cast<int>(exercises[i].calories));
             row.entry = static_cast<Position>(i);
             out.rows.push_back(std::move(row));
         }
     }
     LogRow exerciseTotal = fixedRow(LogRowKind::ExerciseTotals, kTotalsText);
     const uint32_t burnt = day ? exerciseTotals(*day).calories : 0;
-    exerciseTotal.calories = format("%d cal", static_cast<int>(burnt));
+    exerciseTotal.calories = formatText("%d cal", static_cast<int>(burnt));
     out.rows.push_back(std::move(exerciseTotal));
     return out;
 }

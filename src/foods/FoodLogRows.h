@@ -9,6 +9,7 @@
 #include "core/DayRecord.h"
 #include "core/FoodItem.h"
 #include "core/Position.h"
+#include "core/ScreenMessage.h"
 #include "foods/DayFoods.h"
 
 namespace nutrovex {
@@ -40,8 +41,8 @@ enum class FoodLogCommand : uint16_t {
     NutrientToggle = 32844,
 };
 
-// Sets or flips the sort mode or the nutrient view, and marks the user's data modified.
-void applyViewCommand(FoodLogView& view, FoodLogCommand command, UserStore& store);
+// Sets or flips the sort mode or the nutrient view; the view is part of the user's data.
+Notices applyViewCommand(FoodLogView& view, FoodLogCommand command);
 
 enum class LogRowKind : uint8_t {
     FoodHeader,

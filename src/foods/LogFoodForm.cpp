@@ -182,7 +182,7 @@ FormResult LogFoodForm::log() {
         return result;
     }
     m_loggedPosition = pos;
-    store.modified = true;
+    result.notices.userData = true;
     result.status = FormResult::Status::Done;
     result.group = m_group;
     result.position = pos;

@@ -7,11 +7,11 @@
 #include "core/FoodCatalogue.h"
 #include "core/FoodItem.h"
 #include "core/Position.h"
+#include "core/ScreenMessage.h"
 #include "foods/Confirmation.h"
 #include "foods/FoodForms.h"
 #include "foods/FoodLogRows.h"
 #include "logbook/DayCursor.h"
-#include "logbook/ScreenMessage.h"
 
 namespace nutrovex {
 

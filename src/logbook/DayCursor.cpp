@@ -7,8 +7,8 @@
 namespace nutrovex {
 
 bool DayCursor::setCurrentDate(const CalendarDate& date) {
-    const CalendarDate copy = date;  // date may be the store's current date itself
-    m_store->currentDate = copy;
+    const CalendarDate copy = date;  // date may be the current date itself
+    m_currentDate = copy;
     return find();
 }
 
@@ -21,7 +21,7 @@ bool DayCursor::find() {
     if (count == 0) {
         return false;
     }
-    const CalendarDate& current = m_store->currentDate;
+    const CalendarDate& current = m_currentDate;
     int lo = 0;
     int hi = count - 1;
     for (;;) {
@@ -33,7 +33,7 @@ bool DayCursor::find() {
         m_found = true;
         const CalendarDate& recordDate = m_store->dayAt(m_index).date();
         if (datesEqual(current, recordDate)) {
-            m_store->currentDate = recordDate;
+            m_currentDate = recordDate;
             return true;
         }
         if (dateEarlier(current, recordDate)) {
@@ -76,13 +76,13 @@ bool DayCursor::seek(SeekMode mode) {
     }
     m_index = at;
     m_found = true;
-    m_store->currentDate = m_store->dayAt(at).date();
+    m_currentDate = m_store->dayAt(at).date();
     return true;
 }
 
 void DayCursor::revalidate() {
     const Position count = this->count();
-    const CalendarDate& current = m_store->currentDate;
+    const CalendarDate& current = m_currentDate;
     if (m_found) {
         if (m_index < count && datesEqual(m_store->dayAt(m_index).date(), current)) {
             return;
@@ -116,7 +116,7 @@ bool DayCursor::ensureCurrentDay() {
     if (currentRecord() != nullptr) {
         return true;
     }
-    const Position at = m_store->insertDay(std::make_unique<DayRecord>(m_store->currentDate));
+    const Position at = m_store->insertDay(std::make_unique<DayRecord>(m_currentDate));
     if (at != kNoPosition) {
         m_index = at;
         m_found = true;
@@ -133,16 +133,16 @@ void DayCursor::deleteCurrentDay() {
 }
 
 void DayCursor::deleteRange(const CalendarDate& start, const CalendarDate& end) {
-    const CalendarDate remembered = m_store->currentDate;
+    const CalendarDate remembered = m_currentDate;
     const CalendarDate last = end;
     setCurrentDate(start);
-    while (dateEarlierOrEqual(m_store->currentDate, last)) {
+    while (dateEarlierOrEqual(m_currentDate, last)) {
         deleteCurrentDay();
-        const CalendarDate before = m_store->currentDate;
+        const CalendarDate before = m_currentDate;
         stepDay(1);
         // A date that cannot move on (an invalid month, or the last packable day wrapping back
         // to 1904) ends the walk instead of looping for ever.
-        if (!dateLater(m_store->currentDate, before)) {
+        if (!dateLater(m_currentDate, before)) {
             break;
         }
     }
@@ -160,7 +160,7 @@ void DayCursor::deleteAllDays(bool keepProfile) {
 }
 
 bool DayCursor::stepDay(int n) {
-    return setCurrentDate(steppedDate(m_store->currentDate, n));
+    return setCurrentDate(steppedDate(m_currentDate, n));
 }
 
 }  // namespace nutrovex

@@ -11,16 +11,16 @@ namespace nutrovex {
 
 enum class SeekMode : uint8_t { Find, First, Second, Last };
 
-// The logbook's cursor on the open user's days: the current date (held by the store), whether a
+// The logbook's cursor on the open user's days: the current date (today at first), whether a
 // record exists for it, and its position, which is the insertion point when there is none. The
 // days stay in the store; this class only positions on them and creates or removes them.
 class DayCursor {
 public:
-    explicit DayCursor(UserStore& store) : m_store(&store) {}
+    explicit DayCursor(UserStore& store) : m_store(&store), m_currentDate(store.today()) {}
 
     [[nodiscard]] UserStore& store() { return *m_store; }
     [[nodiscard]] const UserStore& store() const { return *m_store; }
-    [[nodiscard]] const CalendarDate& currentDate() const { return m_store->currentDate; }
+    [[nodiscard]] const CalendarDate& currentDate() const { return m_currentDate; }
     [[nodiscard]] bool currentFound() const { return m_found; }
     // 0-based: the record's index when found, otherwise where a record for the date would go.
     [[nodiscard]] Position currentIndex() const { return m_index; }
@@ -60,6 +60,7 @@ private:
     void revalidate();
 
     UserStore* m_store;
+    CalendarDate m_currentDate;
     Position m_index = 0;
     bool m_found = false;
 };

@@ -123,33 +123,31 @@ const ExerciseList* ExerciseLog::exercises() {
     return day != nullptr ? &day->exercises() : nullptr;
 }
 
-DayRecord* ExerciseLog::changedDay(DayRecord* day) {
-    UserStore& store = m_days->store();
-    recomputeDay(*day, store.profile);
-    store.modified = true;
-    return day;
+Notices ExerciseLog::changedDay(DayRecord& day) {
+    recomputeDay(day, m_days->store().profile);
+    return Notices{.userData = true};
 }
 
 std::optional<ScreenMessage> ExerciseLog::calories() {
     return form.computeCalories(m_days->currentRecord());
 }
 
-std::optional<ScreenMessage> ExerciseLog::log() {
+Outcome ExerciseLog::log() {
     std::optional<ExerciseEntry> e = form.entry();
     if (!e) {
-        return specifyExerciseMessage();
+        return {.message = specifyExerciseMessage()};
     }
     (void)m_days->ensureCurrentDay();
     DayRecord* day = m_days->currentRecord();
     if (day == nullptr) {
-        return std::nullopt;  // the day list is full: nothing to log into
+        return {};  // the day list is full: nothing to log into
     }
     e->key = m_days->store().nextEntryKey();
     (void)day->appendExercise(std::move(*e));
-    changedDay(day);
+    const Notices n = changedDay(*day);
     form.minutes.clear();
     form.calories.clear();
-    return std::nullopt;
+    return {.notices = n};
 }
 
 void ExerciseLog::copy(std::span<const Position> rows) {
@@ -158,19 +156,19 @@ void ExerciseLog::copy(std::span<const Position> rows) {
     }
 }
 
-void ExerciseLog::cut(std::span<const Position> rows) {
+Notices ExerciseLog::cut(std::span<const Position> rows) {
     copy(rows);
-    deleteRows(rows);
+    return deleteRows(rows);
 }
 
-std::optional<ScreenMessage> ExerciseLog::paste() {
+Outcome ExerciseLog::paste() {
     if (m_clipboard->empty()) {
-        return std::nullopt;
+        return {};
     }
     (void)m_days->ensureCurrentDay();
     DayRecord* day = m_days->currentRecord();
     if (day == nullptr) {
-        return std::nullopt;
+        return {};
     }
     bool complete = true;
     for (const ExerciseEntry& e : m_clipboard->entries()) {
@@ -179,17 +177,17 @@ std::optional<ScreenMessage> ExerciseLog::paste() {
             break;
         }
     }
-    changedDay(day);
+    Outcome out{.notices = changedDay(*day)};
     if (!complete) {
-        return pasteLimitMessage();
+        out.message = pasteLimitMessage();
     }
-    return std::nullopt;
+    return out;
 }
 
-void ExerciseLog::deleteRows(std::span<const Position> rows) {
+Notices ExerciseLog::deleteRows(std::span<const Position> rows) {
     DayRecord* day = m_days->currentRecord();
     if (day == nullptr || rows.empty()) {
-        return;
+        return {};
     }
     // From the last row up, so the rows still to go keep their positions.
     std::vector<Position> sorted(rows.begin(), rows.end());
@@ -198,24 +196,23 @@ void ExerciseLog::deleteRows(std::span<const Position> rows) {
     for (auto it = sorted.rbegin(); it != sorted.rend(); ++it) {
         (void)day->removeExercise(*it);
     }
-    changedDay(day);
+    return changedDay(*day);
 }
 
-std::optional<ScreenMessage> ExerciseLog::replace(Position row, const ExerciseForm& edited) {
+Outcome ExerciseLog::replace(Position row, const ExerciseForm& edited) {
     std::optional<ExerciseEntry> e = edited.entry();
     if (!e) {
-        return specifyExerciseMessage();
+        return {.message = specifyExerciseMessage()};
     }
     DayRecord* day = m_days->currentRecord();
     if (day == nullptr || row >= day->exercises().size()) {
-        return std::nullopt;
+        return {};
     }
     const ExerciseEntry& old = day->exercises()[row];
     e->key = old.key;
     e->byte = old.byte;
     (void)day->replaceExercise(row, std::move(*e));
-    changedDay(day);
-    return std::nullopt;
+    return {.notices = changedDay(*day)};
 }
 
 }  // namespace nutrovex

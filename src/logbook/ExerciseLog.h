@@ -10,8 +10,8 @@
 #include "calc/ExerciseCatalog.h"
 #include "core/ExerciseEntry.h"
 #include "core/Position.h"
+#include "core/ScreenMessage.h"
 #include "logbook/DayCursor.h"
-#include "logbook/ScreenMessage.h"
 
 namespace nutrovex {
 
@@ -91,21 +91,22 @@ public:
     [[nodiscard]] std::optional<ScreenMessage> calories();
     // "Log": appends the entry to the day (creating the day first when needed), recomputes it and
     // clears the minutes and calories; or the refusal.
-    [[nodiscard]] std::optional<ScreenMessage> log();
+    [[nodiscard]] Outcome log();
 
     void copy(std::span<const Position> rows);
     // Copy, then remove the rows; no question is asked.
-    void cut(std::span<const Position> rows);
+    Notices cut(std::span<const Position> rows);
     // Appends the clipboard's entries in order, creating the day first when needed; the limit
     // message when not all of them could be added.
-    [[nodiscard]] std::optional<ScreenMessage> paste();
+    [[nodiscard]] Outcome paste();
     // On Yes of confirmDeleteExercises().
-    void deleteRows(std::span<const Position> rows);
+    Notices deleteRows(std::span<const Position> rows);
     // The "Edit Exercise" dialog's "Log": replaces the entry at row (its key kept).
-    [[nodiscard]] std::optional<ScreenMessage> replace(Position row, const ExerciseForm& edited);
+    [[nodiscard]] Outcome replace(Position row, const ExerciseForm& edited);
 
 private:
-    DayRecord* changedDay(DayRecord* day);
+    // Recomputes the changed day; the user's data is then to be saved.
+    Notices changedDay(DayRecord& day);
 
     DayCursor* m_days;
     ExerciseClipboard* m_clipboard;

@@ -1,40 +1,32 @@
 #include "logbook/Logbook.h"
 
+#include <cmath>
 #include <cstdio>
 
 #include "calc/Bmr.h"
 #include "calc/Goals.h"
 #include "core/DayRecord.h"
+#include "core/Format.h"
 #include "core/UserProfile.h"
+#include "logbook/WeighIn.h"
 
 namespace nutrovex {
-
-namespace {
-
-template <typename... Args>
-std::string format(const char* pattern, Args... args) {
-    char buffer[128];
-    const int n = std::snprintf(buffer, sizeof buffer, pattern, args...);
-    return n < 0 ? std::string() : std::string(buffer, static_cast<std::size_t>(n));
-}
-
-}  // namespace
 
 const char* logbookWeightUnit(bool metric) {
     return metric ? "kg" : "lbs";
 }
 
 std::string subtractedCalories(long calories) {
-    return calories >= 1 ? format("- %ld", calories) : format("%ld", calories);
+    return calories >= 1 ? formatText("- %ld", calories) : formatText("%ld", calories);
 }
 
 long netCalories(float mealCalories, int bmr, uint32_t exerciseCalories) {
-    const auto meals = static_cast<long>(static_cast<double>(mealCalories) + 0.5);
+    const auto meals = static_cast<long>(std::round(static_cast<double>(mealCalories)));
     return meals - bmr - static_cast<long>(exerciseCalories);
 }
 
 std::string netTotalText(long net) {
-    return net < 0 ? format("- %ld", -net) : format("%ld", net);
+    return net < 0 ? formatText("- %ld", -net) : formatText("%ld", net);
 }
 
 std::string goalLine(const UserProfile& profile) {
@@ -46,7 +38,7 @@ std::string goalLine(const UserProfile& profile) {
         return {};
     }
     // A planned deficit shows negative, the sign of the total above it.
-    return format("Goal: %ld cal", -static_cast<long>(*perDay));
+    return formatText("Goal: %ld cal", -static_cast<long>(*perDay));
 }
 
 LogbookFigures logbookFigures(const CalendarDate& date, const DayRecord* day,
@@ -56,15 +48,16 @@ LogbookFigures logbookFigures(const CalendarDate& date, const DayRecord* day,
     f.date = longDateText(date);
     const char* unit = logbookWeightUnit(profile.metric());
     const WholeResult weight =
-        day != nullptr ? weightToWhole(day->weight(), profile.metric()) : WholeResult{};
-    f.weight = day != nullptr && weight.value >= 1 ? format("%d  %s", weight.value, unit)
-                                                   : format("---  %s", unit);
+        day != nullptr ? dayWeightToWhole(day->weight(), profile.metric()) : WholeResult{};
+    f.weight = day != nullptr && weight.value >= 1 ? formatText("%d  %s", weight.value, unit)
+                                                   : formatText("---  %s", unit);
     if (day != nullptr) {
-        f.meals = format("%1.0f", static_cast<double>(day->totals()[0]));
+        // Halves away from zero, as the net total below rounds them (printf would round to even).
+        f.meals = formatText("%1.0f", std::round(static_cast<double>(day->totals()[0])) + 0.0);
         f.bmr = subtractedCalories(day->bmr());
         f.exercise = subtractedCalories(static_cast<long>(day->exerciseCalories));
         f.total = netTotalText(netCalories(day->totals()[0], day->bmr(), day->exerciseCalories));
-        f.water = format("%d", static_cast<int>(static_cast<int16_t>(day->water())));
+        f.water = formatText("%d", static_cast<int>(static_cast<int16_t>(day->water())));
     } else {
         f.meals = "0";
         f.bmr = "0";
@@ -72,8 +65,8 @@ LogbookFigures logbookFigures(const CalendarDate& date, const DayRecord* day,
         f.total = "0";
         f.water = "0";
     }
-    f.record = found ? format("Record: %d of %d", index + 1, static_cast<int>(count))
-                     : format("Record: -- of %d", static_cast<int>(count));
+    f.record = found ? formatText("Record: %d of %d", index + 1, static_cast<int>(count))
+                     : formatText("Record: -- of %d", static_cast<int>(count));
     f.goal = goalLine(profile);
     return f;
 }
@@ -106,8 +99,7 @@ std::optional<LogbookFigures> Logbook::figures() {
 }
 
 Notices Logbook::moved() {
-    m_days->store().modified = true;
-    return Notices{.dataChanged = true};
+    return Notices{.userData = true, .dataChanged = true};
 }
 
 Notices Logbook::previous() {
@@ -230,7 +222,7 @@ Notices Logbook::waterChanged(bool editModified, std::string_view text) {
     if (DayRecord* day = m_days->currentRecord()) {
         day->setWater(static_cast<uint16_t>(value));
     }
-    m_days->store().modified = true;
+    n.userData = true;
     return n;
 }
 

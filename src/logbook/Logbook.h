@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "core/CalendarDate.h"
+#include "core/ScreenMessage.h"
 #include "logbook/DayCursor.h"
-#include "logbook/ScreenMessage.h"
 
 namespace nutrovex {
 
@@ -66,7 +66,7 @@ private:
 };
 
 // The logbook form's decisions: the figures it shows, what its commands do to the days, and the
-// water count typed into it. Every command that moves or changes the days marks the user's data
+// water count typed into it. Every command that moves or changes the days reports the user's data
 // modified, so the next save point writes the file even after mere navigation.
 class Logbook {
 public:
@@ -107,7 +107,7 @@ public:
     Notices waterChanged(bool editModified, std::string_view text);
 
 private:
-    // Marks the data modified after a command that moved or changed the days.
+    // What a command that moved or changed the days reports: the data to save, and a redraw.
     Notices moved();
 
     DayCursor* m_days;

@@ -1,8 +1,8 @@
 #include "logbook/WeighIn.h"
 
 #include "calc/Bmr.h"
-#include "calc/ServingUnits.h"
 #include "core/DayRecord.h"
+#include "core/ServingUnits.h"
 #include "core/UserProfile.h"
 #include "logbook/Logbook.h"
 
@@ -20,6 +20,7 @@ namespace {
 
 constexpr unsigned kUnitPounds = 11;
 constexpr unsigned kUnitKilograms = 13;
+constexpr int16_t kMaxWeightEntry = 999;
 
 }  // namespace
 
@@ -40,9 +41,21 @@ int16_t wholeFromEdit(std::string_view text) {
     return static_cast<int16_t>(negative ? -value : value);
 }
 
+WholeResult dayWeightToWhole(float pounds, bool metric) {
+    if (!metric || pounds < 0.0f) {
+        return weightToWhole(pounds, false);
+    }
+    float kilograms = 0.0f;
+    (void)convertServing(pounds, kUnitPounds, kUnitKilograms, kilograms);
+    return {true, roundWhole(kilograms)};
+}
+
 float storedWeightFromEntry(int16_t typed, bool metric) {
     if (typed == 0) {
         return kNotEntered;
+    }
+    if (typed > kMaxWeightEntry) {
+        typed = kMaxWeightEntry;
     }
     float pounds = typed;
     if (metric) {
@@ -56,7 +69,7 @@ WeighInView WeighIn::view() {
     WeighInView v;
     v.date = longDateText(m_days->currentDate());
     if (const DayRecord* day = m_days->currentRecord()) {
-        const WholeResult whole = weightToWhole(day->weight(), profile.metric());
+        const WholeResult whole = dayWeightToWhole(day->weight(), profile.metric());
         if (whole.value >= 0) {
             v.weight = std::to_string(whole.value);
         }
@@ -79,8 +92,8 @@ Notices WeighIn::weightEdited(std::string_view text) {
         return n;  // the day list is full
     }
     UserStore& store = m_days->store();
-    day->setWeight(storedWeightFromEntry(typed, store.profile.metric()), store.profile);
-    store.modified = true;
+    setDayWeight(*day, storedWeightFromEntry(typed, store.profile.metric()), store.profile);
+    n.userData = true;
     n.dayCreated = true;  // the logbook and the charts redraw on it
     return n;
 }
@@ -92,14 +105,13 @@ std::string Journal::load() {
     return kNoJournalText;
 }
 
-bool Journal::textChanged(std::string_view text) {
+Notices Journal::textChanged(std::string_view text) {
     DayRecord* day = m_days->currentRecord();
     if (day == nullptr) {
-        return false;
+        return {};
     }
     day->setNote(text.substr(0, kMaxNoteChars));
-    m_days->store().modified = true;
-    return true;
+    return Notices{.userData = true};
 }
 
 std::string Journal::enterPressed(std::string_view editorText) {

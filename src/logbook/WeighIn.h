@@ -5,8 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "calc/Bmr.h"
+#include "core/ScreenMessage.h"
 #include "logbook/DayCursor.h"
-#include "logbook/ScreenMessage.h"
 
 namespace nutrovex {
 
@@ -17,8 +18,13 @@ extern const char* const kWeighInAdvice;        // "You must weigh in each day .
 extern const char* const kWeighInTimingAdvice;  // "Tracking weight loss ..."
 
 // The weight typed into the weigh-in screen, in the user's display unit, as the pounds stored.
-// 0 (or nothing) is the no-weight marker; kilograms convert by the serving units' factors.
+// 0 (or nothing) is the no-weight marker; kilograms convert by the serving units' factors; more
+// than the edit's three digits is kept to 999.
 [[nodiscard]] float storedWeightFromEntry(int16_t typed, bool metric);
+// The day's weight as the weigh-in and the logbook show it: whole pounds, or kilograms by the
+// serving units' conversion, so a metric entry reads back as typed (the 2.21 factor of
+// weightToWhole belongs to the goal weights and BMR). Fails with -1 for no weight.
+[[nodiscard]] WholeResult dayWeightToWhole(float pounds, bool metric);
 // Reads an edit the way the screen does: a signed whole number, 0 when there is none.
 [[nodiscard]] int16_t wholeFromEdit(std::string_view text);
 
@@ -59,9 +65,9 @@ public:
 
     // The editor's text on opening and whenever the data changed.
     [[nodiscard]] std::string load();
-    // The editor's whole text after a change; true when it was kept. More than 512 characters
-    // are never in the editor: anything past them is dropped.
-    bool textChanged(std::string_view text);
+    // The editor's whole text after a change; the user's data changed when it was kept. More than
+    // 512 characters are never in the editor: anything past them is dropped.
+    Notices textChanged(std::string_view text);
     // Enter starts a new line at the very end, wherever the caret stood: the editor's new text
     // (the caller puts the caret at its end). At the limit nothing is added.
     std::string enterPressed(std::string_view editorText);

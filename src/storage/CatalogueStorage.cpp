@@ -117,4 +117,23 @@ StorageStatus installTemplateCatalogue(const std::filesystem::path& root,
     return writeFileAtomically(path, shipped, false);
 }
 
+std::filesystem::path installedTemplatePath(const std::filesystem::path& programDir) {
+    const std::filesystem::path bin =
+        programDir.has_filename() ? programDir : programDir.parent_path();
+    return bin.parent_path() / "share" / "nutrovex" / kCatalogueFileName;
+}
+
+std::vector<uint8_t> chooseTemplateCatalogue(const std::filesystem::path& programDir,
+                                             std::span<const uint8_t> builtIn) {
+    ByteBuffer bytes;
+    StorageError error;
+    if (readWholeFile(installedTemplatePath(programDir), bytes, error) == ReadFile::Read) {
+        FoodCatalogue check;
+        if (readCatalogueFile(bytes.bytes(), check, {kCatalogueFileName, false}).ok()) {
+            return {bytes.bytes().begin(), bytes.bytes().end()};
+        }
+    }
+    return {builtIn.begin(), builtIn.end()};
+}
+
 }  // namespace nutrovex

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <span>
+#include <vector>
 
 #include "core/FoodCatalogue.h"
 #include "storage/StorageError.h"
@@ -42,5 +43,15 @@ struct CatalogueLoadResult {
 // has none. An existing template is left alone.
 [[nodiscard]] StorageStatus installTemplateCatalogue(const std::filesystem::path& root,
                                                      std::span<const uint8_t> shipped);
+
+// Where an installed program's starting catalogue lies: <prefix>/share/nutrovex/FoodDB.ddb for a
+// program in <prefix>/bin.
+[[nodiscard]] std::filesystem::path installedTemplatePath(const std::filesystem::path& programDir);
+
+// The catalogue a program installs as a data root's template: the one installed beside it when
+// that reads as a catalogue (a packager may replace it without a rebuild), else the one built in
+// (a program run from the build tree, or an installed file that is missing or damaged).
+[[nodiscard]] std::vector<uint8_t> chooseTemplateCatalogue(const std::filesystem::path& programDir,
+                                                           std::span<const uint8_t> builtIn);
 
 }  // namespace nutrovex

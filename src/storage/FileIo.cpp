@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <malloc.h>
+#include <signal.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -79,6 +80,35 @@ int openTemporary(const std::filesystem::path& path, std::string& tempPath) {
     }
     errno = EEXIST;
     return -1;
+}
+
+// Removes the temporary files that saves of this file by processes no longer running left behind
+// (a copy killed mid-save). Those of running processes, this one included, are left alone.
+void removeStaleTemporaries(const std::filesystem::path& path) {
+    const std::string prefix = "." + nameOf(path) + ".tmp";
+    std::error_code ec;
+    const std::filesystem::path folder =
+        path.parent_path().empty() ? std::filesystem::path(".") : path.parent_path();
+    for (std::filesystem::directory_iterator it(folder, ec), end; !ec && it != end;
+         it.increment(ec)) {
+        const std::string name = it->path().filename().string();
+        if (name.compare(0, prefix.size(), prefix) != 0) {
+            continue;
+        }
+        const std::size_t dash = name.find('-', prefix.size());
+        if (dash == std::string::npos || dash == prefix.size()) {
+            continue;
+        }
+        pid_t pid = 0;
+        bool digits = true;
+        for (std::size_t i = prefix.size(); i < dash; ++i) {
+            digits = digits && name[i] >= '0' && name[i] <= '9' && pid < 100000000;
+            pid = pid * 10 + (name[i] - '0');
+        }
+        if (digits && pid > 0 && pid != ::getpid() && ::kill(pid, 0) != 0 && errno == ESRCH) {
+            (void)::unlink(it->path().c_str());
+        }
+    }
 }
 
 constexpr std::size_t kMappedBufferSize = std::size_t{1} << 20;
@@ -358,6 +388,7 @@ StorageStatus AtomicFile::commit() {
         (void)::fsync(dirFd);
         ::close(dirFd);
     }
+    removeStaleTemporaries(m_path);
     return {};
 }
 

@@ -2,7 +2,6 @@
 
 #include <vector>
 
-#include "calc/Totals.h"
 #include "storage/Records.h"
 
 namespace nutrovex {

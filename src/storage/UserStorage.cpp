@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "calc/Totals.h"
 #include "storage/FileIo.h"
 #include "storage/UserFile.h"
 
@@ -71,10 +70,6 @@ StorageStatus loadUser(UserStore& store) {
 StorageStatus saveUser(UserStore& store) {
     if (store.dataFilePath.empty()) {
         return noUserOpen();
-    }
-    const std::size_t written = std::min<std::size_t>(store.dayCount, store.days().size());
-    for (std::size_t i = 0; i < written; ++i) {
-        dayTotals(store.dayAt(static_cast<Position>(i)));
     }
     AtomicFile file(store.dataFilePath);
     StorageStatus status = file.open(true);

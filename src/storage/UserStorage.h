@@ -18,8 +18,8 @@ namespace nutrovex {
 // the store keeps what was read before the failing chunk. Days are placed by date.
 [[nodiscard]] StorageStatus loadUser(UserStore& store);
 
-// Recomputes each day's nutrient totals and replaces the data file atomically; on failure the
-// previous file stays whole.
+// Replaces the data file atomically, totals as they stand; on failure the previous file stays
+// whole.
 [[nodiscard]] StorageStatus saveUser(UserStore& store);
 
 // Deletes a user's files, folder and name; the store is reset when that user was open.

@@ -5,10 +5,11 @@
 #include "calc/ExerciseCalories.h"
 #include "calc/FoodBudget.h"
 #include "calc/Goals.h"
-#include "calc/ServingUnits.h"
 #include "calc/Totals.h"
+#include "charts/MeasuredMaintenance.h"
 #include "core/Cp1252.h"
 #include "core/Names.h"
+#include "core/ServingUnits.h"
 #include "tool/Eval.h"
 
 namespace nutrovex::tool {
@@ -177,6 +178,30 @@ Json foodBudgetOp(const Json& r) {
     return {{"text", foodBudgetText(&day, profile)}};
 }
 
+Json maintenanceOp(const Json& r) {
+    const int32_t current = dayNumber(dateField(r, "current"));
+    const Json& daysJson = field(r, "days");
+    if (!daysJson.is_array()) {
+        throw JsonShapeError("'days' must be a list of days");
+    }
+    std::vector<DaySample> days;
+    days.reserve(daysJson.size());
+    for (const Json& d : daysJson) {
+        if (!d.is_object()) {
+            throw JsonShapeError("each of 'days' must be an object");
+        }
+        days.push_back({dayNumber(dateField(d, "date")), floatField(d, "weight"),
+                        static_cast<double>(intField<uint32_t>(d, "calories"))});
+    }
+    const Maintenance m = measureMaintenance(days, current);
+    return {{"valid", m.valid},
+            {"calories", m.valid ? roundedMaintenance(m.calories) : 0},
+            {"loggedDays", m.loggedDays},
+            {"weighIns", m.weighIns},
+            {"trendStart", floatJson(m.trendStart.value_or(-1.0f))},
+            {"trendEnd", floatJson(m.trendEnd.value_or(-1.0f))}};
+}
+
 }  // namespace
 
 void registerCalcOps(EvalRegistry& registry) {
@@ -194,6 +219,7 @@ void registerCalcOps(EvalRegistry& registry) {
     registry["nameOrder"] = nameOrderOp;
     registry["dayTotals"] = dayTotalsOp;
     registry["foodBudget"] = foodBudgetOp;
+    registry["maintenance"] = maintenanceOp;
 }
 
 }  // namespace nutrovex::tool

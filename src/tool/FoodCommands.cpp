@@ -8,8 +8,8 @@
 
 #include "core/Cp1252.h"
 #include "core/FoodCatalogue.h"
-#include "core/Session.h"
 #include "foods/FoodCsv.h"
+#include "session/Session.h"
 #include "storage/CatalogueFile.h"
 #include "storage/CatalogueStorage.h"
 #include "storage/DataRoot.h"
@@ -147,9 +147,12 @@ int importFoods(const GlobalOptions& options, Args args, std::ostream& out, std:
 
     const ImportReport report = importFoodsCsv(catalogue, csv);
     const std::string source = *parsed->csvPath == "-" ? "stdin" : *parsed->csvPath;
-    if (report.headerMissing) {
-        err << source << ": the first row must be the header: " << kFoodCsvHeader << "\n";
+    if (!report.fileRefusal.empty()) {
+        err << source << ":" << report.fileLine << ": " << report.fileRefusal << "\n";
         return kExitDataError;
+    }
+    for (const ImportRefusal& n : report.notes) {
+        err << source << ":" << n.line << ": note: " << n.reason << "\n";
     }
     for (const ImportRefusal& r : report.refused) {
         err << source << ":" << r.line << ": " << r.reason << "\n";
@@ -160,8 +163,12 @@ int importFoods(const GlobalOptions& options, Args args, std::ostream& out, std:
             return kExitDataError;
         }
     }
-    out << "added " << report.foodsAdded << " food items and " << report.categoriesAdded
-        << " categories; refused " << report.refused.size() << " rows\n";
+    const auto counted = [](std::size_t n, const char* one, const char* many) {
+        return std::to_string(n) + " " + (n == 1 ? one : many);
+    };
+    out << "added " << counted(report.foodsAdded, "food item", "food items") << " and "
+        << counted(report.categoriesAdded, "category", "categories") << "; refused "
+        << counted(report.refused.size(), "row", "rows") << "\n";
     return report.refused.empty() ? kExitOk : kExitDataError;
 }
 

@@ -1,5 +1,6 @@
 #include "tool/JsonValues.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -200,7 +201,19 @@ std::string scalarJsonText(const Json& value) {
         const double d = value.get<double>();
         if (std::isfinite(d)) {
             char buf[40];
-            const auto r = std::to_chars(buf, buf + sizeof buf, d);
+            auto r = std::to_chars(buf, buf + sizeof buf, d);
+            // A double that is the reading of a single-precision value's shortest text prints
+            // as that text: a float's integer digits beyond its shortest ones are never shown.
+            if (const auto f = static_cast<float>(d); std::isfinite(f)) {
+                char fbuf[40];
+                const auto fr =
+                    std::to_chars(fbuf, fbuf + sizeof fbuf, f, std::chars_format::general);
+                double back = 0.0;
+                std::from_chars(fbuf, fr.ptr, back);
+                if (back == d) {
+                    r.ptr = std::copy(fbuf, fr.ptr, buf);
+                }
+            }
             std::string text(buf, r.ptr);
             if (text.find_first_of(".e") == std::string::npos) {
                 text += ".0";
@@ -349,10 +362,11 @@ Json floatJson(float value) {
     if (std::isinf(value)) {
         return value > 0 ? "inf" : "-inf";
     }
-    // The shortest text of the float, held as the double it reads as: printed back (shortest
-    // double form) it is that same text, and it narrows to the same float.
+    // The shortest digits of the float (the plain form would print every integer digit of a
+    // large one), held as the double they read as; printed back it is that same text, and it
+    // narrows to the same float.
     char buf[32];
-    const auto r = std::to_chars(buf, buf + sizeof buf, value);
+    const auto r = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::general);
     double d = 0.0;
     std::from_chars(buf, r.ptr, d);
     return d;

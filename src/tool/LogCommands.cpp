@@ -5,11 +5,13 @@
 #include <span>
 
 #include "calc/Totals.h"
+#include "charts/MeasuredMaintenance.h"
+#include "charts/WeightTrend.h"
 #include "core/Cp1252.h"
 #include "core/Csv.h"
 #include "core/DayRecord.h"
-#include "core/Session.h"
 #include "core/UserStore.h"
+#include "session/Session.h"
 #include "storage/DataRoot.h"
 #include "storage/FileIo.h"
 #include "storage/UserFile.h"
@@ -33,12 +35,6 @@ std::optional<int> wholeNumber(std::string_view text) {
         return std::nullopt;
     }
     return value;
-}
-
-int daysInMonth(int month, int year) {
-    static constexpr int kDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-    return month == 2 && leap ? 29 : kDays[month - 1];
 }
 
 // Clear words on err, exit 2.
@@ -88,7 +84,29 @@ std::string logCsvRow(DayRecord& day) {
     return row;
 }
 
+std::string maintenanceSummary(const UserStore& store, const CalendarDate& current) {
+    const Maintenance m = measureMaintenance(store.days(), current);
+    if (!m.valid) {
+        return {};
+    }
+    std::string line = "measured maintenance: " + groupedCalories(roundedMaintenance(m.calories)) +
+                       " a day over the " + std::to_string(kMaintenanceWindowDays) + " days to " +
+                       std::to_string(current.month) + "/" + std::to_string(current.day) + "/" +
+                       std::to_string(current.year) + " (" + std::to_string(m.loggedDays) +
+                       " days logged, " + std::to_string(m.weighIns) + " weigh-ins";
+    if (const auto rate = m.weeklyRate()) {
+        line += ", trend " + weeklyRateText(*rate, store.profile.metric());
+    }
+    return line + ")\n";
+}
+
 int exportLog(const GlobalOptions& options, Args args, std::ostream& out, std::ostream& err) {
+    const SystemClock clock;
+    return exportLog(options, args, out, err, clock);
+}
+
+int exportLog(const GlobalOptions& options, Args args, std::ostream& out, std::ostream& err,
+              const Clock& clock) {
     std::optional<std::string> user;
     std::optional<CalendarDate> from;
     std::optional<CalendarDate> to;
@@ -127,7 +145,6 @@ int exportLog(const GlobalOptions& options, Args args, std::ostream& out, std::o
         return kExitDataError;
     }
 
-    const SystemClock clock;
     UserStore store(clock);
     store.userFolderPath = *folder;
     store.dataFilePath = store.userFolderPath / kUserFileName;
@@ -143,9 +160,12 @@ int exportLog(const GlobalOptions& options, Args args, std::ostream& out, std::o
         }
         csv += logCsvRow(*day);
     }
+    // The summary never mixes into CSV on standard output.
+    const std::string summary = maintenanceSummary(store, to ? *to : clock.now());
     if (!csvPath) {
         out << csv;
         out.flush();
+        err << summary;
         return out ? kExitOk : kExitDataError;
     }
     const auto* data = reinterpret_cast<const uint8_t*>(csv.data());
@@ -155,6 +175,7 @@ int exportLog(const GlobalOptions& options, Args args, std::ostream& out, std::o
         err << written.message() << "\n";
         return kExitDataError;
     }
+    out << summary;
     return kExitOk;
 }
 

@@ -10,7 +10,8 @@
 
 namespace nutrovex {
 class DayRecord;
-}
+class UserStore;
+}  // namespace nutrovex
 
 namespace nutrovex::tool {
 
@@ -24,8 +25,14 @@ namespace nutrovex::tool {
 [[nodiscard]] std::string logCsvRow(DayRecord& day);
 
 // export-log --user NAME [--from M/D/YYYY] [--to M/D/YYYY] [--csv FILE]: the rows go to FILE
-// (replaced whole) or to out; problems go to err.
+// (replaced whole) or to out; problems go to err. When the logbook measures a maintenance over
+// the 28 days to --to (else today), a summary line says so: on out after writing FILE, on err
+// when the rows go to out.
 int exportLog(const GlobalOptions& options, Args args, std::ostream& out, std::ostream& err);
+int exportLog(const GlobalOptions& options, Args args, std::ostream& out, std::ostream& err,
+              const Clock& clock);
+// The summary line, or "" when no valid maintenance is measured.
+[[nodiscard]] std::string maintenanceSummary(const UserStore& store, const CalendarDate& current);
 int runExportLog(const GlobalOptions& options, Args args);
 
 }  // namespace nutrovex::tool

@@ -1,17 +1,35 @@
+#include <cstdint>
 #include <cstdlib>
 #include <iostream>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "core/CalendarDate.h"
 #include "storage/FileIo.h"
 #include "tool/Commands.h"
+#include "tool/DemoLogbook.h"
 #include "tool/FileCommands.h"
 #include "tool/FoodCommands.h"
 #include "tool/LogCommands.h"
+#ifdef NUTROVEX_TOOL_SHIPPED_DATA
+#include "data/ShippedCatalogue.h"
+#endif
 
 namespace {
 
 using namespace nutrovex::tool;
+
+int runDemo(const GlobalOptions& options, Args args) {
+    const nutrovex::SystemClock clock;
+#ifdef NUTROVEX_TOOL_SHIPPED_DATA
+    const std::span<const uint8_t> shipped = nutrovex::shippedCatalogue();
+#else
+    // The build's own copy, which writes the shipped catalogue, cannot carry it.
+    const std::span<const uint8_t> shipped;
+#endif
+    return makeDemo(options, args, std::cout, std::cerr, clock, shipped);
+}
 
 struct Command {
     const char* name;
@@ -31,10 +49,12 @@ const Command kCommands[] = {
     {"export-log", runExportLog},
     {"import-foods", runImportFoods},
     {"export-foods", runExportFoods},
+    {"demo", runDemo},
 };
 
 void printUsage(std::ostream& out) {
     out << "usage: nutrovex-tool [--root DIR] COMMAND [ARGS...]\n"
+           "       nutrovex-tool --help | --version\n"
            "\n"
            "Files as JSON (dump then write reproduces a file byte for byte):\n"
            "  dump-user FILE                print UserDB.ddb as JSON\n"
@@ -49,16 +69,29 @@ void printUsage(std::ostream& out) {
            "  users                         list the users of the data root\n"
            "  export-log --user NAME [--from M/D/YYYY] [--to M/D/YYYY] [--csv FILE]\n"
            "                                one CSV row per day of the user's logbook\n"
-           "  import-foods --user NAME CSV  add foods to the user's catalogue (\"-\": stdin)\n"
+           "  import-foods --user NAME CSV  add foods to the user's catalogue (\"-\": stdin); "
+           "columns\n"
+           "                                by header name in any order, one row per line, each\n"
+           "                                added or reported as FILE:LINE: reason\n"
            "  export-foods --user NAME [--csv FILE]\n"
            "                                the user's catalogue as CSV: group, category, name, "
            "amount,\n"
            "                                unit, calories, carbohydrate, fiber, protein, fat, "
            "saturated fat\n"
+           "  demo [--user NAME]            make a new user (NAME defaults to \"Demo\") with four "
+           "months\n"
+           "                                of days ending today, remembered as the current user\n"
            "\n"
            "Calculations:\n"
            "  eval                          one JSON request per line on stdin, one answer per "
            "line\n"
+           "                                (ops: weightToWhole heightToWhole bmr exercise "
+           "convert\n"
+           "                                servingFactor goalPlan goalSentence date step "
+           "uniqueName\n"
+           "                                nameOrder numericText numericLeave dayTotals "
+           "foodBudget\n"
+           "                                maintenance)\n"
            "\n"
            "The data root is --root DIR, else $NUTROVEX_ROOT, else ~/.local/share/Zerbu/Nutrovex.\n"
            "Floats are JSON numbers; a non-finite one is \"nan\", \"inf\" or \"-inf\", and dumps "
@@ -80,6 +113,10 @@ int main(int argc, char** argv) {
     while (i < args.size() && args[i].starts_with("--")) {
         if (args[i] == "--help") {
             printUsage(std::cout);
+            return kExitOk;
+        }
+        if (args[i] == "--version") {
+            std::cout << "nutrovex-tool " << NUTROVEX_VERSION << '\n';
             return kExitOk;
         }
         if (args[i] == "--root" && i + 1 < args.size()) {

@@ -1,10 +1,23 @@
 #include <gtest/gtest.h>
 
 #include "calc/Bmr.h"
+#include "core/DayRecord.h"
 #include "core/UserProfile.h"
 
 namespace nutrovex {
 namespace {
+
+CalendarDate dmy(int d, int m, int y) {
+    return CalendarDate::fromDmy(d, m, y);
+}
+
+// A profile whose BMR can be computed: 30-year-old man, 70 in.
+UserProfile measuredProfile() {
+    UserProfile p(dmy(1, 1, 2002));
+    p.setHeight(70.0f);
+    p.setAge(30);
+    return p;
+}
 
 TEST(Rounding, FractionFromPointFortyNineRoundsUp) {
     const struct {
@@ -73,6 +86,37 @@ TEST(Bmr, FailsForManualLevelAndMissingInputsButNotForLevelZero) {
     EXPECT_EQ(none.bmr, 0);
     EXPECT_TRUE(computeBmr(man, 9, 180.0f).ok);
     EXPECT_EQ(computeBmr(man, 9, 180.0f).bmr, 0);
+}
+
+TEST(DayWeight, SettingTheWeightSettlesLevelAndBmr) {
+    const UserProfile profile = measuredProfile();
+
+    DayRecord fresh(dmy(3, 5, 2002));
+    setDayWeight(fresh, 180.0f, profile);  // level 0 takes the profile's default, 2
+    EXPECT_EQ(fresh.level(), 2);
+    EXPECT_EQ(fresh.bmr(), 2234);
+    EXPECT_EQ(fresh.flags() & kDayFlagWeight, kDayFlagWeight);
+
+    DayRecord manual(dmy(3, 5, 2002));
+    ASSERT_TRUE(manual.setLevel(5));
+    ASSERT_TRUE(manual.setBmr(1500));
+    setDayWeight(manual, 200.0f, profile);  // a typed BMR survives a new weight
+    EXPECT_EQ(manual.bmr(), 1500);
+    EXPECT_EQ(manual.weight(), 200.0f);
+
+    DayRecord cleared(dmy(3, 5, 2002));
+    setDayWeight(cleared, 180.0f, profile);
+    setDayWeight(cleared, -1.0f, profile);  // no weight: level and BMR back to 0
+    EXPECT_EQ(cleared.level(), 0);
+    EXPECT_EQ(cleared.bmr(), 0);
+
+    UserProfile noAge = measuredProfile();
+    noAge.setAge(-1);
+    DayRecord failed(dmy(3, 5, 2002));
+    ASSERT_TRUE(failed.setBmr(1234));
+    setDayWeight(failed, 180.0f, noAge);  // a failed computation leaves no old value behind
+    EXPECT_EQ(failed.bmr(), 0);
+    EXPECT_EQ(failed.level(), 2);
 }
 
 }  // namespace

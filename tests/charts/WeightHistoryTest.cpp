@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "calc/Bmr.h"
 #include "charts/BodyMassBands.h"
 #include "charts/WeightHistory.h"
 #include "core/UserProfile.h"
@@ -15,7 +16,7 @@ namespace {
 class WeightHistoryTest : public LogbookFixture {
 protected:
     void weigh(int d, int m, int y, float pounds) {
-        addDay(d, m, y).setWeight(pounds, store.profile);
+        setDayWeight(addDay(d, m, y), pounds, store.profile);
     }
 };
 
@@ -173,7 +174,7 @@ TEST(BodyMass, BandLimitsFollowFromTheHeight) {
     profile.setHeight(70.0f);
     profile.setGoalWeight(170.0f);
     DayRecord day(clock.now());
-    day.setWeight(220.0f, profile);
+    setDayWeight(day, 220.0f, profile);
 
     std::optional<BodyMassChart> c = bodyMassChart(&day, profile);
     ASSERT_TRUE(c.has_value());
@@ -203,7 +204,7 @@ TEST(BodyMass, MissingValuesOpenNothing) {
     const FixedClock clock(dmy(1, 1, 2003));
     UserProfile profile(clock.now());
     DayRecord day(clock.now());
-    day.setWeight(180.0f, profile);
+    setDayWeight(day, 180.0f, profile);
     profile.setGoalWeight(170.0f);
     EXPECT_FALSE(bodyMassChart(&day, profile).has_value());  // no height
     profile.setHeight(70.0f);
@@ -212,7 +213,7 @@ TEST(BodyMass, MissingValuesOpenNothing) {
     profile.setGoalWeight(-1.0f);
     EXPECT_FALSE(bodyMassChart(&day, profile).has_value());
     profile.setGoalWeight(170.0f);
-    day.setWeight(-1.0f, profile);
+    setDayWeight(day, -1.0f, profile);
     EXPECT_FALSE(bodyMassChart(&day, profile).has_value());
 
     const ScreenMessage m = missingChartDataMessage();

@@ -83,6 +83,20 @@ TEST(CalendarDate, LeapYears) {
     }
 }
 
+TEST(CalendarDate, MonthLengthsFollowTheLeapRule) {
+    const struct {
+        int month;
+        int32_t year;
+        int days;
+    } cases[] = {
+        {2, 2000, 29}, {2, 1900, 28}, {2, 2100, 28},  {2, 2004, 29}, {2, 2002, 28},
+        {1, 2002, 31}, {4, 2002, 30}, {12, 2002, 31}, {0, 2002, 0},  {13, 2002, 0},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(daysInMonth(c.month, c.year), c.days) << c.month << "/" << c.year;
+    }
+}
+
 TEST(CalendarDate, DayNumbersCountDaysAndGiveTheWeekday) {
     // Consecutive days differ by one across a year end and a leap day.
     EXPECT_EQ(dayNumber(dmy(1, 1, 2003)) - dayNumber(dmy(31, 12, 2002)), 1);

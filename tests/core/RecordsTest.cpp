@@ -130,37 +130,6 @@ TEST(DayRecord, LevelAndBmrSettersRefuseOutOfRange) {
     EXPECT_EQ(day.bmr(), 9999);
 }
 
-TEST(DayRecord, SettingTheWeightSettlesLevelAndBmr) {
-    const UserProfile profile = measuredProfile();
-
-    DayRecord fresh(dmy(3, 5, 2002));
-    fresh.setWeight(180.0f, profile);  // level 0 takes the profile's default, 2
-    EXPECT_EQ(fresh.level(), 2);
-    EXPECT_EQ(fresh.bmr(), 2234);
-    EXPECT_EQ(fresh.flags() & kDayFlagWeight, kDayFlagWeight);
-
-    DayRecord manual(dmy(3, 5, 2002));
-    ASSERT_TRUE(manual.setLevel(5));
-    ASSERT_TRUE(manual.setBmr(1500));
-    manual.setWeight(200.0f, profile);  // a typed BMR survives a new weight
-    EXPECT_EQ(manual.bmr(), 1500);
-    EXPECT_EQ(manual.weight(), 200.0f);
-
-    DayRecord cleared(dmy(3, 5, 2002));
-    cleared.setWeight(180.0f, profile);
-    cleared.setWeight(-1.0f, profile);  // no weight: level and BMR back to 0
-    EXPECT_EQ(cleared.level(), 0);
-    EXPECT_EQ(cleared.bmr(), 0);
-
-    UserProfile noAge = measuredProfile();
-    noAge.setAge(-1);
-    DayRecord failed(dmy(3, 5, 2002));
-    ASSERT_TRUE(failed.setBmr(1234));
-    failed.setWeight(180.0f, noAge);  // a failed computation leaves no old value behind
-    EXPECT_EQ(failed.bmr(), 0);
-    EXPECT_EQ(failed.level(), 2);
-}
-
 TEST(DayRecord, ExercisesByPosition) {
     DayRecord day(dmy(3, 5, 2002));
     ExerciseEntry run;

@@ -222,6 +222,10 @@ TEST(CatalogueClipboard, PastedFoodNamesAreMadeUnique) {
     EXPECT_EQ(foodNames(c, 5, 0),
               (std::vector<std::string>{"Bagel", "Bagel1", "Bagel2", "Whole wheat pita 6i1",
                                         "Whole wheat pita 6i2", twenty}));
+    // The second name, which the find searches, is the pasted name too.
+    for (const FoodItem& f : c.groups[5][0].foods) {
+        EXPECT_EQ(f.text2.str(), f.name.str());
+    }
 }
 
 TEST(CatalogueClipboard, PasteFoodIntoAnotherGroupAndIntoAFullCategory) {

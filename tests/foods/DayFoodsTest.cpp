@@ -2,6 +2,7 @@
 
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "core/UserStore.h"
@@ -81,6 +82,58 @@ TEST(DayFoods, TheNewerOfTwoEqualFoodsStandsFirst) {
     EXPECT_EQ(keys(day.allFoods()), (std::vector<uint32_t>{2, 1, 3}));
 }
 
+TEST(DayFoods, AlphabeticallyTheNewerOfTwoEqualNamesStandsFirst) {
+    // Whatever their meals, the food logged last shows first and is the logged position.
+    for (const auto& [firstMeal, secondMeal] : {std::pair{0, 3}, std::pair{3, 0}}) {
+        DayRecord day(CalendarDate::fromDmy(3, 5, 2002));
+        const auto first = static_cast<uint16_t>(firstMeal);
+        const auto second = static_cast<uint16_t>(secondMeal);
+        ASSERT_NE(insertLoggedFood(day, logged("Tea", 1, 7, 1), 7, kSortAlphabetical), kNoPosition);
+        EXPECT_EQ(insertLoggedFood(day, logged("Coffee", first, 7, 2), 7, kSortAlphabetical), 0);
+        EXPECT_EQ(insertLoggedFood(day, logged("Coffee", second, 7, 3), 7, kSortAlphabetical), 0);
+        for (const FoodList* list : {&day.group(7), &day.allFoods()}) {
+            const std::vector<std::string> want = {"Coffee/" + std::to_string(second),
+                                                   "Coffee/" + std::to_string(first), "Tea/1"};
+            EXPECT_EQ(shown(*list, kSortAlphabetical), want) << firstMeal;
+            EXPECT_EQ(presentedFood(day, list == &day.allFoods() ? kAllFoodsGroup : 7,
+                                    kSortAlphabetical, 0)
+                          ->key.value,
+                      3u);
+        }
+    }
+}
+
+TEST(DayFoods, EntriesReadFromAFileKeepMealOrderUntilANewerOneComes) {
+    FoodList list;
+    // As read from a file: in meal order, never inserted.
+    list.push_back(logged("Milk", 0, 1, 1));
+    list.push_back(logged("Milk", 2, 1, 2));
+    EXPECT_EQ(shown(list, kSortAlphabetical), (std::vector<std::string>{"Milk/0", "Milk/2"}));
+    EXPECT_EQ(insertOrdered(list, logged("Milk", 1, 1, 3), kSortAlphabetical), 0);
+    EXPECT_EQ(shown(list, kSortAlphabetical),
+              (std::vector<std::string>{"Milk/1", "Milk/0", "Milk/2"}));
+    for (Position p = 0; p < list.size(); ++p) {
+        EXPECT_EQ(
+            presentedIndexOf(list, kSortAlphabetical, listIndexOf(list, kSortAlphabetical, p)), p);
+    }
+}
+
+TEST(DayFoods, InsertOrderSurvivesRunningOutOfSerials) {
+    FoodList list;
+    for (uint32_t key = 1; key <= 3; ++key) {
+        (void)insertOrdered(list, logged("Rice", 0, 3, key), kSortAlphabetical);
+    }
+    list[1].insertSerial = UINT16_MAX;  // as after many inserts and removals: the newest
+    const uint32_t newest = list[1].key.value;
+    EXPECT_EQ(insertOrdered(list, logged("Rice", 0, 3, 9), kSortAlphabetical), 0);
+    const std::vector<Position> order = presentedOrder(list, kSortAlphabetical);
+    ASSERT_EQ(order.size(), 4u);
+    EXPECT_EQ(list[order[0]].key.value, 9u);
+    EXPECT_EQ(list[order[1]].key.value, newest);
+    EXPECT_EQ(list[order[2]].key.value, 3u);
+    EXPECT_EQ(list[order[3]].key.value, 1u);
+}
+
 TEST(DayFoods, TheTargetGroupDecidesWhichListsPositionIsReturned) {
     DayRecord day(CalendarDate::fromDmy(3, 5, 2002));
     ASSERT_NE(insertLoggedFood(day, logged("Apple", 0, 4, 1), 4, kSortByMeal), kNoPosition);
@@ -135,7 +188,7 @@ TEST(DayFoods, AnEditedEntryMovesToItsNewMealInBothLists) {
 class FoodGrid : public ::testing::Test {
 protected:
     FoodGrid() : store(clock), days(store) {
-        store.currentDate = CalendarDate::fromDmy(3, 5, 2002);
+        days.setCurrentDate(CalendarDate::fromDmy(3, 5, 2002));
         days.ensureCurrentDay();
         day = days.currentRecord();
     }
@@ -158,12 +211,10 @@ TEST_F(FoodGrid, DeletingThreeRowsRemovesThoseEntriesAndTheirTwins) {
     }
     log("Apple", 0, 4);
     FoodLogView view{2, kSortAlphabetical, 0};
-    store.modified = false;
     // Rows 1..3 alphabetically: Cod, Duck, Egg.
-    EXPECT_FALSE(deleteFoodRows(store, *day, view, {3, 3}));  // runs past the food rows
-    EXPECT_FALSE(store.modified);
-    EXPECT_TRUE(deleteFoodRows(store, *day, view, {1, 3}));
-    EXPECT_TRUE(store.modified);
+    EXPECT_EQ(deleteFoodRows(*day, view, {3, 3}), Notices{});  // runs past the food rows
+    EXPECT_EQ(day->group(2).size(), 5u);
+    EXPECT_EQ(deleteFoodRows(*day, view, {1, 3}), Notices{.userData = true});
     EXPECT_EQ(shown(day->group(2), kSortAlphabetical),
               (std::vector<std::string>{"Beef/1", "Ham/1"}));
     EXPECT_EQ(shown(day->allFoods(), kSortAlphabetical),
@@ -186,6 +237,7 @@ TEST_F(FoodGrid, PastingIntoAGroupMovesTheFoodsThere) {
     DayRecord* next = days.currentRecord();
     ASSERT_NE(next, nullptr);
     EXPECT_TRUE(out.complete);
+    EXPECT_TRUE(out.notices.userData);
     EXPECT_EQ(out.pasted, 2u);
     EXPECT_FALSE(out.message.has_value());
     ASSERT_EQ(next->group(3).size(), 2u);
@@ -204,7 +256,7 @@ TEST_F(FoodGrid, CutTakesTheRowsAwayWithoutAsking) {
     log("Tea", 0, 6);
     log("Cola", 3, 6);
     FoodClipboard clip;
-    EXPECT_TRUE(clip.cut(store, *day, {kAllFoodsGroup, kSortByMeal, 0}, {1, 1}));
+    EXPECT_TRUE(clip.cut(*day, {kAllFoodsGroup, kSortByMeal, 0}, {1, 1}).userData);
     ASSERT_EQ(clip.foods().size(), 1u);
     EXPECT_EQ(clip.foods()[0].name.str(), "Cola");
     EXPECT_EQ(day->group(6).size(), 1u);
@@ -212,8 +264,6 @@ TEST_F(FoodGrid, CutTakesTheRowsAwayWithoutAsking) {
 }
 
 TEST(FoodLogView, CommandsSetOrFlipTheSortModeAndCycleTheNutrients) {
-    FixedClock clock(CalendarDate::fromDmy(3, 5, 2002));
-    UserStore store(clock);
     FoodLogView view;
     const struct {
         FoodLogCommand command;
@@ -226,14 +276,12 @@ TEST(FoodLogView, CommandsSetOrFlipTheSortModeAndCycleTheNutrients) {
         {FoodLogCommand::NutrientToggle, 0, 2}, {FoodLogCommand::NutrientToggle, 0, 0},
     };
     for (const auto& s : steps) {
-        store.modified = false;
-        applyViewCommand(view, s.command, store);
+        EXPECT_TRUE(applyViewCommand(view, s.command).userData);
         EXPECT_EQ(view.sortMode, s.sortMode) << static_cast<int>(s.command);
         EXPECT_EQ(view.nutrientView, s.nutrientView) << static_cast<int>(s.command);
-        EXPECT_TRUE(store.modified);
     }
     view.sortMode = 2;  // from a mode other than 1 the toggle gives 1
-    applyViewCommand(view, FoodLogCommand::SortToggle, store);
+    (void)applyViewCommand(view, FoodLogCommand::SortToggle);
     EXPECT_EQ(view.sortMode, 1);
 }
 

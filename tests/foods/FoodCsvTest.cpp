@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,34 @@ TEST(FoodCsv, ParsesQuotesLineBreaksAndCountsLines) {
     EXPECT_EQ(csvField("Bagel"), "Bagel");
 }
 
+TEST(FoodCsv, EachLineIsOneRecordAndABrokenQuoteEndsWithItsLine) {
+    const std::vector<CsvLine> lines = csvLines(
+        "\xEF\xBB\xBF"
+        "a\r\n\nb\rc\n");
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_EQ(lines[0].text, "a");
+    EXPECT_EQ(lines[1].line, 2u);
+    EXPECT_EQ(lines[1].text, "");
+    EXPECT_EQ(lines[2].line, 3u);
+    EXPECT_EQ(lines[3].text, "c");
+    const struct {
+        const char* line;
+        std::vector<std::string> fields;
+        const char* error;
+    } cases[] = {
+        {"a,\"b,c\",\"say \"\"hi\"\"\"", {"a", "b,c", "say \"hi\""}, ""},
+        {"6\" sub,,x,", {"6\" sub", "", "x", ""}, ""},
+        {"\"\"", {""}, ""},
+        {"5,Bagels,\"Broken,1,item", {}, "the quote that opens column 3 is not closed on its line"},
+        {"\"a\"b,c", {}, "column 1 has text after its closing quote"},
+    };
+    for (const auto& c : cases) {
+        std::string error;
+        EXPECT_EQ(parseCsvLine(c.line, error), c.fields) << c.line;
+        EXPECT_EQ(error, c.error) << c.line;
+    }
+}
+
 TEST(FoodCsv, ImportsRowsByTheNewItemRules) {
     FoodCatalogue c;
     const std::string csv =
@@ -36,17 +65,17 @@ TEST(FoodCsv, ImportsRowsByTheNewItemRules) {
         "Fruit, Fruit Juice,Apples,Fuji,1,item,1,1,1,1,1,1\n"      // 12 columns: the group unquoted
         "9,Bagels,Rye,1,item,1,1,1,1,1,1\n"                        // no such group
         "5,Bagels,Plain,1,item,1,1,1,1,1,1\n"                      // duplicate
-        "5,Bagels,plain,1,item,12000,-3,1,1,1,1001\n"              // case differs: allowed
+        "5,Bagels,plain,1,item,10000,0,1,1,1,1000\n"               // case differs: allowed
         "5,Bagels,Sesame,0.004,item,1,1,1,1,1,1\n"                 // amount too small
         "5,Bagels,Poppy,1,spoon,1,1,1,1,1,1\n"                     // no such unit
         "5,Bagels,Salt,1,14,1,,1,1,1,1\n"                          // a value missing
         "5,Bagels,A name that is far too long,1,14,1,1,1,1,1,1\n"  // 27 characters
         "5,  ,Blank,1,14,1,1,1,1,1,1\n"                            // no category
-        "Fruit Juice,Apples,Fuji,1,item,1,1,1,1,1,1\n"             // unknown group name
+        "Juice,Apples,Fuji,1,item,1,1,1,1,1,1\n"                   // unknown group name
         "\"Fruit, Fruit Juice\",Apples,Caf\xC3\xA9 pear,1,cup,1,1,1,1,1,1\n"
         "4,Apples,\xE2\x82\xAC\xE4\xB8\xAD,1,cup,1,1,1,1,1,1\n";  // a character 1252 lacks
     const ImportReport report = importFoodsCsv(c, csv);
-    EXPECT_FALSE(report.headerMissing);
+    EXPECT_EQ(report.fileRefusal, "");
     EXPECT_EQ(report.foodsAdded, 4u);
     EXPECT_EQ(report.categoriesAdded, 2u);
     std::vector<std::size_t> lines;
@@ -56,6 +85,8 @@ TEST(FoodCsv, ImportsRowsByTheNewItemRules) {
     EXPECT_EQ(lines, (std::vector<std::size_t>{4, 5, 6, 8, 9, 10, 11, 12, 13, 15}));
     EXPECT_EQ(report.refused[0].reason, "expected 11 columns, found 12");
     EXPECT_EQ(report.refused[2].reason, "'Plain' is already in the category 'Bagels'");
+    EXPECT_EQ(report.refused[3].reason, "amount '0.004' is not between 0.005 and 10000");
+    EXPECT_EQ(report.refused[5].reason, "carbohydrate '' is not a number");
     EXPECT_EQ(report.refused[6].reason,
               "the name 'A name that is far too long' is longer than "
               "20 characters");
@@ -97,9 +128,159 @@ TEST(FoodCsv, ImportKeepsTheCatalogueLimits) {
 TEST(FoodCsv, WithoutAHeaderNothingIsImported) {
     FoodCatalogue c;
     const ImportReport report = importFoodsCsv(c, "5,Bagels,Plain,1,item,1,1,1,1,1,1\n");
-    EXPECT_TRUE(report.headerMissing);
+    EXPECT_EQ(report.fileRefusal.substr(0, 71),
+              "the header has no columns 'group', 'category', 'name', 'amount', 'unit'");
+    EXPECT_EQ(report.fileLine, 1u);
     EXPECT_TRUE(c.groups[5].empty());
-    EXPECT_TRUE(importFoodsCsv(c, "").headerMissing);
+    EXPECT_EQ(importFoodsCsv(c, "\n\n").fileRefusal.substr(0, 17), "the file is empty");
+}
+
+TEST(FoodCsv, ColumnsAreFoundByTheirHeaderNames) {
+    FoodCatalogue c;
+    const ImportReport report = importFoodsCsv(
+        c,
+        "\n Fat ,CALORIES,brand,carbohydrate,fiber,protein,saturated fat,unit,amount,name,"
+        "Category,Group\n"
+        "1.5,245,Acme,48,2,10,0.2,item,1,Plain,Bagels,5\n"
+        "1.5,245,Acme,48,2,10,0.2,item,1,Rye,Bagels\n");
+    EXPECT_EQ(report.fileRefusal, "");
+    ASSERT_EQ(report.notes.size(), 1u);
+    EXPECT_EQ(report.notes[0].line, 2u);
+    EXPECT_EQ(report.notes[0].reason, "the column 'brand' is not a food column and is ignored");
+    ASSERT_EQ(report.refused.size(), 1u);
+    EXPECT_EQ(report.refused[0].line, 4u);
+    EXPECT_EQ(report.refused[0].reason, "expected 12 columns, found 11");
+    ASSERT_EQ(c.groups[5].size(), 1u);
+    const FoodItem& bagel = c.groups[5][0].foods.at(0);
+    EXPECT_EQ(bagel.name.str(), "Plain");
+    EXPECT_EQ(bagel.nutrients, (Nutrients{245.0f, 48.0f, 2.0f, 10.0f, 1.5f, 0.2f}));
+
+    // A column missing or named twice refuses the whole file, naming it.
+    std::string header = kFoodCsvHeader;
+    header.replace(header.find(",fiber"), 6, "");
+    FoodCatalogue untouched;
+    ImportReport missing = importFoodsCsv(untouched, header + "\n5,Bagels,Oat,1,item,1,1,1,1,1\n");
+    EXPECT_EQ(missing.fileRefusal.substr(0, 33), "the header has no column 'fiber' ");
+    missing = importFoodsCsv(untouched, std::string(kFoodCsvHeader) + ",FAT\n");
+    EXPECT_EQ(missing.fileRefusal, "the column 'fat' is named twice in the header");
+    EXPECT_TRUE(untouched.groups[5].empty());
+}
+
+TEST(FoodCsv, AnUnterminatedQuoteRefusesOnlyItsOwnLine) {
+    FoodCatalogue c;
+    const ImportReport report = importFoodsCsv(c, kHeader +
+                                                      "5,Bagels,\"Broken,1,item,1,1,1,1,1,1\n"
+                                                      "5,Bagels,Plain,1,item,1,1,1,1,1,1\n"
+                                                      "5,Bagels,\"Rye\",1,item,1,1,1,1,1,1\n");
+    ASSERT_EQ(report.refused.size(), 1u);
+    EXPECT_EQ(report.refused[0].line, 2u);
+    EXPECT_EQ(report.refused[0].reason, "the quote that opens column 3 is not closed on its line");
+    EXPECT_EQ(report.foodsAdded, 2u);
+}
+
+TEST(FoodCsv, NamesWithControlCharactersAreRefused) {
+    FoodCatalogue c;
+    std::string csv = kHeader;
+    const char nul[] = "5,Bagels,Nul\0Byte,1,item,1,1,1,1,1,1\n";
+    csv.append(nul, sizeof nul - 1);
+    csv += "5,Bagels,Tab\there,1,item,1,1,1,1,1,1\n";
+    csv += "5,\"Two\nlines\",Oat,1,item,1,1,1,1,1,1\n";  // now two broken lines
+    csv += "5,Bagels,Odd\xC2\x81one,1,item,1,1,1,1,1,1\n";
+    csv += "5,Bagels,Caf\xC3\xA9,1,item,1,1,1,1,1,1\n";
+    const ImportReport report = importFoodsCsv(c, csv);
+    ASSERT_EQ(report.refused.size(), 5u);
+    EXPECT_EQ(report.refused[0].reason,
+              "the name 'Nul\\x00Byte' holds a control character (U+0000)");
+    EXPECT_EQ(report.refused[1].reason,
+              "the name 'Tab\\x09here' holds a control character (U+0009)");
+    EXPECT_EQ(report.refused[2].line, 4u);
+    EXPECT_EQ(report.refused[3].line, 5u);
+    EXPECT_EQ(report.refused[4].reason.substr(0, 14), "the name 'Odd\xC2");
+    EXPECT_NE(report.refused[4].reason.find("(U+0081)"), std::string::npos);
+    EXPECT_EQ(report.foodsAdded, 1u);
+}
+
+TEST(FoodCsv, ValuesOutsideTheFormsRangesAreRefused) {
+    const struct {
+        const char* values;  // amount,unit,calories,carbohydrate,fiber,protein,fat,saturated fat
+        const char* reason;  // empty: added
+    } cases[] = {
+        {"20000,g,100,1,1,1,1,1", "amount '20000' is not between 0.005 and 10000"},
+        {"10000,g,100,1,1,1,1,1", ""},
+        {"0.005,g,100,1,1,1,1,1", ""},
+        {"0.0049,g,100,1,1,1,1,1", "amount '0.0049' is not between 0.005 and 10000"},
+        {"-0,g,100,1,1,1,1,1", "amount '-0' is not between 0.005 and 10000"},
+        {"1,g,1e30,1,1,1,1,1", "calories '1e30' is not between 0 and 10000"},
+        {"1,g,10000.5,1,1,1,1,1", "calories '10000.5' is not between 0 and 10000"},
+        {"1,g,-1,1,1,1,1,1", "calories '-1' is not between 0 and 10000"},
+        {"1,g,1,1,1,1,1001,1", "fat '1001' is not between 0 and 1000"},
+        {"1,g,1,-0.1,1,1,1,1", "carbohydrate '-0.1' is not between 0 and 1000"},
+        {"1,g,1,1,1,1,1,nan", "saturated fat 'nan' is not a number"},
+        {"1,g,1,1,1,1,1,1e999", "saturated fat '1e999' is not a number"},
+    };
+    for (const auto& c : cases) {
+        FoodCatalogue catalogue;
+        const ImportReport report =
+            importFoodsCsv(catalogue, kHeader + "5,Bagels,Plain," + c.values + "\n");
+        if (*c.reason == 0) {
+            EXPECT_TRUE(report.refused.empty()) << c.values;
+            EXPECT_EQ(report.foodsAdded, 1u) << c.values;
+        } else {
+            ASSERT_EQ(report.refused.size(), 1u) << c.values;
+            EXPECT_EQ(report.refused[0].reason, c.reason);
+            EXPECT_TRUE(catalogue.groups[5].empty()) << c.values;
+        }
+    }
+}
+
+TEST(FoodCsv, NegativeZeroIsZeroAndCaloriesAreWhole) {
+    FoodCatalogue c;
+    const ImportReport report = importFoodsCsv(c, kHeader +
+                                                      "5,Bagels,Plain,1,item,12.7,-0,0,0,0,0\n"
+                                                      "5,Bagels,Rye,1,item,12.5,0,0,0,0,0\n"
+                                                      "5,Bagels,Oat,1,item,12.49,0,0,0,0,0\n");
+    ASSERT_TRUE(report.refused.empty());
+    const FoodList& foods = c.groups[5][0].foods;
+    ASSERT_EQ(foods.size(), 3u);
+    EXPECT_EQ(foods[0].name.str(), "Oat");
+    EXPECT_EQ(foods[0].nutrients[kCalories], 12.0f);
+    EXPECT_EQ(foods[1].nutrients[kCalories], 13.0f);
+    EXPECT_EQ(foods[2].nutrients[kCalories], 13.0f);
+    EXPECT_FALSE(std::signbit(foods[1].nutrients[kCarbohydrate]));
+}
+
+TEST(FoodCsv, GroupsByNumberNameOrTheUniqueStartOfAName) {
+    const struct {
+        const char* group;
+        int expected;  // -1: refused
+        const char* reason;
+    } cases[] = {
+        {"3", 3, ""},
+        {"Vegetables", 3, ""},
+        {"fruits", 4, ""},
+        {"Fruit", 4, ""},  // the start of both spellings of one group
+        {"Meat", 2, ""},
+        {"\"Drinks, Beer, Soda\"", 6, ""},
+        {"Bread", 5, ""},
+        {"M", -1,
+         "'M' is the start of more than one food group: 'Milk, Yogurt, Cheese' and "
+         "'Meat, Poultry, Fish, Eggs'"},
+        {"8", -1, "'8' is not a food group (0 to 7, a group's name or its start)"},
+        {"Fish", -1, "'Fish' is not a food group (0 to 7, a group's name or its start)"},
+        {"", -1, "'' is not a food group (0 to 7, a group's name or its start)"},
+    };
+    for (const auto& c : cases) {
+        FoodCatalogue catalogue;
+        const ImportReport report =
+            importFoodsCsv(catalogue, kHeader + c.group + ",Things,Thing,1,item,1,1,1,1,1,1\n");
+        if (c.expected < 0) {
+            ASSERT_EQ(report.refused.size(), 1u) << c.group;
+            EXPECT_EQ(report.refused[0].reason, c.reason);
+        } else {
+            EXPECT_TRUE(report.refused.empty()) << c.group;
+            EXPECT_EQ(catalogue.groups[static_cast<std::size_t>(c.expected)].size(), 1u) << c.group;
+        }
+    }
 }
 
 TEST(FoodCsv, ExportWritesServingValuesAndReadsBackTheSame) {
@@ -125,10 +306,14 @@ TEST(FoodCsv, ExportWritesServingValuesAndReadsBackTheSame) {
     const FoodItem& back = copy.groups[0][0].foods[0];
     EXPECT_EQ(back.name, butter.name);
     EXPECT_EQ(back.serving, butter.serving);
-    for (int n = 0; n < kNutrientCount; ++n) {
+    // Calories come back whole, as the form takes them; the gram values exactly.
+    EXPECT_EQ(back.shownNutrient(kCalories), std::floor(cal + 0.5f));
+    for (int n = 1; n < kNutrientCount; ++n) {
         EXPECT_EQ(back.shownNutrient(n), c.groups[0][0].foods[0].shownNutrient(n)) << n;
     }
-    EXPECT_EQ(foodsCsv(copy), csv);
+    FoodCatalogue again;
+    ASSERT_TRUE(importFoodsCsv(again, foodsCsv(copy)).refused.empty());
+    EXPECT_EQ(foodsCsv(again), foodsCsv(copy));
 }
 
 }  // namespace

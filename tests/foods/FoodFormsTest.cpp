@@ -149,7 +149,15 @@ TEST(FoodForms, UnitsOfferedForLoggingFollowTheReferences) {
     FoodItem bagel;
     bagel.setReference({1.0f, 14, 0});
     bagel.setServing({1.0f, 14, 0});
-    EXPECT_EQ(loggingUnits(bagel), allUnits());  // only its own unit: everything is offered
+    // An item reference allows only the item: volumes and weights would measure against nothing.
+    EXPECT_EQ(loggingUnits(bagel), (std::vector<uint8_t>{14}));
+    FoodItem unmeasured;  // no reference at all: anything may be logged
+    unmeasured.setServing({1.0f, 14, 0});
+    EXPECT_EQ(loggingUnits(unmeasured), allUnits());
+    FoodItem milk;
+    milk.setReference({1.0f, 3, 0});
+    milk.setServing({1.0f, 3, 0});
+    EXPECT_EQ(loggingUnits(milk), (std::vector<uint8_t>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
     FoodItem slice = bagel;
     slice.setReference({30.0f, 12, 0}, true);
     EXPECT_EQ(loggingUnits(slice), (std::vector<uint8_t>{10, 11, 12, 13, 14}));
@@ -260,6 +268,46 @@ TEST_F(CatalogueForms, ShownValuesFollowTheServing) {
     EXPECT_NEAR(*form.fields.grams[kCarbohydrate], 396.893, 0.01);
 }
 
+TEST_F(CatalogueForms, TypedValuesAreScaledWhenTheServingChanges) {
+    FoodItem bagel;
+    bagel.name = "Bagel";
+    bagel.setReference({1.0f, 14, 0});
+    bagel.setServing({1.0f, 14, 0});
+    bagel.nutrients = {245.0f, 48.0f, 2.0f, 10.0f, 1.5f, 0.2f};
+    ASSERT_EQ(addFoodItem(catalogue, 5, 0, bagel), 0);
+    const auto check = [](FoodItemForm form, const char* what) {
+        ASSERT_TRUE(form.valid()) << what;
+        ASSERT_EQ(form.fields.calories, 245u) << what;
+        form.caloriesEdited(300u);
+        form.gramsEdited(kFat, 2.5);
+        form.amountChanged(2.0);
+        EXPECT_EQ(form.fields.calories, 600u) << what;
+        EXPECT_NEAR(*form.fields.grams[kFat], 5.0, 1e-6) << what;
+        EXPECT_NEAR(*form.fields.grams[kProtein], 20.0, 1e-6) << what;  // untouched: scaled
+        form.caloriesEdited(99999u);
+        EXPECT_TRUE(form.caloriesLeft()) << what;
+        form.amountChanged(1.0);
+        EXPECT_EQ(form.fields.calories, 10000u) << what;
+    };
+    check(FoodItemForm::editItem(catalogue, 5, 0, 0), "edit");
+    check(FoodItemForm::insertIntoDay(catalogue, 5, 0, 0, days, {}), "insert");
+}
+
+TEST_F(CatalogueForms, TheSmallestServingIsAcceptedAsStoredAgainAndAgain) {
+    FoodItemForm insert = FoodItemForm::insertIntoDay(catalogue, 5, 0, 0, days, {});
+    insert.fields.amount = kMinServingAmount;
+    ASSERT_TRUE(insert.accept().done());
+    // The entry now holds 0.005 as a float, a hair below the double 0.005: OK unchanged passes.
+    FoodItemForm edit = FoodItemForm::editLoggedEntry(days, {5, kSortByMeal, 0}, 0);
+    ASSERT_TRUE(edit.valid());
+    EXPECT_LT(*edit.fields.amount, kMinServingAmount);
+    const FormResult r = edit.accept();
+    EXPECT_TRUE(r.done()) << (r.message ? r.message->text : "");
+    FoodItemForm tiny = FoodItemForm::editLoggedEntry(days, {5, kSortByMeal, 0}, 0);
+    tiny.fields.amount = 0.0049;
+    EXPECT_EQ(tiny.accept().focus, FoodField::Amount);
+}
+
 TEST_F(CatalogueForms, CategoryDialogRefusesTheTwoHundredFiftyFirstButStillRenames) {
     CategoryNameForm fresh(catalogue, 5, kNoPosition, false);
     EXPECT_EQ(fresh.caption(), std::string("New Category"));
@@ -313,7 +361,7 @@ TEST_F(CatalogueForms, InsertFoodLogsIntoTheCurrentDayAndEditEntryReplacesIt) {
     EXPECT_EQ(entry.serving, (ServingQuantity{200.0f, 12, 0}));
     EXPECT_EQ(entry.ref1, entry.serving);
     EXPECT_TRUE(sameFood(entry, day->allFoods()[0]));
-    EXPECT_TRUE(store.modified);
+    EXPECT_EQ(r.notices, Notices{.userData = true});
 
     FoodItemForm edit = FoodItemForm::editLoggedEntry(days, {kAllFoodsGroup, kSortByMeal, 0}, 0);
     EXPECT_EQ(edit.caption(), std::string(""));
@@ -327,6 +375,41 @@ TEST_F(CatalogueForms, InsertFoodLogsIntoTheCurrentDayAndEditEntryReplacesIt) {
     EXPECT_EQ(day->group(5)[0].key.value, 41u);
     EXPECT_TRUE(sameFood(day->group(5)[0], day->allFoods()[0]));
     EXPECT_EQ(day->allFoods().size(), 1u);
+}
+
+TEST(TreeMenus, PasteIntoAFullGroupOrCategorySaysWhy) {
+    FoodCatalogue c;
+    for (int i = 0; i < 250; ++i) {
+        ASSERT_NE(addCategory(c, 4, "Kind " + std::to_string(100 + i)), kNoPosition);
+    }
+    ASSERT_NE(addCategory(c, 3, "Nuts"), kNoPosition);
+    for (int i = 0; i < 100; ++i) {
+        FoodItem f;
+        f.name = "Nut " + std::to_string(100 + i);
+        ASSERT_NE(addFoodItem(c, 3, 0, f), kNoPosition);
+    }
+    CatalogueClipboard clip;
+    ASSERT_TRUE(clip.copyCategory(c, 4, 0));
+    TreePaste p = pasteIntoTree(clip, c, TreeNode::Group, 4, kNoPosition);
+    EXPECT_EQ(p.position, kNoPosition);
+    EXPECT_EQ(p.message, (ScreenMessage{"You can enter a maximum of 250 categories per food group.",
+                                        "Paste Category", MessageKind::Warning}));
+    EXPECT_EQ(c.groups[4].size(), 250u);
+    p = pasteIntoTree(clip, c, TreeNode::Category, 3, 0);  // room in group 3
+    EXPECT_EQ(p.position, 0);
+    EXPECT_FALSE(p.message);
+    EXPECT_EQ(c.groups[3][p.position].name.str(), "Kind 100");
+
+    ASSERT_TRUE(clip.copyFood(c, 3, 1, 0));
+    p = pasteIntoTree(clip, c, TreeNode::Food, 3, 1);
+    EXPECT_EQ(p.position, kNoPosition);
+    EXPECT_EQ(p.message, (ScreenMessage{"You can enter a maximum of 100 food items per category.",
+                                        "Paste Food", MessageKind::Warning}));
+    EXPECT_EQ(c.groups[3][1].foods.size(), 100u);
+    // Nothing held for the node: no paste, nothing said.
+    p = pasteIntoTree(clip, c, TreeNode::Group, 4, kNoPosition);
+    EXPECT_EQ(p.position, kNoPosition);
+    EXPECT_FALSE(p.message);
 }
 
 TEST(TreeMenus, EntriesFollowTheNodeAndTheClipboard) {

@@ -26,7 +26,7 @@ FoodItem perItem(const char* name, float calories) {
 class LogFood : public ::testing::Test {
 protected:
     LogFood() : store(clock), days(store) {
-        store.currentDate = CalendarDate::fromDmy(25, 9, 2002);
+        days.setCurrentDate(CalendarDate::fromDmy(25, 9, 2002));
         (void)addCategory(catalogue, 5, "Bagels");
         (void)addCategory(catalogue, 5, "Breads");
         (void)addCategory(catalogue, 0, "Empty");
@@ -100,6 +100,7 @@ TEST_F(LogFood, LoggingCreatesTheDayAndFilesTwoCopies) {
                                         MessageKind::Warning}));
     EXPECT_EQ(r.focus, FoodField::Amount);
     EXPECT_EQ(days.currentRecord(), nullptr);
+    EXPECT_EQ(r.notices, Notices{});
 
     form.fields.amount = 0.005;
     form.fields.calories = 300;
@@ -117,7 +118,7 @@ TEST_F(LogFood, LoggingCreatesTheDayAndFilesTwoCopies) {
     EXPECT_FLOAT_EQ(e.nutrients[kCalories], 300.0f);
     EXPECT_FLOAT_EQ(e.ratio, 1.0f);
     EXPECT_TRUE(sameFood(e, day->allFoods()[0]));
-    EXPECT_TRUE(store.modified);
+    EXPECT_EQ(r.notices, Notices{.userData = true});
     EXPECT_EQ(form.nextInitialGroup(), 5);
 
     // Another food of the same group, shown alphabetically: "Onion" comes first.

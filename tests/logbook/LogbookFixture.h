@@ -28,7 +28,7 @@ protected:
     }
 
     [[nodiscard]] bool currentIs(int d, int m, int y) const {
-        const CalendarDate& c = store.currentDate;
+        const CalendarDate& c = cursor.currentDate();
         return c.day == d && c.month == m && c.year == y;
     }
 

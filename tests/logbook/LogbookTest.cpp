@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "calc/Bmr.h"
 #include "calc/Goals.h"
 #include "core/FoodItem.h"
 #include "logbook/Logbook.h"
@@ -49,6 +50,28 @@ TEST(LogbookTexts, MealCaloriesAreRoundedHalfUpBeforeSubtracting) {
     }
 }
 
+TEST_F(LogbookTest, MealsAndTotalRoundHalvesTheSameWay) {
+    const struct {
+        float meals;
+        const char* mealsText;
+        const char* total;
+    } rows[] = {
+        {1498.5f, "1499", "1499"}, {2.5f, "3", "3"}, {0.5f, "1", "1"},
+        {1498.4f, "1498", "1498"}, {0.4f, "0", "0"}, {10.5f, "11", "11"},
+    };
+    DayRecord& day = addDay(3, 5, 2002);
+    FoodItem food;
+    food.ratio = 1.0f;
+    day.group(0).push_back(food);
+    (void)logbook.first();
+    for (const auto& r : rows) {
+        day.group(0)[0].nutrients[kCalories] = r.meals;
+        const LogbookFigures f = *logbook.figures();
+        EXPECT_EQ(f.meals, r.mealsText) << r.meals;
+        EXPECT_EQ(f.total, r.total) << r.meals;
+    }
+}
+
 TEST_F(LogbookTest, FiguresOfADateWithoutARecord) {
     addDay(3, 5, 2002);
     addDay(5, 5, 2002);
@@ -69,7 +92,7 @@ TEST_F(LogbookTest, FiguresOfARecordedDay) {
     store.profile.setHeight(70.0f);
     store.profile.setAge(30);
     DayRecord& day = addDay(3, 5, 2002);
-    day.setWeight(180.0f, store.profile);  // level 2 from the profile: BMR 2234
+    setDayWeight(day, 180.0f, store.profile);  // level 2 from the profile: BMR 2234
     FoodItem food;
     food.nutrients[0] = 1499.5f;
     food.ratio = 1.0f;
@@ -98,14 +121,14 @@ TEST_F(LogbookTest, FiguresOfARecordedDay) {
 
     ASSERT_TRUE(store.profile.setUnits(1));
     f = *logbook.figures();
-    EXPECT_EQ(f.weight, "81  kg");
+    EXPECT_EQ(f.weight, "82  kg");  // 81.65 kg by the serving units' pound
 
-    day.setWeight(-1.0f, store.profile);
+    setDayWeight(day, -1.0f, store.profile);
     EXPECT_EQ(logbook.figures()->weight, "---  kg");
 }
 
 TEST_F(LogbookTest, AWeightBelowOneShowsTheDashes) {
-    addDay(3, 5, 2002).setWeight(0.4f, store.profile);
+    setDayWeight(addDay(3, 5, 2002), 0.4f, store.profile);
     (void)logbook.first();
     EXPECT_EQ(logbook.figures()->weight, "---  lbs");
 }
@@ -115,11 +138,11 @@ TEST_F(LogbookTest, WaterBetweenTwoDaysCreatesTheMiddleRecord) {
     addDay(5, 5, 2002);
     (void)logbook.pickDate(dmy(4, 5, 2002));
     EXPECT_EQ(logbook.figures()->record, "Record: -- of 2");
-    store.modified = false;
 
     const Notices n = logbook.waterChanged(true, "1");
     EXPECT_TRUE(n.dayCreated);
-    EXPECT_TRUE(store.modified);
+    EXPECT_TRUE(n.userData);
+    EXPECT_FALSE(n.dataChanged);
     const LogbookFigures f = *logbook.figures();
     EXPECT_EQ(f.record, "Record: 2 of 3");
     EXPECT_EQ(f.water, "1");
@@ -133,10 +156,8 @@ TEST_F(LogbookTest, WaterBetweenTwoDaysCreatesTheMiddleRecord) {
 
 TEST_F(LogbookTest, TheFormsOwnWaterWritesAreIgnored) {
     (void)logbook.pickDate(dmy(4, 5, 2002));
-    store.modified = false;
     EXPECT_EQ(logbook.waterChanged(false, "0"), Notices{});
     EXPECT_TRUE(store.days().empty());
-    EXPECT_FALSE(store.modified);
 
     // A step of the arrows arms exactly one change.
     logbook.waterStepped();
@@ -160,15 +181,12 @@ TEST_F(LogbookTest, EveryNavigationMarksTheDataModified) {
     const Command commands[] = {&Logbook::previous, &Logbook::next, &Logbook::first, &Logbook::last,
                                 &Logbook::deleteCurrentDay};
     for (Command c : commands) {
-        store.modified = false;
         const Notices n = (logbook.*c)();
-        EXPECT_TRUE(store.modified);
+        EXPECT_TRUE(n.userData);
         EXPECT_TRUE(n.dataChanged);
         EXPECT_FALSE(n.dayCreated);
     }
-    store.modified = false;
-    EXPECT_TRUE(logbook.pickDate(dmy(1, 1, 2003)).dataChanged);
-    EXPECT_TRUE(store.modified);
+    EXPECT_EQ(logbook.pickDate(dmy(1, 1, 2003)), (Notices{.userData = true, .dataChanged = true}));
 }
 
 TEST_F(LogbookTest, NextPastTheLastRecordAndBack) {
@@ -236,9 +254,7 @@ TEST_F(LogbookTest, ARangeWhoseEndEqualsItsStartDeletesTwoDays) {
     DayRange range(clock.now());
     range.setStart(dmy(2, 5, 2002));
     range.setEnd(dmy(2, 5, 2002));
-    store.modified = false;
-    EXPECT_TRUE(logbook.deleteRange(range).dataChanged);
-    EXPECT_TRUE(store.modified);
+    EXPECT_EQ(logbook.deleteRange(range), (Notices{.userData = true, .dataChanged = true}));
     ASSERT_EQ(store.days().size(), 2u);
     EXPECT_EQ(store.dayAt(0).date().day, 1);
     EXPECT_EQ(store.dayAt(1).date().day, 4);
@@ -275,11 +291,8 @@ TEST_F(LogbookTest, DeleteAllDaysKeepsTheProfile) {
 TEST_F(LogbookTest, ResetsClearTheirPartAndSayWhatHappened) {
     store.profile.setAge(40);
     store.profile.setGoalWeight(150.0f);
-    store.modified = false;
     Notices n = logbook.resetGoals();
-    EXPECT_TRUE(n.dataChanged);
-    EXPECT_FALSE(n.personalInfoReset);
-    EXPECT_TRUE(store.modified);
+    EXPECT_EQ(n, (Notices{.userData = true, .dataChanged = true}));
     EXPECT_LT(store.profile.goalWeight(), 0.0f);
     EXPECT_EQ(store.profile.age(), 40);
 

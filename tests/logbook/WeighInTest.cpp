@@ -23,7 +23,6 @@ protected:
 
 TEST_F(WeighInTest, NothingBelowOneCreatesADay) {
     for (const char* text : {"", "0", "-5", "abc"}) {
-        store.modified = false;
         EXPECT_EQ(weighIn.weightEdited(text), Notices{}) << text;
         EXPECT_TRUE(store.days().empty()) << text;
         EXPECT_FALSE(store.modified) << text;
@@ -33,7 +32,7 @@ TEST_F(WeighInTest, NothingBelowOneCreatesADay) {
 TEST_F(WeighInTest, AWeightCreatesTheDayAndSettlesItsBmr) {
     const Notices n = weighIn.weightEdited("180");
     EXPECT_TRUE(n.dayCreated);
-    EXPECT_TRUE(store.modified);
+    EXPECT_TRUE(n.userData);
     ASSERT_EQ(store.days().size(), 1u);
     const DayRecord& day = store.dayAt(0);
     EXPECT_FLOAT_EQ(day.weight(), 180.0f);
@@ -81,6 +80,26 @@ TEST_F(WeighInTest, KilogramsAreShownAndStoredInPounds) {
     EXPECT_EQ(weighIn.view().weight, "70");
 }
 
+TEST_F(WeighInTest, MetricWeightsReadBackAsTyped) {
+    ASSERT_TRUE(store.profile.setUnits(1));
+    Logbook logbook(cursor);
+    for (int typed = 1; typed <= 999; ++typed) {
+        const std::string text = std::to_string(typed);
+        (void)weighIn.weightEdited(text);
+        ASSERT_EQ(weighIn.view().weight, text);
+        ASSERT_EQ(logbook.figures()->weight, text + "  kg");
+    }
+}
+
+TEST_F(WeighInTest, MoreThanThreeDigitsAreKeptTo999) {
+    for (const bool metric : {false, true}) {
+        ASSERT_TRUE(store.profile.setUnits(metric ? 1 : 0));
+        (void)weighIn.weightEdited("1500");
+        EXPECT_EQ(weighIn.view().weight, "999") << metric;
+        EXPECT_FLOAT_EQ(store.dayAt(0).weight(), storedWeightFromEntry(999, metric)) << metric;
+    }
+}
+
 TEST(WeighInEntry, EditReadingAndUnitConversion) {
     EXPECT_EQ(wholeFromEdit(""), 0);
     EXPECT_EQ(wholeFromEdit("154"), 154);
@@ -94,7 +113,7 @@ TEST(WeighInEntry, EditReadingAndUnitConversion) {
 
 TEST_F(WeighInTest, TheJournalOfADateWithoutARecordKeepsNothing) {
     EXPECT_EQ(journal.load(), "Enter daily notes here.");
-    EXPECT_FALSE(journal.textChanged("Ran to the lake"));
+    EXPECT_EQ(journal.textChanged("Ran to the lake"), Notices{});
     EXPECT_TRUE(store.days().empty());
     EXPECT_FALSE(store.modified);
     EXPECT_EQ(journal.enterPressed("Ran"), "Ran\r\n");
@@ -103,10 +122,8 @@ TEST_F(WeighInTest, TheJournalOfADateWithoutARecordKeepsNothing) {
 
 TEST_F(WeighInTest, TheJournalWritesIntoAnExistingDay) {
     (void)weighIn.weightEdited("150");
-    store.modified = false;
     EXPECT_EQ(journal.load(), "");
-    EXPECT_TRUE(journal.textChanged("Ran to the lake"));
-    EXPECT_TRUE(store.modified);
+    EXPECT_TRUE(journal.textChanged("Ran to the lake").userData);
     EXPECT_EQ(store.dayAt(0).note(), "Ran to the lake");
     // Enter always appends at the very end, whatever the editor held around the caret.
     EXPECT_EQ(journal.enterPressed("Ran to\r\n the lake"), "Ran to the lake\r\n");
@@ -117,10 +134,10 @@ TEST_F(WeighInTest, TheJournalWritesIntoAnExistingDay) {
 TEST_F(WeighInTest, TheNoteStopsAt512Characters) {
     (void)weighIn.weightEdited("150");
     const std::string full(512, 'x');
-    EXPECT_TRUE(journal.textChanged(full + "y"));
+    EXPECT_TRUE(journal.textChanged(full + "y").userData);
     EXPECT_EQ(store.dayAt(0).note(), full);
     EXPECT_EQ(journal.enterPressed(full), full);
-    EXPECT_TRUE(journal.textChanged(std::string(510, 'x')));
+    EXPECT_TRUE(journal.textChanged(std::string(510, 'x')).userData);
     EXPECT_EQ(journal.enterPressed("").size(), 512u);
 }
 

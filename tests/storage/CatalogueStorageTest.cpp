@@ -176,5 +176,30 @@ TEST(AtomicSave, AnUnwritableFolderGivesAMessageNotANumber) {
     EXPECT_EQ(s.message(), "UserDB.ddb: cannot be written: a part of the path is not a folder");
 }
 
+// An installed program reads its starting catalogue from <prefix>/share/nutrovex when that file
+// is a catalogue; run from the build tree, or with the file missing or damaged, it uses its own.
+TEST(TemplateCatalogue, TheInstalledOneWhenItReadsElseTheBuiltInOne) {
+    test::TempDir prefix;
+    FoodCatalogue installed;
+    test::fillCatalogue(installed, {2, 1}, 3);
+    const Bytes installedBytes = catalogueBytes(installed);
+    const Bytes builtIn = catalogueBytes(FoodCatalogue{});
+    ASSERT_NE(installedBytes, builtIn);
+    const fs::path bin = prefix.path() / "bin";
+    const fs::path file = prefix.path() / "share" / "nutrovex" / "FoodDB.ddb";
+    EXPECT_EQ(installedTemplatePath(bin), file);
+    EXPECT_EQ(installedTemplatePath(prefix.path() / "bin/"), file);
+
+    EXPECT_EQ(chooseTemplateCatalogue(bin, builtIn), builtIn);  // nothing installed
+    fs::create_directories(file.parent_path());
+    test::writeBytes(file, installedBytes);
+    EXPECT_EQ(chooseTemplateCatalogue(bin, builtIn), installedBytes);
+    test::writeBytes(file, Bytes(installedBytes.begin(), installedBytes.end() - 5));
+    EXPECT_EQ(chooseTemplateCatalogue(bin, builtIn), builtIn);  // cut short
+    fs::remove(file);
+    fs::create_directory(file);  // not a file at all
+    EXPECT_EQ(chooseTemplateCatalogue(bin, builtIn), builtIn);
+}
+
 }  // namespace
 }  // namespace nutrovex

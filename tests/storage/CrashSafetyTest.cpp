@@ -84,7 +84,7 @@ void killSavesAtRandom(const KillRun& run) {
 
 TEST(CrashSafety, AUserFileKilledMidSaveIsTheOldOrTheNewVersion) {
     TempDir dir;
-    UserVersions v = userVersions(dir.path(), 400);
+    UserVersions v = userVersions(dir.path(), 200);
     FixedClock clock(CalendarDate::fromDmy(1, 1, 2020));
     killSavesAtRandom({dir.path(), "UserDB.ddb",
                        [&](bool newer) { return saveUser(newer ? *v.newer : *v.older).ok(); },
@@ -99,8 +99,8 @@ TEST(CrashSafety, ACatalogueKilledMidSaveIsTheOldOrTheNewVersion) {
     TempDir dir;
     FoodCatalogue older;
     FoodCatalogue newer;
-    fillCatalogueVersion(older, dir.path(), 10, "Old ");
-    fillCatalogueVersion(newer, dir.path(), 11, "New ");
+    fillCatalogueVersion(older, dir.path(), 5, "Old ");
+    fillCatalogueVersion(newer, dir.path(), 6, "New ");
     killSavesAtRandom({dir.path(), "FoodDB.ddb",
                        [&](bool isNewer) { return saveCatalogue(isNewer ? newer : older).ok(); },
                        [&] {

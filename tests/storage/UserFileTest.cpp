@@ -3,7 +3,6 @@
 #include <cmath>
 #include <string>
 
-#include "calc/Totals.h"
 #include "storage/StorageTestUtil.h"
 #include "storage/UserFile.h"
 

@@ -111,5 +111,37 @@ TEST_F(EvalCalc, MalformedRequestsAnswerWithAnError) {
     }
 }
 
+TEST_F(EvalCalc, MeasuresMaintenanceFromTheDaysGiven) {
+    // 28 days of 2000 calories to 21 November 2002; the trend goes from 200 to 198.
+    Json days = Json::array();
+    for (int i = 0; i < 28; ++i) {
+        const CalendarDate d = steppedDate(CalendarDate::fromDmy(21, 11, 2002), -i);
+        days.push_back({{"date", {d.month, d.day, d.year}},
+                        {"weight", i == 0 ? 180.0 : (i == 10 ? 200.0 : -1.0)},
+                        {"calories", 2000}});
+    }
+    days.push_back({{"date", {10, 24, 2002}}, {"weight", 200.0}, {"calories", 0}});
+    Json request = {{"op", "maintenance"}, {"current", {11, 21, 2002}}, {"days", days}};
+    EXPECT_EQ(eval(compactJson(request)),
+              R"({"valid":true,"calories":2250,"loggedDays":28,"weighIns":2,"trendStart":200.0,)"
+              R"("trendEnd":198.0})");
+
+    // 13 logged days: not valid, and no calories are claimed.
+    days.erase(days.begin() + 13, days.begin() + 28);
+    request["days"] = days;
+    EXPECT_EQ(eval(compactJson(request)),
+              R"({"valid":false,"calories":0,"loggedDays":13,"weighIns":2,"trendStart":200.0,)"
+              R"("trendEnd":198.0})");
+
+    EXPECT_EQ(eval(R"({"op":"maintenance","current":[11,21,2002],"days":[]})"),
+              R"({"valid":false,"calories":0,"loggedDays":0,"weighIns":0,"trendStart":-1.0,)"
+              R"("trendEnd":-1.0})");
+    EXPECT_NE(eval(R"({"op":"maintenance","current":[11,21,2002],"days":{}})").find("error"),
+              std::string::npos);
+    EXPECT_NE(eval(R"({"op":"maintenance","current":[11,21,2002],"days":[{"date":[1,1,2002]}]})")
+                  .find("error"),
+              std::string::npos);
+}
+
 }  // namespace
 }  // namespace nutrovex::tool

@@ -29,6 +29,12 @@ TEST(EvalControls, NumericTextShowsTheClampedValue) {
         {R"({"op":"numericText","value":-0.5,"decimals":2,"grouping":false,"min":-1,)"
          R"("max":1,"prefix":"£","suffix":" g","decorated":true})",
          R"({"text":"£-.50 g","value":-0.5})"},
+        {R"({"op":"numericText","value":5.35e-06,"decimals":2,"grouping":false,"min":0,)"
+         R"("max":1,"prefix":"","suffix":"","decorated":true})",
+         R"({"text":"0.00","value":5.35e-06})"},
+        {R"({"op":"numericText","value":0,"decimals":0,"grouping":false,"min":0,)"
+         R"("max":1,"prefix":"","suffix":"","decorated":true})",
+         R"({"text":"0","value":0.0})"},
         {R"({"op":"numericText","value":"nan","decimals":1,"grouping":false,"min":0,)"
          R"("max":1,"prefix":"","suffix":"","decorated":true})",
          R"({"text":"nan","value":"nan"})"},
@@ -52,6 +58,8 @@ TEST(EvalControls, NumericLeaveReadsRoundsAndClamps) {
          R"({"hasValue":false,"value":0.0,"text":"0.00"})"},
         {R"({"op":"numericLeave","text":"-5","decimals":1,"min":0,"max":999.99})",
          R"({"hasValue":true,"value":0.0,"text":"0.0"})"},
+        {R"({"op":"numericLeave","text":"0.049","decimals":0,"min":0,"max":100})",
+         R"({"hasValue":true,"value":0.0,"text":"0"})"},
         {R"({"op":"numericLeave","text":"7π2","decimals":0,"min":0,"max":100})",
          R"({"hasValue":true,"value":7.0,"text":"7"})"},
     };

@@ -48,6 +48,20 @@ TEST(Eval, NumbersArePrintedInTheirShortestForm) {
     EXPECT_EQ(compactJson(Json{{"a", floatJson(70.0f)}, {"b", Json::array({1e20, -0.0})}}),
               R"({"a":70.0,"b":[1e+20,-0.0]})");
     EXPECT_EQ(compactJson(floatJson(std::numeric_limits<float>::infinity())), R"("inf")");
+    // Large floats keep only their shortest digits; each text reads back to the same float.
+    const struct {
+        float value;
+        const char* text;
+    } large[] = {
+        {6187037184.0f, "6.187037e+09"}, {-920025536.0f, "-9.2002554e+08"},
+        {16777216.0f, "1.6777216e+07"},  {1000.0f, "1000.0"},
+        {123456.0f, "123456.0"},         {3.4028235e38f, "3.4028235e+38"},
+    };
+    for (const auto& c : large) {
+        const std::string text = compactJson(floatJson(c.value));
+        EXPECT_EQ(text, c.text) << c.value;
+        EXPECT_EQ(floatValue(parseJson(text), "value"), c.value) << text;
+    }
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "TempDir.h"
 #include "storage/CatalogueFile.h"
 #include "storage/UserFile.h"
 #include "storage/UserList.h"
@@ -188,16 +189,6 @@ private:
 
 class ToolFiles : public ::testing::Test {
 protected:
-    ToolFiles() {
-        std::string pattern = (fs::temp_directory_path() / "nutrovex-tool-XXXXXX").string();
-        EXPECT_NE(::mkdtemp(pattern.data()), nullptr);
-        dir = pattern;
-    }
-    ~ToolFiles() override {
-        std::error_code ec;
-        fs::remove_all(dir, ec);
-    }
-
     // Runs the real program; its output lands in out and err.
     int tool(const std::string& args) {
         const std::string command = std::string(NUTROVEX_TOOL_PATH) + " " + args + " >" +
@@ -209,7 +200,8 @@ protected:
     }
     std::string at(const char* name) const { return (dir / name).string(); }
 
-    fs::path dir;
+    test::TempDir tmp;
+    fs::path dir = tmp.path();
     std::string out;
     std::string err;
 };
@@ -331,6 +323,16 @@ TEST_F(ToolFiles, WrongUsageExitsWithTwo) {
     EXPECT_EQ(tool("check"), 2);
     EXPECT_EQ(tool("users extra"), 2);
     EXPECT_NE(err.find("usage"), std::string::npos);
+}
+
+TEST_F(ToolFiles, HelpAndVersionAnswerOnStandardOutputWithSuccess) {
+    EXPECT_EQ(tool("--version"), 0);
+    EXPECT_TRUE(out.starts_with("nutrovex-tool ")) << out;
+    EXPECT_TRUE(out.size() > 14 && out[14] >= '0' && out[14] <= '9') << out;
+    EXPECT_EQ(err, "");
+    EXPECT_EQ(tool("--help"), 0);
+    EXPECT_NE(out.find("--version"), std::string::npos);
+    EXPECT_EQ(err, "");
 }
 
 TEST_F(ToolFiles, CheckKnowsFilesByNameOrByTrying) {

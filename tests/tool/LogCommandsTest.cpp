@@ -8,9 +8,12 @@
 #include <string>
 #include <vector>
 
+#include "TempDir.h"
+#include "calc/Bmr.h"
 #include "core/ExerciseEntry.h"
 #include "core/FoodItem.h"
-#include "core/Session.h"
+#include "session/Session.h"
+#include "storage/UserStorage.h"
 #include "tool/LogCommands.h"
 
 namespace nutrovex::tool {
@@ -21,8 +24,6 @@ namespace fs = std::filesystem;
 class ExportLogTest : public ::testing::Test {
 protected:
     ExportLogTest() : clock(CalendarDate::fromDmy(5, 5, 2002)) {
-        std::random_device rd;
-        root = fs::temp_directory_path() / ("nutrovex-export-" + std::to_string(rd()));
         Session session(root, clock, settings, {});
         std::string reason;
         EXPECT_EQ(session.start(reason), Session::Start::Running) << reason;
@@ -35,7 +36,7 @@ protected:
         }
         days.setCurrentDate(CalendarDate::fromDmy(3, 5, 2002));
         DayRecord& day = *days.currentRecord();
-        day.setWeight(154.5f, session.store().profile);
+        setDayWeight(day, 154.5f, session.store().profile);
         day.setWater(4);
         day.setNote("Ran, \"far\"\r\ncaf\xE9");
         FoodItem food;
@@ -49,11 +50,6 @@ protected:
         EXPECT_TRUE(session.saveUserData().ok());
         settings.setCurrentUserName("");
     }
-    ~ExportLogTest() override {
-        std::error_code ec;
-        fs::remove_all(root, ec);
-    }
-
     int run(std::vector<std::string> args) {
         out.str("");
         err.str("");
@@ -64,7 +60,8 @@ protected:
 
     FixedClock clock;
     MemorySettings settings;
-    fs::path root;
+    test::TempDir dir;
+    fs::path root = dir.path() / "root";
     std::ostringstream out;
     std::ostringstream err;
 };
@@ -100,6 +97,53 @@ TEST_F(ExportLogTest, WritesTheCsvFile) {
     EXPECT_EQ(run({"--user", "Zerbu", "--csv", (root / "no" / "such" / "x.csv").string()}),
               kExitDataError);
     EXPECT_NE(err.str().find("x.csv"), std::string::npos) << err.str();
+}
+
+TEST_F(ExportLogTest, SummarisesTheMeasuredMaintenanceWhenThereIsOne) {
+    {  // Four weeks of 2000 calories a day to 21 November 2002, the trend going 200 -> 198.
+        UserStore store(clock);
+        store.userFolderPath = root / "Users" / "Zerbu";
+        store.dataFilePath = store.userFolderPath / "UserDB.ddb";
+        ASSERT_TRUE(loadUser(store).ok());
+        store.dayAt(0).rawFields().weight = -1.0f;  // the trend starts in the weeks below
+        for (int i = 0; i <= 28; ++i) {
+            auto day =
+                std::make_unique<DayRecord>(steppedDate(CalendarDate::fromDmy(21, 11, 2002), -i));
+            if (i < 28) {
+                FoodItem food;
+                food.nutrients[kCalories] = 2000.0f;
+                food.ratio = 1.0f;
+                day->group(2).push_back(food);
+            }
+            day->rawFields().weight = i == 0 ? 180.0f : (i == 28 || i == 10 ? 200.0f : -1.0f);
+            ASSERT_NE(store.insertDay(std::move(day)), kNoPosition);
+        }
+        ASSERT_TRUE(saveUser(store).ok());
+    }
+    const std::string summary =
+        "measured maintenance: 2,250 cal a day over the 28 days to 11/21/2002 (28 days logged, 2 "
+        "weigh-ins, trend -0.5 lbs/week)\n";
+    GlobalOptions options;
+    options.root = root.string();
+    const FixedClock then(CalendarDate::fromDmy(21, 11, 2002));
+    const std::vector<std::string> args = {"--user", "Zerbu"};
+    ASSERT_EQ(exportLog(options, args, out, err, then), kExitOk) << err.str();
+    EXPECT_EQ(err.str(), summary);  // beside the CSV on standard output, never in it
+    EXPECT_EQ(out.str().find("maintenance"), std::string::npos);
+
+    // The window ends at --to; a later day of the logbook does not move it.
+    ASSERT_EQ(run({"--user", "Zerbu", "--to", "11/21/2002"}), kExitOk);
+    EXPECT_EQ(err.str(), summary);
+    ASSERT_EQ(run({"--user", "Zerbu", "--to", "11/20/2002"}), kExitOk);
+    EXPECT_EQ(err.str().find("2,250 cal"), std::string::npos);
+    EXPECT_NE(err.str().find("measured maintenance"), std::string::npos);
+
+    const fs::path csv = root / "log.csv";
+    ASSERT_EQ(run({"--user", "Zerbu", "--to", "11/21/2002", "--csv", csv.string()}), kExitOk);
+    EXPECT_EQ(out.str(), summary);
+    // Without enough days there is no line at all.
+    ASSERT_EQ(run({"--user", "Zerbu", "--to", "11/6/2002", "--csv", csv.string()}), kExitOk);
+    EXPECT_EQ(out.str(), "");
 }
 
 TEST_F(ExportLogTest, WrongUsageExitsWithTwo) {

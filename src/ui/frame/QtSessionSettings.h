@@ -3,7 +3,7 @@
 #include <QSettings>
 #include <memory>
 
-#include "core/Session.h"
+#include "session/Session.h"
 
 namespace nutrovex {
 

@@ -8,7 +8,7 @@
 #include <set>
 
 #include "HostileNames.h"
-#include "core/Session.h"
+#include "session/Session.h"
 #include "storage/CatalogueFile.h"
 #include "storage/DataRoot.h"
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "calc/ServingUnits.h"
+#include "core/ServingUnits.h"
 
 namespace nutrovex {
 namespace {

@@ -1,4 +1,4 @@
-#include "calc/ServingUnits.h"
+#include "core/ServingUnits.h"
 
 namespace nutrovex {
 

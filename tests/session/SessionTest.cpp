@@ -5,12 +5,14 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
-#include <random>
 #include <string>
 #include <vector>
 
+#include "TempDir.h"
 #include "core/FoodCatalogue.h"
-#include "core/Session.h"
+#include "core/FoodItem.h"
+#include "session/Session.h"
+#include "session/UsersForm.h"
 #include "storage/CatalogueFile.h"
 
 namespace nutrovex {
@@ -40,14 +42,7 @@ std::vector<uint8_t> shippedCatalogue() {
 
 class SessionTest : public ::testing::Test {
 protected:
-    SessionTest() : clock(CalendarDate::fromDmy(21, 11, 2002)), shipped(shippedCatalogue()) {
-        std::random_device rd;
-        root = fs::temp_directory_path() / ("nutrovex-session-" + std::to_string(rd()));
-    }
-    ~SessionTest() override {
-        std::error_code ec;
-        fs::remove_all(root, ec);
-    }
+    SessionTest() : clock(CalendarDate::fromDmy(21, 11, 2002)), shipped(shippedCatalogue()) {}
 
     std::unique_ptr<Session> started() {
         auto s = std::make_unique<Session>(root, clock, settings, shipped);
@@ -59,7 +54,8 @@ protected:
     FixedClock clock;
     MemorySettings settings;
     std::vector<uint8_t> shipped;
-    fs::path root;
+    test::TempDir dir;
+    fs::path root = dir.path() / "root";
 };
 
 TEST_F(SessionTest, FirstStartOnAnEmptyRoot) {
@@ -133,6 +129,36 @@ TEST_F(SessionTest, SavedDataAndTheCatalogueComeBackNextTime) {
     EXPECT_EQ(s->catalogue().groups[5][0].name, "Bagels");
 }
 
+TEST_F(SessionTest, OnlyWhatTheNoticesMarkIsSavedAndTotalsFollowTheFoods) {
+    auto s = started();
+    ASSERT_TRUE(s->initialLoad().ok());
+    ASSERT_TRUE(s->saveUserData().ok());
+    const fs::path userFile = root / "Users" / "Zerbu" / "UserDB.ddb";
+    const std::vector<uint8_t> saved = fileBytes(userFile);
+
+    // Edited without a notice: nothing is due, so a save point writes nothing.
+    (void)s->days().ensureCurrentDay();
+    DayRecord& day = *s->days().currentRecord();
+    FoodItem bagel;
+    bagel.name = "Bagel";
+    bagel.nutrients[kCalories] = 250.0f;
+    bagel.ratio = 2.0f;
+    day.group(5).push_back(bagel);
+    day.rawFields().totals = {1, 1, 1, 1, 1, 1};  // stale
+    EXPECT_FALSE(s->userDataModified());
+    EXPECT_TRUE(s->saveModified().ok());
+    EXPECT_EQ(fileBytes(userFile), saved);
+
+    // The command's notice makes the save point write the day, its totals recomputed first.
+    s->apply(Notices{.userData = true});
+    EXPECT_TRUE(s->userDataModified());
+    EXPECT_FALSE(s->catalogueModified());
+    ASSERT_TRUE(s->saveModified().ok());
+    EXPECT_FALSE(s->userDataModified());
+    EXPECT_NE(fileBytes(userFile), saved);
+    EXPECT_FLOAT_EQ(day.totals()[kCalories], 500.0f);
+}
+
 TEST_F(SessionTest, AFileThatCannotBeReadIsNeverWrittenOver) {
     {
         auto s = started();
@@ -183,7 +209,7 @@ TEST_F(SessionTest, AddingSwitchingRenamingAndDeletingUsers) {
     EXPECT_TRUE(fs::exists(root / "Users" / "Ann" / "UserDB.ddb"));
     EXPECT_EQ(s->days().currentRecord(), nullptr);
     EXPECT_FALSE(s->addUser("Ann").ok());
-    EXPECT_EQ(addUserRefusal().caption, "New User");
+    EXPECT_EQ(UsersForm::addRefusal().caption, "New User");
 
     status = s->switchUser("Zerbu");
     ASSERT_TRUE(status.ok()) << status.message();
@@ -211,7 +237,7 @@ TEST_F(SessionTest, AddingSwitchingRenamingAndDeletingUsers) {
     ASSERT_EQ(s->users().count(), 1u);
     EXPECT_EQ(s->preselectedUser(), 0);
 
-    EXPECT_EQ(confirmDeleteUser("Ann").text,
+    EXPECT_EQ(UsersForm::confirmDelete("Ann").text,
               "Delete the user name and ALL ASSOCIATED DATA of 'Ann'?");
 }
 

@@ -1,111 +1,15 @@
-#include "core/Session.h"
+#include "session/Session.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstdlib>
+#include <algorithm>
 #include <system_error>
 
+#include "calc/Totals.h"
 #include "core/Names.h"
 #include "storage/CatalogueStorage.h"
 #include "storage/DataRoot.h"
 #include "storage/UserStorage.h"
 
 namespace nutrovex {
-
-DataRootChoice chooseDataRoot(std::string_view rootOption) {
-    if (!rootOption.empty()) {
-        return {std::filesystem::path(rootOption), true};
-    }
-    if (const char* env = std::getenv("NUTROVEX_ROOT"); env != nullptr && env[0] != 0) {
-        return {std::filesystem::path(env), true};
-    }
-    return {defaultDataRoot(), false};
-}
-
-InstanceLock::~InstanceLock() {
-    release();
-}
-
-void InstanceLock::release() {
-    if (m_fd >= 0) {
-        ::close(m_fd);  // closing drops the lock
-        m_fd = -1;
-    }
-}
-
-InstanceLock::Result InstanceLock::acquire(const std::filesystem::path& root, std::string& reason) {
-    release();
-    std::error_code ec;
-    std::filesystem::create_directories(root, ec);
-    if (ec) {
-        reason =
-            "the data folder " + root.string() + " cannot be made: " + systemReason(ec.value());
-        return Result::Failed;
-    }
-    const std::filesystem::path path = root / kLockFileName;
-    const int fd = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
-    if (fd < 0) {
-        reason = path.string() + " cannot be opened: " + systemReason(errno);
-        return Result::Failed;
-    }
-    // flock, not fcntl: its locks belong to the open file, so even a second session inside the
-    // same process is kept out.
-    if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
-        const int error = errno;
-        ::close(fd);
-        if (error == EWOULDBLOCK) {
-            return Result::HeldElsewhere;
-        }
-        reason = path.string() + " cannot be locked: " + systemReason(error);
-        return Result::Failed;
-    }
-    m_fd = fd;
-    return Result::Acquired;
-}
-
-std::string SessionStatus::message() const {
-    std::string text;
-    for (const std::string& f : failures) {
-        if (!text.empty()) {
-            text += '\n';
-        }
-        text += f;
-    }
-    return text;
-}
-
-void SessionStatus::add(const StorageStatus& status) {
-    if (!status.ok()) {
-        failures.push_back(status.message());
-    }
-}
-
-ScreenMessage loadErrorMessage() {
-    return {"Error loading data files. Please reinstall Nutrovex.", "Registry Error",
-            MessageKind::Critical};
-}
-
-ScreenMessage addUserRefusal() {
-    return {"Could not add the user.  Make sure you are not inputting a duplicate name.",
-            "New User", MessageKind::Warning};
-}
-
-ScreenMessage renameUserRefusal() {
-    return {"Could not rename the user.  Make sure you are not inputting a duplicate name.",
-            "Rename User", MessageKind::Warning};
-}
-
-ScreenMessage confirmDeleteUser(std::string_view name) {
-    return {"Delete the user name and ALL ASSOCIATED DATA of '" + std::string(name) + "'?",
-            "Delete User", MessageKind::Question};
-}
-
-ScreenMessage deleteUserRefusal() {
-    return {"Could not delete the user.", "Delete User", MessageKind::Warning};
-}
 
 namespace {
 
@@ -228,6 +132,11 @@ SessionStatus Session::saveUserData() {
     } else if (!m_userReadWhole) {
         status.add(notWrittenOver(m_store.dataFilePath, m_userFailure));
     } else {
+        // The stored totals follow the foods, whatever edited them since the last save.
+        const std::size_t written = std::min<std::size_t>(m_store.dayCount, m_store.days().size());
+        for (std::size_t i = 0; i < written; ++i) {
+            dayTotals(m_store.dayAt(static_cast<Position>(i)));
+        }
         status.add(saveUser(m_store));
     }
     return status;
@@ -246,6 +155,31 @@ SessionStatus Session::saveCatalogue() {
         status.add(saved);
         if (saved) {
             m_catalogueCopied = false;
+        }
+    }
+    return status;
+}
+
+void Session::apply(const Notices& notices) {
+    if (!userOpen()) {
+        return;
+    }
+    if (notices.userData) {
+        m_store.modified = true;
+    }
+    if (notices.catalogue) {
+        m_catalogue.modified = true;
+    }
+}
+
+SessionStatus Session::saveModified() {
+    SessionStatus status;
+    if (userDataModified()) {
+        status = saveUserData();
+    }
+    if (catalogueModified()) {
+        for (std::string& f : saveCatalogue().failures) {
+            status.add(std::move(f));
         }
     }
     return status;

@@ -10,83 +10,19 @@
 #include "core/CalendarDate.h"
 #include "core/FoodCatalogue.h"
 #include "core/Position.h"
+#include "core/ScreenMessage.h"
 #include "core/UserStore.h"
 #include "logbook/DayCursor.h"
 #include "logbook/ExerciseLog.h"
-#include "logbook/ScreenMessage.h"
-#include "storage/StorageError.h"
+#include "session/InstanceLock.h"
+#include "session/SessionSettings.h"
+#include "session/SessionStatus.h"
 #include "storage/UserList.h"
 
 namespace nutrovex {
 
 // The user that start-up opens.
 inline constexpr const char* kDefaultUserName = "Zerbu";
-inline constexpr const char* kLockFileName = "Nutrovex.lock";
-
-// Where the data lives: --root DIR, else $NUTROVEX_ROOT, else the per-user data folder. `given`
-// tells the program to keep its settings inside the root, so every root is self-contained.
-struct DataRootChoice {
-    std::filesystem::path path;
-    bool given = false;
-};
-[[nodiscard]] DataRootChoice chooseDataRoot(std::string_view rootOption);
-
-// The remembered current user, kept by the program's settings (an absent value reads as "").
-class SessionSettings {
-public:
-    virtual ~SessionSettings() = default;
-    [[nodiscard]] virtual std::string currentUserName() const = 0;
-    virtual void setCurrentUserName(std::string_view name) = 0;
-};
-
-// Settings that live as long as the object: for the tool and for tests.
-class MemorySettings final : public SessionSettings {
-public:
-    [[nodiscard]] std::string currentUserName() const override { return m_name; }
-    void setCurrentUserName(std::string_view name) override { m_name = name; }
-
-private:
-    std::string m_name;
-};
-
-// Keeps a second copy of the program off a data root: an exclusive lock on a file in the root,
-// held while the object lives. The system drops it when the process ends, however it ends.
-class InstanceLock {
-public:
-    enum class Result : uint8_t { Acquired, HeldElsewhere, Failed };
-
-    InstanceLock() = default;
-    ~InstanceLock();
-    InstanceLock(const InstanceLock&) = delete;
-    InstanceLock& operator=(const InstanceLock&) = delete;
-
-    // Makes the root when it is missing. On Failed, reason says why.
-    [[nodiscard]] Result acquire(const std::filesystem::path& root, std::string& reason);
-    [[nodiscard]] bool held() const { return m_fd >= 0; }
-    void release();
-
-private:
-    int m_fd = -1;
-};
-
-// The outcome of a session operation: every failure in words a screen can show, naming the file
-// and why. Empty when everything went well.
-struct SessionStatus {
-    std::vector<std::string> failures;
-
-    [[nodiscard]] bool ok() const { return failures.empty(); }
-    explicit operator bool() const { return ok(); }
-    [[nodiscard]] std::string message() const;
-    void add(const StorageStatus& status);
-    void add(std::string failure) { failures.push_back(std::move(failure)); }
-};
-
-// The users screen's messages.
-[[nodiscard]] ScreenMessage loadErrorMessage();  // "Error loading data files. ..."
-[[nodiscard]] ScreenMessage addUserRefusal();
-[[nodiscard]] ScreenMessage renameUserRefusal();
-[[nodiscard]] ScreenMessage confirmDeleteUser(std::string_view name);
-[[nodiscard]] ScreenMessage deleteUserRefusal();
 
 // The running program's data: one data root, exactly one open user with that user's food
 // catalogue, the logbook's cursor and the exercise clipboard. The owners live as long as the
@@ -120,6 +56,15 @@ public:
     [[nodiscard]] bool userOpen() const { return !m_store.dataFilePath.empty(); }
     [[nodiscard]] std::string_view openUserName() const { return m_store.profile.userName(); }
 
+    // The one door for changes: marks what a command changed as modified, so that the next save
+    // point writes it. Screens reach it through the notifier, which also tells every open screen.
+    void apply(const Notices& notices);
+    [[nodiscard]] bool userDataModified() const { return userOpen() && m_store.modified; }
+    [[nodiscard]] bool catalogueModified() const { return userOpen() && m_catalogue.modified; }
+    // A screen's save point: writes the user data, then the catalogue, each only when modified.
+    SessionStatus saveModified();
+
+    // Recomputes every day's nutrient totals, then writes the user's data file.
     SessionStatus saveUserData();
     SessionStatus saveCatalogue();
     // "Save User": the user data first, then the catalogue.
@@ -128,7 +73,7 @@ public:
     // Switches to a listed user: the open user's unsaved changes are written first, then the
     // store is reset and the other user's file and catalogue are loaded.
     SessionStatus switchUser(std::string_view name);
-    // The users screen's New...: adds the user (refused: the screen shows addUserRefusal()),
+    // The users screen's New...: adds the user (refused: the screen shows UsersForm::addRefusal()),
     // opens it with its catalogue, makes it current and saves its data.
     SessionStatus addUser(std::string_view name);
     SessionStatus renameUser(std::string_view name, std::string_view newName);

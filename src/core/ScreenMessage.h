@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace nutrovex {
+
+// The icon of a message box: refusals warn, confirmations ask, fatal load errors stop.
+enum class MessageKind : uint8_t { Warning, Question, Critical };
+
+// A message box as data: a screen shows it; for a Question the operation runs only on Yes.
+struct ScreenMessage {
+    std::string text;
+    std::string caption;
+    MessageKind kind = MessageKind::Warning;
+
+    friend bool operator==(const ScreenMessage&, const ScreenMessage&) = default;
+};
+
+// What an engine command changed, for the session to apply: it marks the user's data or the
+// catalogue modified (they are saved at the next save point) and tells every open screen to redraw
+// (data changed), that a day was created by typing into it, or that the personal information was
+// reset. Commands never mark anything modified themselves.
+struct Notices {
+    bool userData = false;   // the user's data must be saved
+    bool catalogue = false;  // the catalogue must be saved
+    bool dataChanged = false;
+    bool dayCreated = false;
+    bool personalInfoReset = false;
+
+    [[nodiscard]] bool any() const {
+        return userData || catalogue || dataChanged || dayCreated || personalInfoReset;
+    }
+    Notices& operator|=(const Notices& other) {
+        userData = userData || other.userData;
+        catalogue = catalogue || other.catalogue;
+        dataChanged = dataChanged || other.dataChanged;
+        dayCreated = dayCreated || other.dayCreated;
+        personalInfoReset = personalInfoReset || other.personalInfoReset;
+        return *this;
+    }
+    friend bool operator==(const Notices&, const Notices&) = default;
+};
+
+// What a command did: what it changed, and the message a screen shows when the command was refused
+// or could not do all of it.
+struct Outcome {
+    Notices notices{};
+    std::optional<ScreenMessage> message{};
+
+    friend bool operator==(const Outcome&, const Outcome&) = default;
+};
+
+}  // namespace nutrovex

@@ -1,0 +1,48 @@
+#include "ui/frame/AboutDialog.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "session/AboutForm.h"
+#include "ui/TextConvert.h"
+
+namespace nutrovex {
+
+AboutDialog::AboutDialog(QWidget* parent)
+    : QDialog(parent),
+      m_product(new QLabel(toQString(AboutForm::productName()), this)),
+      m_version(new QLabel(toQString(AboutForm::version()), this)),
+      m_ok(new QPushButton(toQString(AboutForm::okText()), this)) {
+    setWindowTitle(toQString(AboutForm::title()));
+    setModal(true);
+
+    QFont big = m_product->font();
+    big.setBold(true);
+    big.setPointSizeF(big.pointSizeF() * 1.5);
+    m_product->setFont(big);
+    QFont small = m_version->font();
+    small.setPointSizeF(small.pointSizeF() * 0.85);
+    m_version->setFont(small);
+    m_product->setAlignment(Qt::AlignCenter);
+    m_version->setAlignment(Qt::AlignCenter);
+    m_product->setAccessibleName(QStringLiteral("Product"));
+    m_version->setAccessibleName(QStringLiteral("Version"));
+    m_ok->setAccessibleName(toQString(AboutForm::okText()));
+    m_ok->setDefault(true);
+
+    auto* separator = new QFrame(this);
+    separator->setFrameShape(QFrame::HLine);
+    separator->setFrameShadow(QFrame::Sunken);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_product);
+    layout->addWidget(m_version);
+    layout->addWidget(separator);
+    layout->addWidget(m_ok, 0, Qt::AlignCenter);
+
+    connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
+}
+
+}  // namespace nutrovex

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+class QPushButton;
+
+namespace nutrovex {
+
+// The about box: a thin view of AboutForm.
+class AboutDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit AboutDialog(QWidget* parent = nullptr);
+
+private:
+    QLabel* m_product;
+    QLabel* m_version;
+    QPushButton* m_ok;
+};
+
+}  // namespace nutrovex

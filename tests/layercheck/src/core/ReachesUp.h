@@ -1,0 +1,4 @@
+#pragma once
+
+// Reaches up: the core may not know how files are stored.
+#include "storage/UserList.h"
