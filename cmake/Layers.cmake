@@ -12,7 +12,9 @@ set(NUTROVEX_LAYER_controls_USES core)
 set(NUTROVEX_LAYER_session_USES storage foods charts controls)
 # Above the engine: the screens, the tool and the program. Only ui and app may use Qt.
 set(NUTROVEX_LAYER_ui_USES session)
-set(NUTROVEX_LAYER_tool_USES session)
+# The tool's chart command draws through the screens' chart painter (ui/charts/ChartPng.h, whose
+# interface is Qt-free); no tool file includes Qt itself.
+set(NUTROVEX_LAYER_tool_USES session ui)
 set(NUTROVEX_LAYER_app_USES ui)
 set(NUTROVEX_QT_FOLDERS ui app)
 

@@ -1,24 +1,84 @@
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QLabel>
-#include <QMainWindow>
+#include <QElapsedTimer>
 #include <QMessageBox>
+#include <QTimer>
 
+#include <csignal>
 #include <cstdio>
 #include <string_view>
 
 #include "data/ShippedCatalogue.h"
+#include "session/MainFrameForm.h"
 #include "session/Session.h"
 #include "storage/CatalogueStorage.h"
 #include "storage/FileIo.h"
 #include "ui/Resources.h"
 #include "ui/TextConvert.h"
+#include "ui/frame/CMainFrame.h"
+#include "ui/frame/CNutrovexView.h"
+#include "ui/frame/FrameTour.h"
+#include "ui/frame/ProgramOpeners.h"
 #include "ui/frame/QtSessionSettings.h"
+#include "ui/frame/SessionNotifier.h"
 
 using namespace nutrovex;
 
+namespace {
+
+// --tour DIR: opens every screen on the root's data and saves its pictures; nothing is asked and
+// nothing is saved. Failures go to stderr.
+int runTourMode(SessionNotifier& notifier, const QString& dir) {
+    Session& session = notifier.session();
+    const SessionStatus loaded = session.initialLoad();
+    if (!loaded) {
+        std::fprintf(stderr, "nutrovex: %s\n", loaded.message().c_str());
+    }
+    CMainFrame frame(notifier, programOpeners(notifier));
+    frame.show();
+    const QStringList failures = runTour(dir, allTourStops(notifier), &frame);
+    for (const QString& failure : failures) {
+        std::fprintf(stderr, "nutrovex: %s\n", failure.toLocal8Bit().constData());
+    }
+    return failures.isEmpty() ? 0 : 1;
+}
+
+// --measure-start: how long from the program's start to the main menu painted with the data
+// loaded, beside the loads alone. Prints both and ends.
+class FirstPaintAfterLoad : public QObject {
+public:
+    FirstPaintAfterLoad(const QElapsedTimer& sinceStart, qint64 loadNs)
+        : m_sinceStart(&sinceStart), m_loadNs(loadNs) {}
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint && !m_done) {
+            m_done = true;
+            // Runs once this paint has finished.
+            QTimer::singleShot(0, qApp, [this] {
+                std::printf("start to first painted main menu: %.1f ms; the loads alone: %.1f ms\n",
+                            static_cast<double>(m_sinceStart->nsecsElapsed()) / 1e6,
+                            static_cast<double>(m_loadNs) / 1e6);
+                QApplication::quit();
+            });
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    const QElapsedTimer* m_sinceStart;
+    qint64 m_loadNs;
+    bool m_done = false;
+};
+
+}  // namespace
+
 int main(int argc, char** argv) {
     tuneHeapForLargeLoads();
+    QElapsedTimer sinceStart;
+    sinceStart.start();
+    // Past a file-size limit a save fails with a message instead of killing the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     // The version answers without a display, as on a server or in a package check.
     for (int i = 1; i < argc; ++i) {
         if (std::string_view(argv[i]) == "--version") {
@@ -38,7 +98,16 @@ int main(int argc, char** argv) {
     parser.addVersionOption();
     const QCommandLineOption rootOption(
         QStringLiteral("root"), QStringLiteral("Keep the data in <dir>."), QStringLiteral("dir"));
+    const QCommandLineOption tourOption(
+        QStringLiteral("tour"),
+        QStringLiteral("Save a picture of every screen into <dir>, then end."),
+        QStringLiteral("dir"));
+    const QCommandLineOption measureOption(
+        QStringLiteral("measure-start"),
+        QStringLiteral("Print the time to the first painted main menu, then end."));
     parser.addOption(rootOption);
+    parser.addOption(tourOption);
+    parser.addOption(measureOption);
     parser.process(app);
 
     const DataRootChoice root = chooseDataRoot(parser.value(rootOption).toStdString());
@@ -53,26 +122,37 @@ int main(int argc, char** argv) {
         case Session::Start::AlreadyRunning:
             return 0;  // another copy works on this data: end quietly
         case Session::Start::Failed:
-            QMessageBox::critical(nullptr, QStringLiteral("Nutrovex"), toQString(reason));
+            if (parser.isSet(tourOption)) {
+                std::fprintf(stderr, "nutrovex: %s\n", reason.c_str());
+            } else {
+                QMessageBox::critical(nullptr, QStringLiteral("Nutrovex"), toQString(reason));
+            }
             return 1;
         case Session::Start::Running:
             break;
     }
 
-    QMainWindow window;
-    window.setWindowTitle(QStringLiteral("Nutrovex"));
-    window.resize(360, 640);
-    auto* status = new QLabel(&window);
-    status->setAlignment(Qt::AlignCenter);
-    status->setWordWrap(true);
-    window.setCentralWidget(status);
-    window.show();
-
-    const SessionStatus loaded = session.initialLoad();
-    if (!loaded) {
-        QMessageBox::warning(&window, QStringLiteral("Nutrovex"), toQString(loaded.message()));
+    SessionNotifier notifier(session);
+    // Read before the load, which opens (and so remembers) the default user first.
+    if (parser.isSet(tourOption)) {
+        return runTourMode(notifier, parser.value(tourOption));
     }
-    status->setText(toQString(std::string(session.openUserName())) + QStringLiteral("\n") +
-                    toQString(longDateText(session.days().currentDate())));
+
+    CMainFrame frame(notifier, programOpeners(notifier));
+    frame.show();
+    std::unique_ptr<FirstPaintAfterLoad> watcher;
+    if (parser.isSet(measureOption)) {
+        QTimer::singleShot(0, &frame, [&] {
+            QElapsedTimer load;
+            load.start();
+            (void)frame.initialLoad();
+            watcher = std::make_unique<FirstPaintAfterLoad>(sinceStart, load.nsecsElapsed());
+            frame.view()->installEventFilter(watcher.get());
+            frame.view()->update();
+        });
+        return QApplication::exec();
+    }
+    // The load runs once the window exists and the event loop turns.
+    QTimer::singleShot(0, &frame, [&frame] { (void)frame.initialLoad(); });
     return QApplication::exec();
 }

@@ -13,4 +13,10 @@ namespace nutrovex {
 // nullopt when the UTF-8 text is malformed or holds a character Windows-1252 cannot store.
 [[nodiscard]] std::optional<std::string> utf8ToCp1252(std::string_view text);
 
+// Appends a character of the Basic Multilingual Plane (below 0x10000) as UTF-8.
+void appendUtf8(std::string& out, char32_t c);
+
+// 0 to 15 for a hexadecimal digit of either case, -1 for any other character.
+[[nodiscard]] int hexDigitValue(char c);
+
 }  // namespace nutrovex

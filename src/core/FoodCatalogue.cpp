@@ -17,8 +17,7 @@ uint64_t nextRevision() {
 
 }  // namespace
 
-void FoodCatalogue::markChanged() {
-    modified = true;
+void FoodCatalogue::newRevision() {
     revision = nextRevision();
 }
 

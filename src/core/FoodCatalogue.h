@@ -43,8 +43,9 @@ public:
     // from one revision (the search index) knows whether it still matches.
     uint64_t revision = 0;
 
-    // Marks the catalogue modified, so the next save writes it, and gives it a new revision.
-    void markChanged();
+    // Gives the catalogue a new revision after an edit, so whatever was built from the old one
+    // knows it is stale. Marking it modified (to be saved) is the session's alone.
+    void newRevision();
 
     // Empty groups and the default header.
     void reset();

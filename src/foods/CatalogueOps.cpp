@@ -55,7 +55,7 @@ std::string_view foodName(const FoodItem& f) {
 
 void changed(FoodCatalogue& catalogue) {
     catalogue.renumberGroupChunks();
-    catalogue.markChanged();
+    catalogue.newRevision();
 }
 
 // Puts category into the group at its name's place; kNoPosition when memory fails.

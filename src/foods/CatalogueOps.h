@@ -7,6 +7,7 @@
 #include "core/FoodCatalogue.h"
 #include "core/FoodItem.h"
 #include "core/Position.h"
+#include "core/ScreenMessage.h"
 
 namespace nutrovex {
 
@@ -16,9 +17,14 @@ inline constexpr std::size_t kMaxFoodsPerCategory = 100;
 inline constexpr std::size_t kNameFieldLimit = 20;
 inline constexpr std::size_t kRenameLimit = 21;
 
+// What every successful catalogue operation below changed, for Session::apply.
+inline constexpr Notices kCatalogueChanged{.catalogue = true};
+
 // Every operation below keeps the lists in name order (core/Names.h), refuses byte-equal
-// duplicates, and on a change marks the catalogue modified and renumbers the group chunks so
+// duplicates, and on a change gives the catalogue a new revision and renumbers the group chunks so
 // the next save succeeds. A group outside 0..7 or a position outside its list is refused.
+// No operation marks the catalogue modified: a caller that changed it hands kCatalogueChanged
+// (or its form's notices) to the session, which marks it and saves it at the next save point.
 
 [[nodiscard]] Position findCategory(const FoodCatalogue& catalogue, int group,
                                     std::string_view name);

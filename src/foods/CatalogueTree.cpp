@@ -61,6 +61,9 @@ TreePaste pasteIntoTree(const CatalogueClipboard& clipboard, FoodCatalogue& cata
                                         MessageKind::Warning};
         }
     }
+    if (out.position != kNoPosition) {
+        out.notices = kCatalogueChanged;
+    }
     return out;
 }
 

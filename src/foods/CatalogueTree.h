@@ -43,6 +43,7 @@ struct TreeMenuState {
 struct TreePaste {
     Position position = kNoPosition;
     std::optional<ScreenMessage> message;
+    Notices notices;  // the catalogue changed when something was pasted
 };
 [[nodiscard]] TreePaste pasteIntoTree(const CatalogueClipboard& clipboard, FoodCatalogue& catalogue,
                                       TreeNode node, int group, Position category);

@@ -61,8 +61,7 @@ Notices FoodClipboard::cut(DayRecord& day, const FoodLogView& view, FoodSelectio
 
 PasteOutcome FoodClipboard::paste(DayCursor& days, const FoodLogView& view) const {
     PasteOutcome out;
-    days.ensureCurrentDay();
-    DayRecord* day = days.currentRecord();
+    DayRecord* day = days.ensureCurrentRecord();
     if (!day) {
         return out;
     }
@@ -75,9 +74,15 @@ PasteOutcome FoodClipboard::paste(DayCursor& days, const FoodLogView& view) cons
             if (view.shownGroup >= 0 && view.shownGroup < kFoodGroupCount) {
                 copy.group = static_cast<uint16_t>(view.shownGroup);
             }
+            // A pasted food is a new entry with a key of its own from the user's counter.
+            UserStore& store = days.store();
+            const PackedKey counter = store.header.keyCounter;
+            copy.key = store.nextEntryKey();
             const Position pos = insertLoggedFood(*day, copy, view.shownGroup, view.sortMode);
             if (pos != kNoPosition) {
                 out.lastPosition = pos;
+            } else {
+                store.header.keyCounter = counter;
             }
         } catch (const std::bad_alloc&) {
         }

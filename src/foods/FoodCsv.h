@@ -7,6 +7,7 @@
 
 #include "core/Csv.h"
 #include "core/FoodCatalogue.h"
+#include "foods/CatalogueOps.h"
 
 namespace nutrovex {
 
@@ -33,6 +34,11 @@ struct ImportReport {
     std::size_t foodsAdded = 0;
     std::size_t categoriesAdded = 0;
     std::vector<ImportRefusal> refused;
+
+    // The catalogue changed when anything was added.
+    [[nodiscard]] Notices notices() const {
+        return foodsAdded + categoriesAdded > 0 ? kCatalogueChanged : Notices{};
+    }
 };
 
 // Adds the foods of a CSV text (UTF-8) as the new-item form would. The header row names the

@@ -104,6 +104,32 @@ bool capCaloriesField(FoodValueFields& fields) {
     return false;
 }
 
+void caloriesTyped(FoodValueFields& fields, FoodItem& working, std::optional<uint32_t> calories) {
+    fields.calories = calories;
+    if (calories) {
+        working.setNutrient(kCalories, static_cast<float>(*calories));
+    }
+}
+
+void gramsTyped(FoodValueFields& fields, FoodItem& working, int nutrient,
+                std::optional<double> grams) {
+    if (nutrient <= kCalories || nutrient >= kNutrientCount) {
+        return;
+    }
+    fields.grams[static_cast<std::size_t>(nutrient)] = grams;
+    if (grams) {
+        working.setNutrient(nutrient, static_cast<float>(*grams));
+    }
+}
+
+bool caloriesFieldLeft(FoodValueFields& fields, FoodItem& working) {
+    if (!capCaloriesField(fields)) {
+        return false;
+    }
+    working.setNutrient(kCalories, static_cast<float>(*fields.calories));
+    return true;
+}
+
 FoodField firstInvalidField(const FoodValueFields& fields) {
     // The amount is stored in single precision: 0.005 must pass as the float it becomes.
     if (!fields.amount ||
@@ -307,28 +333,15 @@ void FoodItemForm::unitChosen(int index) {
 }
 
 void FoodItemForm::caloriesEdited(std::optional<uint32_t> calories) {
-    fields.calories = calories;
-    if (calories) {
-        m_working.setNutrient(kCalories, static_cast<float>(*calories));
-    }
+    caloriesTyped(fields, m_working, calories);
 }
 
 void FoodItemForm::gramsEdited(int nutrient, std::optional<double> grams) {
-    if (nutrient <= kCalories || nutrient >= kNutrientCount) {
-        return;
-    }
-    fields.grams[static_cast<std::size_t>(nutrient)] = grams;
-    if (grams) {
-        m_working.setNutrient(nutrient, static_cast<float>(*grams));
-    }
+    gramsTyped(fields, m_working, nutrient, grams);
 }
 
 bool FoodItemForm::caloriesLeft() {
-    if (!capCaloriesField(fields)) {
-        return false;
-    }
-    m_working.setNutrient(kCalories, static_cast<float>(*fields.calories));
-    return true;
+    return caloriesFieldLeft(fields, m_working);
 }
 
 ScreenMessage FoodItemForm::refusal(const char* text) const {
@@ -377,12 +390,11 @@ FormResult FoodItemForm::accept() {
             result.group = m_group;
             result.category = static_cast<Position>(m_category);
             result.position = pos;
-            result.notices.catalogue = true;
+            result.notices = kCatalogueChanged;
             break;
         }
         case FoodFormKind::InsertIntoDay: {
-            m_days->ensureCurrentDay();
-            DayRecord* day = m_days->currentRecord();
+            DayRecord* day = m_days->ensureCurrentRecord();
             if (!day) {
                 result.status = FormResult::Status::ClosedWithoutChange;
                 return result;
@@ -459,6 +471,7 @@ FormResult CategoryNameForm::accept() {
     result.status = FormResult::Status::Done;
     result.group = m_group;
     result.position = pos;
+    result.notices = kCatalogueChanged;
     return result;
 }
 

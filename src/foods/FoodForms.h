@@ -78,6 +78,14 @@ void showValues(FoodValueFields& fields, const FoodItem& item);
 // The calories field losing the focus: more than 10000 becomes 10000. True when it did.
 bool capCaloriesField(FoodValueFields& fields);
 
+// The value fields typed into, for the forms that keep a working copy of the item: the typed value
+// goes into the field and, when it is a number, through the clamping setter into the item.
+void caloriesTyped(FoodValueFields& fields, FoodItem& working, std::optional<uint32_t> calories);
+void gramsTyped(FoodValueFields& fields, FoodItem& working, int nutrient,
+                std::optional<double> grams);
+// The calories field losing the focus: capped as capCaloriesField, the item following.
+bool caloriesFieldLeft(FoodValueFields& fields, FoodItem& working);
+
 // The first field that refuses the form, in focus order (amount, unit, calories, protein, fat,
 // carbohydrate, fiber, saturated fat), or None.
 [[nodiscard]] FoodField firstInvalidField(const FoodValueFields& fields);

@@ -129,28 +129,15 @@ void LogFoodForm::unitChosen(int index) {
 }
 
 void LogFoodForm::caloriesEdited(std::optional<uint32_t> calories) {
-    fields.calories = calories;
-    if (calories) {
-        m_copy.setNutrient(kCalories, static_cast<float>(*calories));
-    }
+    caloriesTyped(fields, m_copy, calories);
 }
 
 void LogFoodForm::gramsEdited(int nutrient, std::optional<double> grams) {
-    if (nutrient <= kCalories || nutrient >= kNutrientCount) {
-        return;
-    }
-    fields.grams[static_cast<std::size_t>(nutrient)] = grams;
-    if (grams) {
-        m_copy.setNutrient(nutrient, static_cast<float>(*grams));
-    }
+    gramsTyped(fields, m_copy, nutrient, grams);
 }
 
 bool LogFoodForm::caloriesLeft() {
-    if (!capCaloriesField(fields)) {
-        return false;
-    }
-    m_copy.setNutrient(kCalories, static_cast<float>(*fields.calories));
-    return true;
+    return caloriesFieldLeft(fields, m_copy);
 }
 
 FormResult LogFoodForm::log() {
@@ -164,8 +151,7 @@ FormResult LogFoodForm::log() {
         result.focus = bad;
         return result;
     }
-    m_days->ensureCurrentDay();
-    DayRecord* day = m_days->currentRecord();
+    DayRecord* day = m_days->ensureCurrentRecord();
     if (!day) {
         result.status = FormResult::Status::ClosedWithoutChange;
         return result;

@@ -8,6 +8,7 @@
 #include "core/FoodItem.h"
 #include "core/Position.h"
 #include "core/ScreenMessage.h"
+#include "foods/CatalogueOps.h"
 #include "foods/Confirmation.h"
 #include "foods/FoodForms.h"
 #include "foods/FoodLogRows.h"
@@ -59,8 +60,12 @@ public:
     [[nodiscard]] Position loggedPosition() const { return m_loggedPosition; }
     // The group to open with next time.
     [[nodiscard]] int nextInitialGroup() const { return m_group; }
-    // Set when a category or food was created or deleted here: the caller saves the catalogue.
+    // Set when a category or food was created or deleted here: the caller hands notices() to the
+    // session, which saves the catalogue at its save point.
     [[nodiscard]] bool catalogueChanged() const { return m_catalogueChanged; }
+    [[nodiscard]] Notices notices() const {
+        return m_catalogueChanged ? kCatalogueChanged : Notices{};
+    }
 
     // After the category dialog made a category in the selected group.
     void categoryCreated(Position category);

@@ -112,16 +112,23 @@ DayRecord* DayCursor::currentDay() {
     return day;
 }
 
-bool DayCursor::ensureCurrentDay() {
-    if (currentRecord() != nullptr) {
-        return true;
+DayRecord* DayCursor::ensureCurrentRecord(bool* created) {
+    if (created != nullptr) {
+        *created = false;
+    }
+    if (DayRecord* day = currentRecord()) {
+        return day;
     }
     const Position at = m_store->insertDay(std::make_unique<DayRecord>(m_currentDate));
-    if (at != kNoPosition) {
-        m_index = at;
-        m_found = true;
+    if (at == kNoPosition) {
+        return nullptr;
     }
-    return false;
+    m_index = at;
+    m_found = true;
+    if (created != nullptr) {
+        *created = true;
+    }
+    return currentRecord();
 }
 
 void DayCursor::deleteCurrentDay() {

@@ -37,8 +37,14 @@ public:
     [[nodiscard]] DayRecord* currentDay();
     // The record of the current date as it stands, without recomputing anything.
     [[nodiscard]] DayRecord* currentRecord();
+    // The record of the current date, created first when it is missing (created says so); null
+    // when the day list is full. Every command that types into the day starts here.
+    DayRecord* ensureCurrentRecord(bool* created = nullptr);
     // Creates the record for the current date when it is missing; true when it already existed.
-    bool ensureCurrentDay();
+    bool ensureCurrentDay() {
+        bool created = false;
+        return ensureCurrentRecord(&created) != nullptr && !created;
+    }
 
     // Removes the current date's record, if any; the date stays current without a record.
     void deleteCurrentDay();

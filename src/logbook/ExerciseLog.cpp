@@ -137,8 +137,7 @@ Outcome ExerciseLog::log() {
     if (!e) {
         return {.message = specifyExerciseMessage()};
     }
-    (void)m_days->ensureCurrentDay();
-    DayRecord* day = m_days->currentRecord();
+    DayRecord* day = m_days->ensureCurrentRecord();
     if (day == nullptr) {
         return {};  // the day list is full: nothing to log into
     }
@@ -165,14 +164,20 @@ Outcome ExerciseLog::paste() {
     if (m_clipboard->empty()) {
         return {};
     }
-    (void)m_days->ensureCurrentDay();
-    DayRecord* day = m_days->currentRecord();
+    DayRecord* day = m_days->ensureCurrentRecord();
     if (day == nullptr) {
         return {};
     }
     bool complete = true;
-    for (const ExerciseEntry& e : m_clipboard->entries()) {
-        if (day->appendExercise(e) == kNoPosition) {
+    UserStore& store = m_days->store();
+    for (const ExerciseEntry& held : m_clipboard->entries()) {
+        // A pasted entry is a new entry: its key comes from the user's counter, so no two
+        // entries of the file share one.
+        ExerciseEntry e = held;
+        const PackedKey counter = store.header.keyCounter;
+        e.key = store.nextEntryKey();
+        if (day->appendExercise(std::move(e)) == kNoPosition) {
+            store.header.keyCounter = counter;
             complete = false;
             break;
         }

@@ -216,12 +216,11 @@ Notices Logbook::waterChanged(bool editModified, std::string_view text) {
         value = value * 10 + static_cast<unsigned>(text[i] - '0');
     }
     Notices n;
-    if (!m_days->ensureCurrentDay()) {
-        n.dayCreated = true;
-    }
-    if (DayRecord* day = m_days->currentRecord()) {
+    bool created = false;
+    if (DayRecord* day = m_days->ensureCurrentRecord(&created)) {
         day->setWater(static_cast<uint16_t>(value));
     }
+    n.dayCreated = created;
     n.userData = true;
     return n;
 }

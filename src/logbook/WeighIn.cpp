@@ -81,13 +81,10 @@ WeighInView WeighIn::view() {
 Notices WeighIn::weightEdited(std::string_view text) {
     const int16_t typed = wholeFromEdit(text);
     Notices n;
-    if (m_days->currentRecord() == nullptr) {
-        if (typed < 1) {
-            return n;
-        }
-        (void)m_days->ensureCurrentDay();
+    if (m_days->currentRecord() == nullptr && typed < 1) {
+        return n;
     }
-    DayRecord* day = m_days->currentRecord();
+    DayRecord* day = m_days->ensureCurrentRecord();
     if (day == nullptr) {
         return n;  // the day list is full
     }

@@ -39,6 +39,9 @@ Session::Session(std::filesystem::path root, const Clock& clock, SessionSettings
 Session::Start Session::start(std::string& reason) {
     switch (m_lock.acquire(m_root, reason)) {
         case InstanceLock::Result::Acquired:
+            // Saves of a copy that was killed may have left their temporary files.
+            removeStaleSaves(m_root);
+            removeStaleSaves(usersFolder(m_root));
             return Start::Running;
         case InstanceLock::Result::HeldElsewhere:
             return Start::AlreadyRunning;
@@ -50,14 +53,26 @@ Session::Start Session::start(std::string& reason) {
 
 SessionStatus Session::initialLoad() {
     SessionStatus status;
-    const StorageStatus list = m_users.read();
-    if (!list) {
-        // Adding "Zerbu" now would write the list over names that could not be read.
-        status.add(list);
-        closeUser();
-        return status;
+    // A list that failed to load refuses every change, so nothing below writes over it.
+    status.add(m_users.read());
+    // A person returns to themselves: the remembered user when listed and readable.
+    const std::string remembered = m_settings->currentUserName();
+    if (!remembered.empty() && remembered != kDefaultUserName &&
+        m_users.find(remembered) != kNoPosition) {
+        SessionStatus tried = openUser(remembered);
+        if (tried.ok()) {
+            return status;
+        }
+        for (std::string& f : tried.failures) {
+            status.add(std::move(f));
+        }
     }
-    status = openUser(kDefaultUserName);
+    for (std::string& f : openUser(kDefaultUserName).failures) {
+        status.add(std::move(f));
+    }
+    if (!userOpen()) {
+        closeUser();
+    }
     return status;
 }
 
@@ -70,6 +85,9 @@ SessionStatus Session::openUser(std::string_view nameView) {
         return status;
     }
     status.add(opened);
+    if (!m_store.userFolderPath.empty()) {
+        removeStaleSaves(m_store.userFolderPath);
+    }
     m_userReadWhole = opened.ok() || !fileExists(m_store.dataFilePath);
     m_userFailure = opened.message();
     m_days.setCurrentDate(m_store.today());
@@ -241,13 +259,22 @@ SessionStatus Session::renameUser(std::string_view nameView, std::string_view ne
         status.add(renamed);
         return status;
     }
-    if (wasOpen) {
-        // The catalogue follows the user's data to the new name's folder at the next save.
-        status.add(setCataloguePath(m_catalogue, m_users, m_store.dataFilePath));
-        m_store.modified = true;
-    }
     if (m_settings->currentUserName() == name) {
         m_settings->setCurrentUserName(newName);
+    }
+    if (wasOpen) {
+        // The folder moved with both files; the open user's paths follow it, and the change is
+        // saved at once, as after every change of the users screen.
+        status.add(setCataloguePath(m_catalogue, m_users, m_store.dataFilePath));
+        apply(Notices{.userData = true});  // the profile holds the new name
+        for (std::string& f : saveUserData().failures) {
+            status.add(std::move(f));
+        }
+        if (m_catalogue.modified) {
+            for (std::string& f : saveCatalogue().failures) {
+                status.add(std::move(f));
+            }
+        }
     }
     return status;
 }
@@ -262,10 +289,14 @@ SessionStatus Session::deleteUser(std::string_view nameView) {
         return status;
     }
     if (wasOpen) {
+        // Never left with no user open: the first listed, else a new default user.
         closeUser();
+        const std::string next =
+            m_users.count() > 0 ? std::string(m_users.nameAt(0)) : std::string(kDefaultUserName);
+        status = openUser(next);
     }
     if (m_settings->currentUserName() == name) {
-        m_settings->setCurrentUserName("");
+        m_settings->setCurrentUserName(userOpen() ? std::string(openUserName()) : std::string());
     }
     return status;
 }

@@ -40,9 +40,10 @@ public:
     // at once and silently. Failed: the root cannot be used; reason says why.
     [[nodiscard]] Start start(std::string& reason);
 
-    // Opens "Zerbu" (made with its folder when missing), installs the template catalogue when
-    // the root has none, derives and loads the user's catalogue, and puts the logbook on today.
-    // Failures along the way are collected; the steps after them still run.
+    // Opens the remembered user when listed and readable, else "Zerbu" (made with its folder
+    // when missing); installs the template catalogue when the root has none, derives and loads
+    // the user's catalogue, and puts the logbook on today. Failures along the way are
+    // collected; the steps after them still run.
     SessionStatus initialLoad();
 
     [[nodiscard]] const std::filesystem::path& root() const { return m_root; }
@@ -76,8 +77,9 @@ public:
     // The users screen's New...: adds the user (refused: the screen shows UsersForm::addRefusal()),
     // opens it with its catalogue, makes it current and saves its data.
     SessionStatus addUser(std::string_view name);
+    // Moves the user's folder with everything in it; the open user is saved at once.
     SessionStatus renameUser(std::string_view name, std::string_view newName);
-    // Deleting the open user leaves no user open.
+    // Deleting the open user opens the first listed one, or a new "Zerbu" when none is left.
     SessionStatus deleteUser(std::string_view name);
 
     [[nodiscard]] std::string rememberedUserName() const { return m_settings->currentUserName(); }
@@ -102,8 +104,7 @@ private:
     ExerciseClipboard m_exerciseClipboard;
     bool m_userReadWhole = false;
     bool m_catalogueReadWhole = false;
-    // The template was just copied in and is read at the next load; until the catalogue is
-    // edited there is nothing to write, and writing the empty one would lose the copy.
+    // The template was just copied in: until the catalogue is edited the file is already it.
     bool m_catalogueCopied = false;
     std::string m_userFailure;
     std::string m_catalogueFailure;

@@ -37,7 +37,11 @@ StorageStatus setCataloguePath(FoodCatalogue& catalogue, const UserList& users,
         }
         pos = 0;  // as the format always has: the first user's catalogue
     }
-    catalogue.folderPath = users.userFolder(users.nameAt(pos));
+    const std::optional<std::filesystem::path> folderPath = users.userFolder(users.nameAt(pos));
+    if (!folderPath) {
+        return catalogueError(quotedName(users.nameAt(pos)) + " is not a usable user name");
+    }
+    catalogue.folderPath = *folderPath;
     catalogue.filePath = catalogue.folderPath / kCatalogueFileName;
     return {};
 }
@@ -55,7 +59,8 @@ CatalogueLoadResult loadCatalogue(FoodCatalogue& catalogue,
         case ReadFile::Failed:
             return {CatalogueLoad::Failed, error};
         case ReadFile::Missing: {
-            // The template is copied now and read at the next load, deliberately.
+            // The template becomes the user's catalogue: read, so that a first edit is an edit
+            // of it, and copied in.
             ByteBuffer copy;
             StorageError copyError;
             if (readWholeFile(templatePath, copy, copyError) != ReadFile::Read) {
@@ -65,13 +70,19 @@ CatalogueLoadResult loadCatalogue(FoodCatalogue& catalogue,
                 }
                 return {CatalogueLoad::Failed, copyError};
             }
-            StorageStatus written = writeFileAtomically(catalogue.filePath, copy.bytes(), true);
+            const StorageStatus read =
+                readCatalogueFile(copy.bytes(), catalogue, {templatePath.filename().string()});
+            if (!read) {
+                catalogue.reset();
+                return {CatalogueLoad::Failed, read};
+            }
+            catalogue.modified = false;
+            const StorageStatus written =
+                writeFileAtomically(catalogue.filePath, copy.bytes(), true);
             if (!written) {
                 return {CatalogueLoad::Failed, written};
             }
-            return {
-                CatalogueLoad::Copied,
-                catalogueError("there was none; the template was copied and is read next time")};
+            return {CatalogueLoad::Copied, {}};
         }
         case ReadFile::Read:
             break;

@@ -21,7 +21,7 @@ namespace nutrovex {
 
 enum class CatalogueLoad {
     Read,    // the file was read
-    Copied,  // there was none: the template was copied in and will be read at the next load
+    Copied,  // there was none: the template was read and copied in
     Failed,
 };
 
@@ -31,7 +31,7 @@ struct CatalogueLoadResult {
 };
 
 // Resets the catalogue and reads its file. A missing file is replaced by a copy of the template
-// catalogue; deliberately the copy is not read now, so the groups stay empty until the next load.
+// catalogue, which is read at once (a template that cannot be read whole is not copied).
 [[nodiscard]] CatalogueLoadResult loadCatalogue(FoodCatalogue& catalogue,
                                                 const std::filesystem::path& templatePath);
 

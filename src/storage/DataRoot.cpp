@@ -2,7 +2,13 @@
 
 #include <cstdlib>
 
+#include <array>
+
 #include "core/Cp1252.h"
+#include "storage/CatalogueFile.h"
+#include "storage/FileIo.h"
+#include "storage/UserFile.h"
+#include "storage/UserList.h"
 
 namespace nutrovex {
 
@@ -22,8 +28,18 @@ std::filesystem::path templateCataloguePath(const std::filesystem::path& root) {
     return root / "FoodDB.ddb";
 }
 
-std::filesystem::path userFolderPath(const std::filesystem::path& root, std::string_view name) {
+std::optional<std::filesystem::path> userFolderPath(const std::filesystem::path& root,
+                                                    std::string_view name) {
+    if (!isSafeUserName(name)) {
+        return std::nullopt;
+    }
     return usersFolder(root) / cp1252ToUtf8(name);
+}
+
+std::size_t removeStaleSaves(const std::filesystem::path& folder) {
+    static constexpr std::array<std::string_view, 3> kOurFiles = {kUserFileName, kCatalogueFileName,
+                                                                  kUserListFileName};
+    return removeStaleTemporaries(folder, kOurFiles);
 }
 
 std::filesystem::path defaultDataRoot() {
@@ -53,6 +69,28 @@ bool isSafeUserName(std::string_view name) {
     }
     // The folder's name is the name in UTF-8, and a file name holds at most 255 bytes.
     return cp1252ToUtf8(name).size() <= kMaxFolderNameBytes;
+}
+
+std::string unsafeUserNameReason() {
+    return "a user name cannot be empty, \".\" or \"..\", nor hold \"/\", \"\\\" or a control "
+           "character";
+}
+
+std::string quotedName(std::string_view name) {
+    static constexpr char kHex[] = "0123456789ABCDEF";
+    std::string out = "'";
+    for (const char ch : name) {
+        const auto c = static_cast<unsigned char>(ch);
+        if (c >= 0x20 && c < 0x7F && c != '\\') {
+            out += ch;
+        } else {
+            out += "\\x";
+            out += kHex[c >> 4];
+            out += kHex[c & 0xF];
+        }
+    }
+    out += '\'';
+    return out;
 }
 
 }  // namespace nutrovex

@@ -66,12 +66,24 @@ bool writeAll(int fd, const uint8_t* data, std::size_t size, int& errorNumber) {
     return true;
 }
 
+constexpr std::string_view kTemporaryMark = ".tmp";
+
+// "." + file name + ".tmp" + process id + "-" + a counter: the process's own part ends at "-".
+std::string temporaryPrefix(std::string_view fileName, long pid) {
+    return "." + std::string(fileName) + std::string(kTemporaryMark) + std::to_string(pid) + "-";
+}
+
+bool allDigits(std::string_view s) {
+    return !s.empty() &&
+           std::all_of(s.begin(), s.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
 int openTemporary(const std::filesystem::path& path, std::string& tempPath) {
     static std::atomic<unsigned> counter{0};
     const std::filesystem::path folder = path.parent_path();
     for (int attempt = 0; attempt < 100; ++attempt) {
-        const std::string name = "." + nameOf(path) + ".tmp" + std::to_string(::getpid()) + "-" +
-                                 std::to_string(counter.fetch_add(1));
+        const std::string name =
+            temporaryPrefix(nameOf(path), ::getpid()) + std::to_string(counter.fetch_add(1));
         tempPath = (folder / name).string();
         const int fd = ::open(tempPath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (fd >= 0 || errno != EEXIST) {
@@ -390,6 +402,41 @@ StorageStatus AtomicFile::commit() {
     }
     removeStaleTemporaries(m_path);
     return {};
+}
+
+std::size_t removeStaleTemporaries(const std::filesystem::path& folder,
+                                   std::span<const std::string_view> fileNames) {
+    std::size_t removed = 0;
+    std::error_code ec;
+    std::filesystem::directory_iterator it(folder, ec);
+    if (ec) {
+        return 0;  // a folder that is not there holds nothing stale
+    }
+    const std::string ownPid = std::to_string(::getpid());
+    for (; it != std::filesystem::directory_iterator(); it.increment(ec)) {
+        if (ec) {
+            break;
+        }
+        const std::string name = it->path().filename().string();
+        for (const std::string_view file : fileNames) {
+            const std::string lead = "." + std::string(file) + std::string(kTemporaryMark);
+            if (!name.starts_with(lead)) {
+                continue;
+            }
+            const std::string_view rest = std::string_view(name).substr(lead.size());
+            const std::size_t dash = rest.find('-');
+            if (dash == std::string_view::npos || !allDigits(rest.substr(0, dash)) ||
+                !allDigits(rest.substr(dash + 1)) || rest.substr(0, dash) == ownPid) {
+                continue;
+            }
+            std::error_code statError;
+            if (it->symlink_status(statError).type() == std::filesystem::file_type::regular &&
+                ::unlink(it->path().c_str()) == 0) {
+                ++removed;
+            }
+        }
+    }
+    return removed;
 }
 
 StorageStatus writeFileAtomically(const std::filesystem::path& path, std::span<const uint8_t> bytes,

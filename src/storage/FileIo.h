@@ -7,6 +7,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "storage/Chunks.h"
@@ -123,5 +124,12 @@ private:
 [[nodiscard]] StorageStatus writeFileAtomically(const std::filesystem::path& path,
                                                 std::span<const uint8_t> bytes,
                                                 bool createFolder = true);
+
+// Removes the temporary files that saves of the given files left in folder when their process
+// was killed (".UserDB.ddb.tmp1234-0"), and nothing else; this process's own are kept. Only for
+// whoever holds the data root's lock, so that no other save can be under way. Returns how many
+// were removed.
+std::size_t removeStaleTemporaries(const std::filesystem::path& folder,
+                                   std::span<const std::string_view> fileNames);
 
 }  // namespace nutrovex

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <system_error>
 
 #include "core/Names.h"
@@ -113,25 +114,43 @@ std::filesystem::path UserList::listPath() const {
     return userListPath(m_root);
 }
 
-std::filesystem::path UserList::userFolder(std::string_view name) const {
+StorageStatus checkUserNames(std::span<const Text> names) {
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (!isSafeUserName(names[i].view())) {
+            return listError("entry " + std::to_string(i + 1) + ", " + quotedName(names[i].view()) +
+                             ", is not a usable user name: " + unsafeUserNameReason());
+        }
+    }
+    return {};
+}
+
+std::optional<std::filesystem::path> UserList::userFolder(std::string_view name) const {
     return userFolderPath(m_root, name);
 }
 
 StorageStatus UserList::read() {
     FileSource source;
     StorageError error;
+    StorageStatus status;
     switch (source.open(listPath(), error)) {
         case ReadFile::Missing:
             m_names.clear();
+            m_readFailure.clear();
             return write();
         case ReadFile::Failed:
-            return error;
-        case ReadFile::Read:
+            status = error;
             break;
+        case ReadFile::Read: {
+            UserListFile file;
+            status = readUserListFile(source, file, {kUserListFileName});
+            if (status) {
+                status = checkUserNames(file.names);
+            }
+            m_names = std::move(file.names);
+            break;
+        }
     }
-    UserListFile file;
-    const StorageStatus status = readUserListFile(source, file, {kUserListFileName});
-    m_names = std::move(file.names);
+    m_readFailure = status.message();
     return status;
 }
 
@@ -140,6 +159,12 @@ StorageStatus UserList::write() const {
 }
 
 StorageStatus UserList::writeNames(const std::vector<Text>& names) const {
+    if (!m_readFailure.empty()) {
+        return listError(
+            "not changed, so that the file on disk is kept; it could not be read "
+            "whole (" +
+            m_readFailure + ")");
+    }
     UserListFile file;
     file.names = names;
     ByteBuffer bytes;
@@ -167,20 +192,20 @@ Position UserList::insert(std::string_view name) {
     return insertSorted(m_names, name);
 }
 
-constexpr const char* kUnsafeNameReason =
-    "a user name cannot be empty, \".\" or \"..\", nor hold \"/\", \"\\\" or a control "
-    "character, nor be longer than a folder name can be";
-
 StorageStatus UserList::add(std::string_view name) {
-    if (!isSafeUserName(name)) {
-        return listError(kUnsafeNameReason);
+    const std::optional<std::filesystem::path> maybeFolder = userFolder(name);
+    if (!maybeFolder) {
+        return listError(unsafeUserNameReason());
+    }
+    if (!m_readFailure.empty()) {
+        return writeNames(m_names);  // refused, with the reason
     }
     if (find(name) != kNoPosition) {
         return listError("the user is already listed");
     }
     std::error_code ec;
     std::filesystem::create_directories(usersFolder(), ec);
-    const std::filesystem::path folder = userFolder(name);
+    const std::filesystem::path& folder = *maybeFolder;
     if (ec || !std::filesystem::create_directory(folder, ec)) {
         // A folder left over from an earlier user of that name also ends up here.
         return listError(ec ? "the user's folder cannot be made: " + systemReason(ec.value())
@@ -204,7 +229,15 @@ StorageStatus UserList::remove(Position pos) {
     if (pos >= m_names.size()) {
         return listError("no user at that position");
     }
-    const std::filesystem::path folder = userFolder(m_names[pos].view());
+    const std::optional<std::filesystem::path> maybeFolder = userFolder(m_names[pos].view());
+    if (!maybeFolder) {
+        return listError(quotedName(m_names[pos].view()) +
+                         " is not a usable user name: " + unsafeUserNameReason());
+    }
+    if (!m_readFailure.empty()) {
+        return writeNames(m_names);  // refused before anything is deleted
+    }
+    const std::filesystem::path& folder = *maybeFolder;
     std::error_code ec;
     std::filesystem::remove(folder / kUserFileName, ec);
     std::filesystem::remove(folder / kCatalogueFileName, ec);
@@ -222,11 +255,24 @@ StorageStatus UserList::rename(Position pos, std::string_view newName) {
     if (pos >= m_names.size()) {
         return listError("no user at that position");
     }
-    if (!isSafeUserName(newName)) {
-        return listError(kUnsafeNameReason);
+    const std::optional<std::filesystem::path> from = userFolder(m_names[pos].view());
+    const std::optional<std::filesystem::path> to = userFolder(newName);
+    if (!from || !to) {
+        return listError(unsafeUserNameReason());
+    }
+    if (!m_readFailure.empty()) {
+        return writeNames(m_names);  // refused, with the reason
     }
     if (find(newName) != kNoPosition) {
         return listError("the new name is already listed");
+    }
+    std::error_code ec;
+    if (std::filesystem::exists(std::filesystem::symlink_status(*to, ec))) {
+        return listError("a folder of that name is already there");
+    }
+    const bool moved = std::filesystem::exists(std::filesystem::symlink_status(*from, ec));
+    if (moved && ::rename(from->c_str(), to->c_str()) != 0) {
+        return listError("the user's folder cannot be renamed: " + systemReason(errno));
     }
     std::vector<Text> names = m_names;
     names.erase(names.begin() + pos);
@@ -234,6 +280,8 @@ StorageStatus UserList::rename(Position pos, std::string_view newName) {
     StorageStatus status = writeNames(names);
     if (status) {
         m_names = std::move(names);
+    } else if (moved) {
+        (void)::rename(to->c_str(), from->c_str());  // the list still names the old folder
     }
     return status;
 }

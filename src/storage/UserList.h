@@ -2,7 +2,9 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -43,6 +45,10 @@ enum class FormatOnWrite {
 [[nodiscard]] StorageStatus writeUserListFile(const UserListFile& list, ByteBuffer& out,
                                               FormatOnWrite format = FormatOnWrite::Current);
 
+// Every name of a data root's list must be safe as a folder name; the first that is not fails
+// the list, naming the entry. The raw reader above takes any name, for the tool's dumps.
+[[nodiscard]] StorageStatus checkUserNames(std::span<const Text> names);
+
 // The users of a data root: the sorted list of names kept in <root>/Users/Users.udb, each name
 // owning the folder <root>/Users/<name>/. Every change rewrites the list file.
 class UserList {
@@ -52,11 +58,15 @@ public:
     [[nodiscard]] const std::filesystem::path& root() const { return m_root; }
     [[nodiscard]] std::filesystem::path usersFolder() const;
     [[nodiscard]] std::filesystem::path listPath() const;
-    [[nodiscard]] std::filesystem::path userFolder(std::string_view name) const;
+    // nullopt for a name that could leave the users folder.
+    [[nodiscard]] std::optional<std::filesystem::path> userFolder(std::string_view name) const;
 
-    // Reads the list file; a missing one is replaced by a new, empty list.
+    // Reads the list file; a missing one is replaced by a new, empty list. A list holding a name
+    // that would be refused when typed fails to load. After a failed read every change is
+    // refused, so nothing writes over names that could not be read, until a read succeeds.
     [[nodiscard]] StorageStatus read();
     [[nodiscard]] StorageStatus write() const;
+    [[nodiscard]] bool readWhole() const { return m_readFailure.empty(); }
 
     [[nodiscard]] std::size_t count() const { return m_names.size(); }
     [[nodiscard]] std::string_view nameAt(Position pos) const { return m_names[pos].view(); }
@@ -71,7 +81,8 @@ public:
     [[nodiscard]] StorageStatus add(std::string_view name);
     // Deletes the user's two files and folder (failures there ignored), then the name.
     [[nodiscard]] StorageStatus remove(Position pos);
-    // Renames in the list only: the user's folder keeps the old name.
+    // Renames the user: the folder with everything in it moves to the new name (one rename),
+    // then the list is written; refused when a folder of the new name is already there.
     [[nodiscard]] StorageStatus rename(Position pos, std::string_view newName);
 
     void setNames(std::vector<Text> names) { m_names = std::move(names); }
@@ -81,6 +92,7 @@ private:
 
     std::filesystem::path m_root;
     std::vector<Text> m_names;
+    std::string m_readFailure;  // why the last read failed; empty after a good one
 };
 
 }  // namespace nutrovex

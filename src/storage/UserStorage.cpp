@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "storage/DataRoot.h"
 #include "storage/FileIo.h"
 #include "storage/UserFile.h"
 
@@ -13,21 +14,39 @@ StorageError noUserOpen() {
     return fileError(kUserFileName, "no user is open");
 }
 
-void setPaths(UserStore& store, const UserList& users, std::string_view name) {
-    store.userFolderPath = users.userFolder(name);
+// False, the paths left empty, for a name that is not safe as a folder name.
+[[nodiscard]] bool setPaths(UserStore& store, const UserList& users, std::string_view name) {
+    const std::optional<std::filesystem::path> folder = users.userFolder(name);
+    if (!folder) {
+        store.userFolderPath.clear();
+        store.dataFilePath.clear();
+        return false;
+    }
+    store.userFolderPath = *folder;
     store.dataFilePath = store.userFolderPath / kUserFileName;
+    return true;
+}
+
+StorageError unsafeName(std::string_view name) {
+    return fileError(kUserListFileName,
+                     quotedName(name) + " is not a usable user name: " + unsafeUserNameReason());
 }
 
 }  // namespace
 
 StorageStatus openUser(UserStore& store, UserList& users, std::string_view name) {
+    if (!isSafeUserName(name)) {
+        return unsafeName(name);
+    }
     if (users.find(name) == kNoPosition) {
         if (StorageStatus s = users.add(name); !s) {
             return s;
         }
     }
     store.reset();
-    setPaths(store, users, name);
+    if (!setPaths(store, users, name)) {
+        return unsafeName(name);
+    }
     StorageStatus status = loadUser(store);
     if (status) {
         store.profile.setUserName(name);
@@ -113,7 +132,7 @@ StorageStatus renameUser(UserStore& store, UserList& users, std::string_view nam
     StorageStatus status = users.rename(pos, newName);
     if (status && store.profile.userName() == name) {
         store.profile.setUserName(newName);
-        setPaths(store, users, newName);
+        (void)setPaths(store, users, newName);  // the list took the name, so it is safe
     }
     return status;
 }

@@ -146,16 +146,11 @@ std::array<uint8_t, kFixedTextSize> bytesOfHex(const Json& v) {
     const std::string& s = v.get_ref<const std::string&>();
     std::array<uint8_t, kFixedTextSize> out{};
     auto digit = [](char c) -> int {
-        if (c >= '0' && c <= '9') {
-            return c - '0';
+        const int value = hexDigitValue(c);
+        if (value < 0) {
+            shapeError("each of 'texts' must be a string of 42 hex digits");
         }
-        if (c >= 'a' && c <= 'f') {
-            return c - 'a' + 10;
-        }
-        if (c >= 'A' && c <= 'F') {
-            return c - 'A' + 10;
-        }
-        shapeError("each of 'texts' must be a string of 42 hex digits");
+        return value;
     };
     for (std::size_t i = 0; i < out.size(); ++i) {
         out[i] = static_cast<uint8_t>(digit(s[2 * i]) * 16 + digit(s[2 * i + 1]));
@@ -774,7 +769,10 @@ int runUsers(const GlobalOptions& options, Args args) {
             break;
     }
     UserListFile list;
-    const StorageStatus s = readUserListFile(bytes.bytes(), list, {path.string()});
+    StorageStatus s = readUserListFile(bytes.bytes(), list, {path.string()});
+    if (s) {
+        s = checkUserNames(list.names);
+    }
     if (!s) {
         reportError(path.string(), s.error());
         return kExitDataError;

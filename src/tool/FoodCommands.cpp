@@ -75,16 +75,6 @@ std::optional<FoodArgs> parseArgs(Args args, bool import, std::ostream& err, int
     return parsed;
 }
 
-// The user's catalogue path, when the user is listed in the data root.
-std::optional<std::filesystem::path> cataloguePathOf(const std::filesystem::path& root,
-                                                     const std::string& user, std::ostream& err) {
-    const std::optional<std::filesystem::path> folder = listedUserFolder(root, user, err);
-    if (!folder) {
-        return std::nullopt;
-    }
-    return *folder / kCatalogueFileName;
-}
-
 // Reads the catalogue at path without side effects; false (with the reason on err) on failure.
 bool readCatalogueAt(FoodCatalogue& catalogue, const std::filesystem::path& path,
                      std::ostream& err) {
@@ -111,11 +101,13 @@ int importFoods(const GlobalOptions& options, Args args, std::ostream& out, std:
     if (!parsed) {
         return status;
     }
-    const std::filesystem::path root = chooseDataRoot(options.root).path;
-    const std::optional<std::filesystem::path> path = cataloguePathOf(root, parsed->user, err);
-    if (!path) {
+    const std::optional<UserFiles> files =
+        openUserFiles(options, parsed->user, Access::Write, "import-foods", err);
+    if (!files) {
         return kExitDataError;
     }
+    const std::filesystem::path& path = files->catalogue;
+    removeStaleSaves(files->folder);
 
     std::string csv;
     if (*parsed->csvPath == "-") {
@@ -134,16 +126,16 @@ int importFoods(const GlobalOptions& options, Args args, std::ostream& out, std:
 
     // A user without a catalogue yet gets the template's foods first, as the program would.
     FoodCatalogue catalogue;
-    const std::filesystem::path templatePath = templateCataloguePath(root);
-    if (fileExists(*path)) {
-        if (!readCatalogueAt(catalogue, *path, err)) {
+    const std::filesystem::path templatePath = templateCataloguePath(files->root);
+    if (fileExists(path)) {
+        if (!readCatalogueAt(catalogue, path, err)) {
             return kExitDataError;
         }
     } else if (fileExists(templatePath) && !readCatalogueAt(catalogue, templatePath, err)) {
         return kExitDataError;
     }
-    catalogue.filePath = *path;
-    catalogue.folderPath = path->parent_path();
+    catalogue.filePath = path;
+    catalogue.folderPath = path.parent_path();
 
     const ImportReport report = importFoodsCsv(catalogue, csv);
     const std::string source = *parsed->csvPath == "-" ? "stdin" : *parsed->csvPath;
@@ -157,7 +149,7 @@ int importFoods(const GlobalOptions& options, Args args, std::ostream& out, std:
     for (const ImportRefusal& r : report.refused) {
         err << source << ":" << r.line << ": " << r.reason << "\n";
     }
-    if (report.foodsAdded > 0 || report.categoriesAdded > 0) {
+    if (report.notices().catalogue) {
         if (const StorageStatus saved = saveCatalogue(catalogue); !saved) {
             err << saved.message() << "\n";
             return kExitDataError;
@@ -178,18 +170,19 @@ int exportFoods(const GlobalOptions& options, Args args, std::ostream& out, std:
     if (!parsed) {
         return status;
     }
-    const std::filesystem::path root = chooseDataRoot(options.root).path;
-    const std::optional<std::filesystem::path> path = cataloguePathOf(root, parsed->user, err);
-    if (!path) {
+    const std::optional<UserFiles> files =
+        openUserFiles(options, parsed->user, Access::Read, "export-foods", err);
+    if (!files) {
         return kExitDataError;
     }
-    if (!fileExists(*path)) {
-        err << path->string()
+    const std::filesystem::path& path = files->catalogue;
+    if (!fileExists(path)) {
+        err << path.string()
             << ": the user has no food catalogue yet (it is made when the user is first opened)\n";
         return kExitDataError;
     }
     FoodCatalogue catalogue;
-    if (!readCatalogueAt(catalogue, *path, err)) {
+    if (!readCatalogueAt(catalogue, path, err)) {
         return kExitDataError;
     }
     const std::string csv = foodsCsv(catalogue);

@@ -66,32 +66,6 @@ std::string_view rawValueOf(std::string_view line) {
     return trimmed(t.substr(t.find('=') + 1));
 }
 
-int hexDigit(char c) {
-    if (c >= '0' && c <= '9') {
-        return c - '0';
-    }
-    if (c >= 'a' && c <= 'f') {
-        return c - 'a' + 10;
-    }
-    if (c >= 'A' && c <= 'F') {
-        return c - 'A' + 10;
-    }
-    return -1;
-}
-
-void appendUtf8(std::string& out, unsigned code) {
-    if (code < 0x80) {
-        out += static_cast<char>(code);
-    } else if (code < 0x800) {
-        out += static_cast<char>(0xC0 | (code >> 6));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    } else {
-        out += static_cast<char>(0xE0 | ((code >> 12) & 0x0F));
-        out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    }
-}
-
 }  // namespace
 
 std::filesystem::path settingsFilePath(const DataRootChoice& root) {
@@ -116,7 +90,8 @@ std::string iniEscapedValue(std::string_view utf8) {
     bool afterHexEscape = false;
     for (std::size_t i = 0; i < utf8.size(); ++i) {
         const auto c = static_cast<unsigned char>(utf8[i]);
-        const bool hexEscape = c < 0x20 || c == 0x7F || (afterHexEscape && hexDigit(utf8[i]) >= 0);
+        const bool hexEscape =
+            c < 0x20 || c == 0x7F || (afterHexEscape && hexDigitValue(utf8[i]) >= 0);
         afterHexEscape = hexEscape;
         if (hexEscape) {
             char hex[8];
@@ -146,8 +121,8 @@ std::string iniUnescapedValue(std::string_view raw) {
             const char e = raw[++i];
             if (e == 'x') {
                 unsigned code = 0;
-                while (i + 1 < raw.size() && hexDigit(raw[i + 1]) >= 0 && code < 0x1000) {
-                    code = code * 16 + static_cast<unsigned>(hexDigit(raw[++i]));
+                while (i + 1 < raw.size() && hexDigitValue(raw[i + 1]) >= 0 && code < 0x1000) {
+                    code = code * 16 + static_cast<unsigned>(hexDigitValue(raw[++i]));
                 }
                 appendUtf8(out, code);
             } else {

@@ -138,16 +138,16 @@ int exportLog(const GlobalOptions& options, Args args, std::ostream& out, std::o
         return usage(err, "--user NAME is required");
     }
 
-    const std::filesystem::path root = chooseDataRoot(options.root).path;
     // Exporting changes nothing on disk, not even a missing user list.
-    const std::optional<std::filesystem::path> folder = listedUserFolder(root, *user, err);
-    if (!folder) {
+    const std::optional<UserFiles> files =
+        openUserFiles(options, *user, Access::Read, "export-log", err);
+    if (!files) {
         return kExitDataError;
     }
 
     UserStore store(clock);
-    store.userFolderPath = *folder;
-    store.dataFilePath = store.userFolderPath / kUserFileName;
+    store.userFolderPath = files->folder;
+    store.dataFilePath = files->userFile;
     if (const StorageStatus s = loadUser(store); !s) {
         err << s.message() << "\n";
         return kExitDataError;

@@ -1,8 +1,11 @@
 #include "tool/UserLookup.h"
 
 #include "core/Cp1252.h"
+#include "session/SessionSettings.h"
+#include "storage/CatalogueFile.h"
 #include "storage/DataRoot.h"
 #include "storage/FileIo.h"
+#include "storage/UserFile.h"
 #include "storage/UserList.h"
 
 namespace nutrovex::tool {
@@ -22,8 +25,19 @@ std::optional<std::filesystem::path> listedUserFolder(const std::filesystem::pat
             break;
     }
     UserListFile list;
-    if (const StorageStatus s = readUserListFile(bytes.bytes(), list, {kUserListFileName}); !s) {
-        err << s.message() << "\n";
+    StorageStatus status = readUserListFile(bytes.bytes(), list, {kUserListFileName});
+    if (status) {
+        status = checkUserNames(list.names);
+    }
+    if (!status) {
+        StorageError where = status.error();
+        where.file = userListPath(root).string();
+        err << where.message() << "\n";
+        return std::nullopt;
+    }
+    if (const std::optional<std::filesystem::path> folder = userFolderPath(root, user); !folder) {
+        err << "nutrovex-tool: " << quotedName(user)
+            << " is not a usable user name: " << unsafeUserNameReason() << "\n";
         return std::nullopt;
     }
     // A list written by hand may hold any name; only a safe one names a folder.
@@ -34,11 +48,41 @@ std::optional<std::filesystem::path> listedUserFolder(const std::filesystem::pat
     }
     for (const Text& name : list.names) {
         if (name.view() == user) {
-            return userFolderPath(root, std::string(user));
+            return userFolderPath(root, user);
         }
     }
     err << kUserListFileName << ": there is no user named '" << cp1252ToUtf8(user) << "'\n";
     return std::nullopt;
+}
+
+std::optional<UserFiles> openUserFiles(const GlobalOptions& options, std::string_view user,
+                                       Access access, std::string_view command, std::ostream& err) {
+    UserFiles files;
+    files.root = chooseDataRoot(options.root).path;
+    const std::optional<std::filesystem::path> folder = listedUserFolder(files.root, user, err);
+    if (!folder) {
+        return std::nullopt;
+    }
+    files.folder = *folder;
+    files.userFile = files.folder / kUserFileName;
+    files.catalogue = files.folder / kCatalogueFileName;
+    if (access == Access::Write) {
+        // The user is listed, so the root exists: taking the lock makes nothing new.
+        files.lock = std::make_unique<InstanceLock>();
+        std::string reason;
+        switch (files.lock->acquire(files.root, reason)) {
+            case InstanceLock::Result::Acquired:
+                break;
+            case InstanceLock::Result::HeldElsewhere:
+                err << "nutrovex-tool " << command << ": " << files.root.string()
+                    << ": Nutrovex has this data root open; close it first\n";
+                return std::nullopt;
+            case InstanceLock::Result::Failed:
+                err << "nutrovex-tool " << command << ": " << reason << "\n";
+                return std::nullopt;
+        }
+    }
+    return files;
 }
 
 }  // namespace nutrovex::tool

@@ -1,9 +1,13 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <ostream>
 #include <string_view>
+
+#include "session/InstanceLock.h"
+#include "tool/Commands.h"
 
 namespace nutrovex::tool {
 
@@ -11,5 +15,23 @@ namespace nutrovex::tool {
 // missing list is not written). nullopt, with the reason on err, when there is no such user.
 [[nodiscard]] std::optional<std::filesystem::path> listedUserFolder(
     const std::filesystem::path& root, std::string_view user, std::ostream& err);
+
+// Where a command over one listed user's files works: the data root (--root, else its defaults),
+// the user's folder and the two files in it, and for a command that writes, the root's lock.
+struct UserFiles {
+    std::filesystem::path root;
+    std::filesystem::path folder;
+    std::filesystem::path userFile;   // UserDB.ddb
+    std::filesystem::path catalogue;  // FoodDB.ddb
+    std::unique_ptr<InstanceLock> lock;
+};
+
+enum class Access : bool { Read, Write };
+
+// Finds the listed user; a command that writes also takes the root's lock, and is refused while
+// the program has the root open. nullopt, with one line on err, when the command cannot go on.
+[[nodiscard]] std::optional<UserFiles> openUserFiles(const GlobalOptions& options,
+                                                     std::string_view user, Access access,
+                                                     std::string_view command, std::ostream& err);
 
 }  // namespace nutrovex::tool

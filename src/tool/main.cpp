@@ -1,3 +1,4 @@
+#include <csignal>
 #include <cstdint>
 #include <cstdlib>
 #include <iostream>
@@ -14,6 +15,9 @@
 #include "tool/LogCommands.h"
 #ifdef NUTROVEX_TOOL_SHIPPED_DATA
 #include "data/ShippedCatalogue.h"
+#endif
+#ifdef NUTROVEX_TOOL_CHART
+#include "tool/ChartCommand.h"
 #endif
 
 namespace {
@@ -50,6 +54,9 @@ const Command kCommands[] = {
     {"import-foods", runImportFoods},
     {"export-foods", runExportFoods},
     {"demo", runDemo},
+#ifdef NUTROVEX_TOOL_CHART
+    {"chart", runChart},
+#endif
 };
 
 void printUsage(std::ostream& out) {
@@ -72,7 +79,8 @@ void printUsage(std::ostream& out) {
            "  import-foods --user NAME CSV  add foods to the user's catalogue (\"-\": stdin); "
            "columns\n"
            "                                by header name in any order, one row per line, each\n"
-           "                                added or reported as FILE:LINE: reason\n"
+           "                                added or reported as FILE:LINE: reason;\n"
+           "                                refused while Nutrovex has the data root open\n"
            "  export-foods --user NAME [--csv FILE]\n"
            "                                the user's catalogue as CSV: group, category, name, "
            "amount,\n"
@@ -81,6 +89,11 @@ void printUsage(std::ostream& out) {
            "  demo [--user NAME]            make a new user (NAME defaults to \"Demo\") with four "
            "months\n"
            "                                of days ending today, remembered as the current user\n"
+           "  chart --user NAME --span N --png FILE [--trend] [--width PIXELS]\n"
+           "                                the historic weight chart as a PNG of PIXELS x "
+           "PIXELS/2\n"
+           "                                (480 unless given); N: 0 7 Day, 1 14 Day, 2 1 Month,\n"
+           "                                3 3 Month, 4 6 Month, 5 1 Year, 6 5 Year\n"
            "\n"
            "Calculations:\n"
            "  eval                          one JSON request per line on stdin, one answer per "
@@ -104,6 +117,9 @@ void printUsage(std::ostream& out) {
 
 int main(int argc, char** argv) {
     nutrovex::tuneHeapForLargeLoads();
+    // Past a file-size limit a write then fails with EFBIG, which a save reports and cleans up
+    // after, instead of the process dying without a word.
+    std::signal(SIGXFSZ, SIG_IGN);
     std::vector<std::string> args(argv + 1, argv + argc);
     GlobalOptions options;
     if (const char* env = std::getenv("NUTROVEX_ROOT")) {

@@ -90,23 +90,24 @@ TEST_F(FoodBudgetTest, PageShowsTheDayAndTheGoalInSections) {
 TEST_F(FoodBudgetTest, PageInKilogramsAndWithoutWeights) {
     (void)profile.setUnits(1);
     auto page = foodBudgetPage(&day, profile);
-    EXPECT_EQ(page[0].rows[0].value, "90 kg");  // 89.59
-    EXPECT_EQ(page[0].rows[1].value, "86 kg");  // 85.97
+    EXPECT_EQ(page[0].rows[0], (BudgetRow{"Current Weight:", "90 kg"}));  // 89.59
+    EXPECT_EQ(page[0].rows[1], (BudgetRow{"Target Weight:", "86 kg"}));   // 85.97
     EXPECT_EQ(page[4].rows[0].value.substr(0, 15), "To lose 5 kg in");
 
     profile.setGoalWeight(-1.0f);
     day.rawFields().weight = -1.0f;
     page = foodBudgetPage(&day, profile);
-    EXPECT_EQ(page[0].rows[0].value, "Please input daily weight.");
-    EXPECT_EQ(page[0].rows[1].value, "");
-    EXPECT_EQ(
-        page[1].rows[1].value,
-        "To achieve the goals you have set, your food budget is:  (Weight required for BMR).");
+    EXPECT_EQ(page[0].rows[0], (BudgetRow{"Current Weight:", "Please input daily weight."}));
+    EXPECT_EQ(page[0].rows[1], (BudgetRow{"Target Weight:", ""}));
+    EXPECT_EQ(page[1].rows[1],
+              (BudgetRow{"",
+                         "To achieve the goals you have set, your food budget is:  (Weight "
+                         "required for BMR)."}));
 
     page = foodBudgetPage(nullptr, profile);
-    EXPECT_EQ(page[0].rows[0].value, "Please input daily weight.");
-    EXPECT_EQ(page[1].rows[0].value, "0 cal");
-    EXPECT_EQ(page[2].rows[0].value, "0 cal");
+    EXPECT_EQ(page[0].rows[0], (BudgetRow{"Current Weight:", "Please input daily weight."}));
+    EXPECT_EQ(page[1].rows[0], (BudgetRow{"Calories In:", "0 cal"}));
+    EXPECT_EQ(page[2].rows[0], (BudgetRow{"Calories Out:", "0 cal"}));
 }
 
 TEST_F(FoodBudgetTest, CompactBox) {

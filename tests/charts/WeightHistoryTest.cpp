@@ -216,11 +216,10 @@ TEST(BodyMass, MissingValuesOpenNothing) {
     setDayWeight(day, -1.0f, profile);
     EXPECT_FALSE(bodyMassChart(&day, profile).has_value());
 
-    const ScreenMessage m = missingChartDataMessage();
-    EXPECT_EQ(m.text,
-              "Could not plot one or more data points due to missing height or weight "
-              "information.");
-    EXPECT_EQ(m.kind, MessageKind::Warning);
+    EXPECT_EQ(missingChartDataMessage(),
+              (ScreenMessage{"Could not plot one or more data points due to missing height or "
+                             "weight information.",
+                             "Weight Chart", MessageKind::Warning}));
 }
 
 }  // namespace

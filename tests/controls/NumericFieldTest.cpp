@@ -36,10 +36,8 @@ TEST(FixedDigits, BehavesLikeTheRuntimesFixedPointConversion) {
         {1e20, 1, "1000000000000000000000", 21, false},
     };
     for (const auto& c : cases) {
-        const FixedDigits fd = fixedDigits(c.value, c.decimals);
-        EXPECT_EQ(fd.digits, c.digits) << c.value << " " << c.decimals;
-        EXPECT_EQ(fd.point, c.point) << c.value << " " << c.decimals;
-        EXPECT_EQ(fd.negative, c.negative) << c.value << " " << c.decimals;
+        EXPECT_EQ(fixedDigits(c.value, c.decimals), (FixedDigits{c.digits, c.point, c.negative}))
+            << c.value << " " << c.decimals;
     }
 }
 

@@ -191,8 +191,8 @@ TEST(FoodItem, RatioUsesTheReferenceOfTheServingsFamily) {
     FoodItem f;
     f.setReference({100.0f, 12, 0});     // 100 g: weight reference
     f.setReference({1.0f, 3, 0}, true);  // 1 cup: volume reference, keeping the other
-    EXPECT_EQ(f.ref1.amount, 100.0f);
-    EXPECT_EQ(f.ref2.unit, 3);
+    EXPECT_EQ(f.ref1, (ServingQuantity{100.0f, 12, 0}));
+    EXPECT_EQ(f.ref2, (ServingQuantity{1.0f, 3, 0}));
     f.setServing({2.0f, 10, 0});  // 2 oz against 100 g
     EXPECT_NEAR(f.ratio, 0.567f, 0.0005f);
     f.setServing({0.5f, 3, 0});  // half a cup against the cup

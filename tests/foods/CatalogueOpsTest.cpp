@@ -84,18 +84,36 @@ TEST(CatalogueOps, GroupChunksFollowEveryAddAndDelete) {
     EXPECT_FALSE(deleteCategory(c, 5, 0));
 }
 
-TEST(CatalogueOps, EveryChangeMarksModifiedAndRefusalsDoNot) {
+// Only the session marks the catalogue modified; every change gives it a new revision, so the
+// finder's index knows it is stale, and a refusal leaves the revision alone.
+TEST(CatalogueOps, EveryChangeMovesTheRevisionAndNoneMarksModified) {
     FoodCatalogue c;
-    ASSERT_NE(addCategory(c, 1, "Cheese"), kNoPosition);
-    ASSERT_NE(addFoodItem(c, 1, 0, food("Brie")), kNoPosition);
-    c.modified = false;
     uint64_t revision = c.revision;
     const auto expectChange = [&](bool changedExpected, const char* what) {
-        EXPECT_EQ(c.modified, changedExpected) << what;
+        EXPECT_FALSE(c.modified) << what;
         EXPECT_EQ(c.revision != revision, changedExpected) << what;
-        c.modified = false;
         revision = c.revision;
     };
+    ASSERT_NE(addCategory(c, 1, "Cheese"), kNoPosition);
+    expectChange(true, "add category");
+    ASSERT_NE(addFoodItem(c, 1, 0, food("Brie")), kNoPosition);
+    expectChange(true, "add food");
+    FoodItem edited = food("Brie");
+    edited.nutrients[kCalories] = 330.0f;
+    ASSERT_NE(replaceFoodItem(c, 1, 0, 0, edited), kNoPosition);
+    expectChange(true, "edit food");
+    CatalogueClipboard clipboard;
+    ASSERT_TRUE(clipboard.copyFood(c, 1, 0, 0));
+    expectChange(false, "copy food");
+    ASSERT_NE(clipboard.pasteFood(c, 1, 0), kNoPosition);
+    expectChange(true, "paste food");
+    ASSERT_TRUE(clipboard.cutFood(c, 1, 0, 1));
+    expectChange(true, "cut food");
+    ASSERT_TRUE(clipboard.copyCategory(c, 1, 0));
+    ASSERT_NE(clipboard.pasteCategory(c, 2), kNoPosition);
+    expectChange(true, "paste category");
+    deleteAllCategories(c, 2);
+    expectChange(true, "delete all categories");
     EXPECT_EQ(addCategory(c, 1, "Cheese"), kNoPosition);
     expectChange(false, "duplicate category");
     EXPECT_EQ(renameFoodItem(c, 1, 0, 0, "Brie"), kNoPosition);

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include <string>
 #include <tuple>
 #include <utility>
@@ -194,7 +196,8 @@ protected:
     }
 
     void log(const char* name, uint16_t meal, uint16_t group) {
-        ASSERT_NE(insertLoggedFood(*day, logged(name, meal, group, ++lastKey), group, kSortByMeal),
+        ASSERT_NE(insertLoggedFood(*day, logged(name, meal, group, store.nextEntryKey().value),
+                                   group, kSortByMeal),
                   kNoPosition);
     }
 
@@ -202,7 +205,6 @@ protected:
     UserStore store;
     DayCursor days;
     DayRecord* day = nullptr;
-    uint32_t lastKey = 0;
 };
 
 TEST_F(FoodGrid, DeletingThreeRowsRemovesThoseEntriesAndTheirTwins) {
@@ -219,8 +221,9 @@ TEST_F(FoodGrid, DeletingThreeRowsRemovesThoseEntriesAndTheirTwins) {
               (std::vector<std::string>{"Beef/1", "Ham/1"}));
     EXPECT_EQ(shown(day->allFoods(), kSortAlphabetical),
               (std::vector<std::string>{"Apple/0", "Beef/1", "Ham/1"}));
-    EXPECT_EQ(confirmDeleteFoods().message.text,
-              "Are you sure you want to delete the selected food items");
+    EXPECT_EQ(confirmDeleteFoods(),
+              (Confirmation{{"Are you sure you want to delete the selected food items",
+                             "Delete Food", MessageKind::Question}}));
 }
 
 TEST_F(FoodGrid, PastingIntoAGroupMovesTheFoodsThere) {
@@ -237,7 +240,7 @@ TEST_F(FoodGrid, PastingIntoAGroupMovesTheFoodsThere) {
     DayRecord* next = days.currentRecord();
     ASSERT_NE(next, nullptr);
     EXPECT_TRUE(out.complete);
-    EXPECT_TRUE(out.notices.userData);
+    EXPECT_EQ(out.notices, Notices{.userData = true});
     EXPECT_EQ(out.pasted, 2u);
     EXPECT_FALSE(out.message.has_value());
     ASSERT_EQ(next->group(3).size(), 2u);
@@ -250,13 +253,35 @@ TEST_F(FoodGrid, PastingIntoAGroupMovesTheFoodsThere) {
     (void)clip.paste(days, {kAllFoodsGroup, kSortByMeal, 0});
     EXPECT_EQ(next->group(5).size(), 2u);
     EXPECT_EQ(next->allFoods().size(), 4u);
+
+    // Every pasted food is a new entry with a key of its own, shared only with its twin in
+    // the all-foods list.
+    std::set<uint32_t> keys;
+    for (const FoodItem& f : day->allFoods()) {
+        keys.insert(f.key.value);
+    }
+    for (const FoodItem& f : next->allFoods()) {
+        EXPECT_TRUE(keys.insert(f.key.value).second) << f.name.str();
+    }
+    std::multiset<uint32_t> twins;
+    for (const int g : {3, 5}) {
+        for (const FoodItem& f : next->group(g)) {
+            twins.insert(f.key.value);
+        }
+    }
+    std::multiset<uint32_t> all;
+    for (const FoodItem& f : next->allFoods()) {
+        all.insert(f.key.value);
+    }
+    EXPECT_EQ(twins, all);
+    EXPECT_EQ(store.header.keyCounter.serial(), 6u);  // two logged, four pasted
 }
 
 TEST_F(FoodGrid, CutTakesTheRowsAwayWithoutAsking) {
     log("Tea", 0, 6);
     log("Cola", 3, 6);
     FoodClipboard clip;
-    EXPECT_TRUE(clip.cut(*day, {kAllFoodsGroup, kSortByMeal, 0}, {1, 1}).userData);
+    EXPECT_EQ(clip.cut(*day, {kAllFoodsGroup, kSortByMeal, 0}, {1, 1}), Notices{.userData = true});
     ASSERT_EQ(clip.foods().size(), 1u);
     EXPECT_EQ(clip.foods()[0].name.str(), "Cola");
     EXPECT_EQ(day->group(6).size(), 1u);
@@ -276,7 +301,7 @@ TEST(FoodLogView, CommandsSetOrFlipTheSortModeAndCycleTheNutrients) {
         {FoodLogCommand::NutrientToggle, 0, 2}, {FoodLogCommand::NutrientToggle, 0, 0},
     };
     for (const auto& s : steps) {
-        EXPECT_TRUE(applyViewCommand(view, s.command).userData);
+        EXPECT_EQ(applyViewCommand(view, s.command), Notices{.userData = true});
         EXPECT_EQ(view.sortMode, s.sortMode) << static_cast<int>(s.command);
         EXPECT_EQ(view.nutrientView, s.nutrientView) << static_cast<int>(s.command);
     }

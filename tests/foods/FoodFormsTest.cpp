@@ -207,7 +207,8 @@ TEST_F(CatalogueForms, ANewItemStartsAsOneCupAndStoresItsServingAsReference) {
     EXPECT_FLOAT_EQ(f.nutrients[kProtein], 11.5f);
     EXPECT_EQ(f.group, 5);
     EXPECT_EQ(f.loggedFlag, 1);
-    EXPECT_TRUE(catalogue.modified);
+    EXPECT_EQ(r.notices, (Notices{.catalogue = true}));
+    EXPECT_FALSE(catalogue.modified);  // the session marks it
 }
 
 TEST_F(CatalogueForms, NewItemRefusalsKeepTheCatalogue) {
@@ -235,8 +236,8 @@ TEST_F(CatalogueForms, NewItemRefusalsKeepTheCatalogue) {
     }
     r = filledNewItem("Millet").accept();
     ASSERT_FALSE(r.done());
-    EXPECT_EQ(r.message->text, "You can enter a maximum of 100 food items per category.");
-    EXPECT_EQ(r.message->caption, "New Food Item");
+    EXPECT_EQ(r.message, (ScreenMessage{"You can enter a maximum of 100 food items per category.",
+                                        "New Food Item", MessageKind::Warning}));
     EXPECT_EQ(catalogue.groups[5][0].foods.size(), 100u);
 
     // Editing an item of the full category is allowed, under its own name too.
@@ -317,6 +318,7 @@ TEST_F(CatalogueForms, CategoryDialogRefusesTheTwoHundredFiftyFirstButStillRenam
     EXPECT_EQ(r.message, (ScreenMessage{"You entered a duplicate or invalid category.",
                                         "New Category", MessageKind::Warning}));
     EXPECT_EQ(r.focus, FoodField::Name);
+    EXPECT_EQ(r.notices, Notices{});
     for (int i = 0; i < 249; ++i) {
         CategoryNameForm form(catalogue, 5, kNoPosition, false);
         form.text = "Kind " + std::to_string(100 + i);
@@ -326,7 +328,8 @@ TEST_F(CatalogueForms, CategoryDialogRefusesTheTwoHundredFiftyFirstButStillRenam
     extra.text = "Pasta";
     r = extra.accept();
     ASSERT_FALSE(r.done());
-    EXPECT_EQ(r.message->text, "You can enter a maximum of 250 categories per food group.");
+    EXPECT_EQ(r.message, (ScreenMessage{"You can enter a maximum of 250 categories per food group.",
+                                        "New Category", MessageKind::Warning}));
     EXPECT_EQ(r.focus, FoodField::Cancel);
     EXPECT_EQ(catalogue.groups[5].size(), 250u);
 
@@ -336,6 +339,7 @@ TEST_F(CatalogueForms, CategoryDialogRefusesTheTwoHundredFiftyFirstButStillRenam
     edit.text = "  Whole grains";
     r = edit.accept();
     ASSERT_TRUE(r.done());
+    EXPECT_EQ(r.notices, (Notices{.catalogue = true}));
     EXPECT_EQ(catalogue.groups[5][r.position].name.str(), "Whole grains");
     EXPECT_EQ(catalogue.groups[5][r.position].foods.size(), 1u);
 }
@@ -394,10 +398,12 @@ TEST(TreeMenus, PasteIntoAFullGroupOrCategorySaysWhy) {
     EXPECT_EQ(p.position, kNoPosition);
     EXPECT_EQ(p.message, (ScreenMessage{"You can enter a maximum of 250 categories per food group.",
                                         "Paste Category", MessageKind::Warning}));
+    EXPECT_EQ(p.notices, Notices{});
     EXPECT_EQ(c.groups[4].size(), 250u);
     p = pasteIntoTree(clip, c, TreeNode::Category, 3, 0);  // room in group 3
     EXPECT_EQ(p.position, 0);
     EXPECT_FALSE(p.message);
+    EXPECT_EQ(p.notices, (Notices{.catalogue = true}));
     EXPECT_EQ(c.groups[3][p.position].name.str(), "Kind 100");
 
     ASSERT_TRUE(clip.copyFood(c, 3, 1, 0));
@@ -435,11 +441,14 @@ TEST(TreeMenus, EntriesFollowTheNodeAndTheClipboard) {
                                                                   .insertFood = true,
                                                                   .deleteCategory = true,
                                                                   .deleteFood = true}));
-    EXPECT_EQ(confirmDeleteAllCategories(2).message.text,
-              "Are you sure you want to delete all categories and food items under the 'Meat, "
-              "Poultry, Fish, Eggs' food group?");
+    EXPECT_EQ(confirmDeleteAllCategories(2),
+              (Confirmation{{"Are you sure you want to delete all categories and food items under "
+                             "the 'Meat, Poultry, Fish, Eggs' food group?",
+                             "Delete All Categories", MessageKind::Warning}}));
     EXPECT_TRUE(confirmDeleteFoodItem("Sponge").noIsDefault);
-    EXPECT_EQ(renameRefusal(TreeNode::Food).caption, "Rename Food");
+    EXPECT_EQ(renameRefusal(TreeNode::Food),
+              (ScreenMessage{"You entered a duplicate or invalid name.", "Rename Food",
+                             MessageKind::Warning}));
 }
 
 }  // namespace

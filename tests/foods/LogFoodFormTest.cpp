@@ -147,6 +147,7 @@ TEST_F(LogFood, LoggingTheSameFoodTwiceKeepsBothNewestFirst) {
 
 TEST_F(LogFood, CatalogueCommandsReselectAndMarkTheCatalogueChanged) {
     LogFoodForm form(catalogue, days, {}, 5, 0, 2);
+    EXPECT_EQ(form.notices(), Notices{});
     EXPECT_EQ(form.confirmDeleteFood()->message.text,
               "Do you wish to delete the food item 'Sesame'?");
     EXPECT_TRUE(form.confirmDeleteFood()->noIsDefault);
@@ -154,7 +155,8 @@ TEST_F(LogFood, CatalogueCommandsReselectAndMarkTheCatalogueChanged) {
     EXPECT_EQ(form.item(), 1);
     EXPECT_EQ(form.selectedCopy().name.str(), "Plain");
     EXPECT_TRUE(form.catalogueChanged());
-    EXPECT_TRUE(catalogue.modified);
+    EXPECT_EQ(form.notices(), (Notices{.catalogue = true}));
+    EXPECT_FALSE(catalogue.modified);  // the session marks it
 
     EXPECT_EQ(
         form.confirmDeleteCategory()->message,

@@ -89,6 +89,17 @@ TEST_F(DayCursorTest, EnsureCreatesTheDayAtTheInsertionPointOnlyOnce) {
 
     EXPECT_TRUE(cursor.ensureCurrentDay());
     EXPECT_EQ(store.days().size(), 3u);
+
+    // The record itself, and whether it was made just now.
+    bool created = true;
+    EXPECT_EQ(cursor.ensureCurrentRecord(&created), &store.dayAt(1));
+    EXPECT_FALSE(created);
+    cursor.setCurrentDate(dmy(9, 5, 2002));
+    DayRecord* made = cursor.ensureCurrentRecord(&created);
+    ASSERT_NE(made, nullptr);
+    EXPECT_TRUE(created);
+    EXPECT_EQ(made, &store.dayAt(3));
+    EXPECT_EQ(made->date().day, 9);
 }
 
 TEST_F(DayCursorTest, AStaleCursorSettlesOnTheStoreAsItIsNow) {

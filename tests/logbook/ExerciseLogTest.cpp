@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include <string>
 #include <vector>
 
@@ -82,11 +84,12 @@ TEST_F(ExerciseLogTest, CaloriesNeedAWeightThenMinutes) {
     EXPECT_EQ(log.calories(), std::nullopt);
     EXPECT_EQ(log.form.calories, "360");
 
-    EXPECT_EQ(weightNeededMessage().text,
-              "You must enter your weight before calories can be calculated.");
-    EXPECT_EQ(weightNeededMessage().caption, "Calories");
-    EXPECT_EQ(timeNeededMessage().text,
-              "You must enter an exercise time before calories can be calculated.");
+    EXPECT_EQ(weightNeededMessage(),
+              (ScreenMessage{"You must enter your weight before calories can be calculated.",
+                             "Calories", MessageKind::Warning}));
+    EXPECT_EQ(timeNeededMessage(),
+              (ScreenMessage{"You must enter an exercise time before calories can be calculated.",
+                             "Calories", MessageKind::Warning}));
 }
 
 TEST_F(ExerciseLogTest, AUserDefinedExerciseNeedsTypedCalories) {
@@ -109,7 +112,9 @@ TEST_F(ExerciseLogTest, AUserDefinedExerciseNeedsTypedCalories) {
     EXPECT_EQ(e.variant, -1);
     EXPECT_EQ(e.minutes, 45);
     EXPECT_EQ(e.calories, 300);
-    EXPECT_EQ(specifyExerciseMessage().caption, "Exercise Log");
+    EXPECT_EQ(specifyExerciseMessage(),
+              (ScreenMessage{"Please specify exercise time and calculate calories", "Exercise Log",
+                             MessageKind::Warning}));
 }
 
 TEST_F(ExerciseLogTest, LoggingTwiceGivesTwoEntriesAndRecomputesTheDay) {
@@ -119,7 +124,7 @@ TEST_F(ExerciseLogTest, LoggingTwiceGivesTwoEntriesAndRecomputesTheDay) {
     ASSERT_EQ(log.calories(), std::nullopt);
     const Outcome logged = log.log();
     EXPECT_EQ(logged.message, std::nullopt);
-    EXPECT_TRUE(logged.notices.userData);
+    EXPECT_EQ(logged.notices, Notices{.userData = true});
     EXPECT_TRUE(log.form.minutes.empty());
     EXPECT_TRUE(log.form.calories.empty());
     log.form.minutes = "30";
@@ -167,6 +172,16 @@ TEST_F(ExerciseLogTest, ClipboardCopyCutAndPasteAcrossDays) {
     ASSERT_EQ(pasted.exercises().size(), 2u);
     EXPECT_EQ(pasted.exercises()[1].calories, 100);
     EXPECT_EQ(pasted.exerciseCalories, 400u);
+    // Pasted twice onto the same day: every entry of the file keeps a key of its own.
+    EXPECT_EQ(other.paste().message, std::nullopt);
+    std::set<uint32_t> keys;
+    for (const DayRecord* d : {&store.dayAt(0), &store.dayAt(1)}) {
+        for (const ExerciseEntry& e : d->exercises()) {
+            EXPECT_TRUE(keys.insert(e.key.value).second) << e.key.value;
+        }
+    }
+    EXPECT_EQ(keys.size(), 7u);
+    EXPECT_EQ(store.header.keyCounter.serial(), 7u);
 
     (void)cursor.setCurrentDate(dmy(4, 5, 2002));
     const std::vector<Position> middle = {1};
@@ -193,10 +208,9 @@ TEST_F(ExerciseLogTest, DeleteRemovesTheSelectedRows) {
     EXPECT_EQ(day.exercises()[0].calories, 100);
     EXPECT_EQ(day.exercises()[1].calories, 300);
     EXPECT_EQ(day.exerciseCalories, 400u);
-    EXPECT_EQ(confirmDeleteExercises().text,
-              "Are you sure you want to delete the selected exercises?");
-    EXPECT_EQ(confirmDeleteExercises().caption, "Exercise");
-    EXPECT_EQ(confirmDeleteExercises().kind, MessageKind::Question);
+    EXPECT_EQ(confirmDeleteExercises(),
+              (ScreenMessage{"Are you sure you want to delete the selected exercises?", "Exercise",
+                             MessageKind::Question}));
 }
 
 TEST_F(ExerciseLogTest, EditingAnEntryKeepsItsKey) {
@@ -231,7 +245,10 @@ TEST(ExerciseEdits, CountsReadDigitsOnly) {
     EXPECT_EQ(countFromEdit("65535"), 65535);
     EXPECT_EQ(countFromEdit("65536"), 0);
     EXPECT_EQ(countFromEdit("-4"), 0);
-    EXPECT_EQ(pasteLimitMessage().caption, "Paste Exercise");
+    EXPECT_EQ(pasteLimitMessage(),
+              (ScreenMessage{"Due to the maximum exercise limit not all of the exercise items were "
+                             "pasted from the clipboard.",
+                             "Paste Exercise", MessageKind::Warning}));
 }
 
 }  // namespace

@@ -76,16 +76,15 @@ TEST_F(LogbookTest, FiguresOfADateWithoutARecord) {
     addDay(3, 5, 2002);
     addDay(5, 5, 2002);
     (void)logbook.pickDate(dmy(4, 5, 2002));
-    const LogbookFigures f = *logbook.figures();
-    EXPECT_EQ(f.date, "Saturday May 4, 2002");
-    EXPECT_EQ(f.weight, "---  lbs");
-    EXPECT_EQ(f.meals, "0");
-    EXPECT_EQ(f.bmr, "0");
-    EXPECT_EQ(f.exercise, "0");
-    EXPECT_EQ(f.total, "0");
-    EXPECT_EQ(f.record, "Record: -- of 2");
-    EXPECT_EQ(f.goal, "");
-    EXPECT_EQ(f.water, "0");
+    EXPECT_EQ(logbook.figures(), (LogbookFigures{.date = "Saturday May 4, 2002",
+                                                 .weight = "---  lbs",
+                                                 .meals = "0",
+                                                 .bmr = "0",
+                                                 .exercise = "0",
+                                                 .total = "0",
+                                                 .record = "Record: -- of 2",
+                                                 .goal = "",
+                                                 .water = "0"}));
 }
 
 TEST_F(LogbookTest, FiguresOfARecordedDay) {
@@ -109,19 +108,20 @@ TEST_F(LogbookTest, FiguresOfARecordedDay) {
     recomputeGoalPlan(store.profile);
 
     (void)logbook.first();
-    LogbookFigures f = *logbook.figures();
-    EXPECT_EQ(f.weight, "180  lbs");
-    EXPECT_EQ(f.meals, "1500");
-    EXPECT_EQ(f.bmr, "- 2234");
-    EXPECT_EQ(f.exercise, "- 100");
-    EXPECT_EQ(f.total, "- 834");
-    EXPECT_EQ(f.record, "Record: 1 of 1");
-    EXPECT_EQ(f.goal, "Goal: -1000 cal");
-    EXPECT_EQ(f.water, "6");
+    LogbookFigures f{.date = "Friday May 3, 2002",
+                     .weight = "180  lbs",
+                     .meals = "1500",
+                     .bmr = "- 2234",
+                     .exercise = "- 100",
+                     .total = "- 834",
+                     .record = "Record: 1 of 1",
+                     .goal = "Goal: -1000 cal",
+                     .water = "6"};
+    EXPECT_EQ(logbook.figures(), f);
 
     ASSERT_TRUE(store.profile.setUnits(1));
-    f = *logbook.figures();
-    EXPECT_EQ(f.weight, "82  kg");  // 81.65 kg by the serving units' pound
+    f.weight = "82  kg";  // 81.65 kg by the serving units' pound
+    EXPECT_EQ(logbook.figures(), f);
 
     setDayWeight(day, -1.0f, store.profile);
     EXPECT_EQ(logbook.figures()->weight, "---  kg");
@@ -139,17 +139,14 @@ TEST_F(LogbookTest, WaterBetweenTwoDaysCreatesTheMiddleRecord) {
     (void)logbook.pickDate(dmy(4, 5, 2002));
     EXPECT_EQ(logbook.figures()->record, "Record: -- of 2");
 
-    const Notices n = logbook.waterChanged(true, "1");
-    EXPECT_TRUE(n.dayCreated);
-    EXPECT_TRUE(n.userData);
-    EXPECT_FALSE(n.dataChanged);
+    EXPECT_EQ(logbook.waterChanged(true, "1"), (Notices{.userData = true, .dayCreated = true}));
     const LogbookFigures f = *logbook.figures();
     EXPECT_EQ(f.record, "Record: 2 of 3");
     EXPECT_EQ(f.water, "1");
     EXPECT_EQ(store.dayAt(1).water(), 1);
 
     // A second change goes into the day that now exists.
-    EXPECT_FALSE(logbook.waterChanged(true, "99").dayCreated);
+    EXPECT_EQ(logbook.waterChanged(true, "99"), Notices{.userData = true});
     EXPECT_EQ(store.dayAt(1).water(), 99);
     EXPECT_EQ(store.days().size(), 3u);
 }
@@ -161,7 +158,7 @@ TEST_F(LogbookTest, TheFormsOwnWaterWritesAreIgnored) {
 
     // A step of the arrows arms exactly one change.
     logbook.waterStepped();
-    EXPECT_TRUE(logbook.waterChanged(false, "1").dayCreated);
+    EXPECT_EQ(logbook.waterChanged(false, "1"), (Notices{.userData = true, .dayCreated = true}));
     EXPECT_EQ(store.dayAt(0).water(), 1);
     EXPECT_EQ(logbook.waterChanged(false, "2"), Notices{});
     EXPECT_EQ(store.dayAt(0).water(), 1);
@@ -181,10 +178,7 @@ TEST_F(LogbookTest, EveryNavigationMarksTheDataModified) {
     const Command commands[] = {&Logbook::previous, &Logbook::next, &Logbook::first, &Logbook::last,
                                 &Logbook::deleteCurrentDay};
     for (Command c : commands) {
-        const Notices n = (logbook.*c)();
-        EXPECT_TRUE(n.userData);
-        EXPECT_TRUE(n.dataChanged);
-        EXPECT_FALSE(n.dayCreated);
+        EXPECT_EQ((logbook.*c)(), (Notices{.userData = true, .dataChanged = true}));
     }
     EXPECT_EQ(logbook.pickDate(dmy(1, 1, 2003)), (Notices{.userData = true, .dataChanged = true}));
 }
@@ -262,27 +256,27 @@ TEST_F(LogbookTest, ARangeWhoseEndEqualsItsStartDeletesTwoDays) {
 }
 
 TEST_F(LogbookTest, Confirmations) {
-    const ScreenMessage current = Logbook::confirmDeleteCurrentDay();
-    EXPECT_EQ(current.text, "Are you sure you want to delete current day?");
-    EXPECT_EQ(current.caption, "Current Day");
-    EXPECT_EQ(current.kind, MessageKind::Question);
-    const ScreenMessage all = Logbook::confirmDeleteAllDays();
-    EXPECT_EQ(all.text, "Are you sure you want to delete all days?");
-    EXPECT_EQ(all.caption, "All Days");
-    EXPECT_EQ(Logbook::confirmResetPersonal().text,
-              "A reset will clear all fields.  Do you wish to reset your personal information?");
-    EXPECT_EQ(Logbook::confirmResetPersonal().caption, "Personal Information");
-    EXPECT_EQ(Logbook::confirmResetGoals().text,
-              "A reset will clear all fields.  Do you wish to reset your weight loss goals?");
-    EXPECT_EQ(Logbook::confirmResetGoals().caption, "Reset Goals");
-    EXPECT_EQ(Logbook::confirmResetGoals().kind, MessageKind::Question);
+    EXPECT_EQ(Logbook::confirmDeleteCurrentDay(),
+              (ScreenMessage{"Are you sure you want to delete current day?", "Current Day",
+                             MessageKind::Question}));
+    EXPECT_EQ(Logbook::confirmDeleteAllDays(),
+              (ScreenMessage{"Are you sure you want to delete all days?", "All Days",
+                             MessageKind::Question}));
+    EXPECT_EQ(Logbook::confirmResetPersonal(),
+              (ScreenMessage{"A reset will clear all fields.  Do you wish to reset your personal "
+                             "information?",
+                             "Personal Information", MessageKind::Question}));
+    EXPECT_EQ(Logbook::confirmResetGoals(),
+              (ScreenMessage{"A reset will clear all fields.  Do you wish to reset your weight "
+                             "loss goals?",
+                             "Reset Goals", MessageKind::Question}));
 }
 
 TEST_F(LogbookTest, DeleteAllDaysKeepsTheProfile) {
     store.profile.setAge(40);
     addDay(3, 5, 2002);
     (void)logbook.first();
-    EXPECT_TRUE(logbook.deleteAllDays().dataChanged);
+    EXPECT_EQ(logbook.deleteAllDays(), (Notices{.userData = true, .dataChanged = true}));
     EXPECT_EQ(store.profile.age(), 40);
     EXPECT_TRUE(currentIs(21, 11, 2002));
     EXPECT_EQ(logbook.figures()->record, "Record: -- of 0");
@@ -297,8 +291,7 @@ TEST_F(LogbookTest, ResetsClearTheirPartAndSayWhatHappened) {
     EXPECT_EQ(store.profile.age(), 40);
 
     n = logbook.resetPersonal();
-    EXPECT_TRUE(n.dataChanged);
-    EXPECT_TRUE(n.personalInfoReset);
+    EXPECT_EQ(n, (Notices{.userData = true, .dataChanged = true, .personalInfoReset = true}));
     EXPECT_EQ(store.profile.age(), -1);
 }
 

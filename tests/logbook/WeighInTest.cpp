@@ -30,9 +30,7 @@ TEST_F(WeighInTest, NothingBelowOneCreatesADay) {
 }
 
 TEST_F(WeighInTest, AWeightCreatesTheDayAndSettlesItsBmr) {
-    const Notices n = weighIn.weightEdited("180");
-    EXPECT_TRUE(n.dayCreated);
-    EXPECT_TRUE(n.userData);
+    EXPECT_EQ(weighIn.weightEdited("180"), (Notices{.userData = true, .dayCreated = true}));
     ASSERT_EQ(store.days().size(), 1u);
     const DayRecord& day = store.dayAt(0);
     EXPECT_FLOAT_EQ(day.weight(), 180.0f);
@@ -47,7 +45,7 @@ TEST_F(WeighInTest, AWeightCreatesTheDayAndSettlesItsBmr) {
 
 TEST_F(WeighInTest, ZeroErasesTheWeightOfAnExistingDay) {
     (void)weighIn.weightEdited("150");
-    EXPECT_TRUE(weighIn.weightEdited("0").dayCreated);
+    EXPECT_EQ(weighIn.weightEdited("0"), (Notices{.userData = true, .dayCreated = true}));
     const DayRecord& day = store.dayAt(0);
     EXPECT_LT(day.weight(), 0.0f);
     EXPECT_EQ(day.level(), 0);
@@ -70,10 +68,7 @@ TEST_F(WeighInTest, AManualBmrSurvivesANewWeight) {
 
 TEST_F(WeighInTest, KilogramsAreShownAndStoredInPounds) {
     ASSERT_TRUE(store.profile.setUnits(1));
-    WeighInView v = weighIn.view();
-    EXPECT_EQ(v.unit, "kg");
-    EXPECT_EQ(v.weight, "");
-    EXPECT_EQ(v.date, "Saturday May 4, 2002");
+    EXPECT_EQ(weighIn.view(), (WeighInView{"Saturday May 4, 2002", "", "kg"}));
 
     (void)weighIn.weightEdited("70");
     EXPECT_NEAR(store.dayAt(0).weight(), 154.3236f, 0.001f);
@@ -123,7 +118,7 @@ TEST_F(WeighInTest, TheJournalOfADateWithoutARecordKeepsNothing) {
 TEST_F(WeighInTest, TheJournalWritesIntoAnExistingDay) {
     (void)weighIn.weightEdited("150");
     EXPECT_EQ(journal.load(), "");
-    EXPECT_TRUE(journal.textChanged("Ran to the lake").userData);
+    EXPECT_EQ(journal.textChanged("Ran to the lake"), Notices{.userData = true});
     EXPECT_EQ(store.dayAt(0).note(), "Ran to the lake");
     // Enter always appends at the very end, whatever the editor held around the caret.
     EXPECT_EQ(journal.enterPressed("Ran to\r\n the lake"), "Ran to the lake\r\n");
@@ -134,10 +129,10 @@ TEST_F(WeighInTest, TheJournalWritesIntoAnExistingDay) {
 TEST_F(WeighInTest, TheNoteStopsAt512Characters) {
     (void)weighIn.weightEdited("150");
     const std::string full(512, 'x');
-    EXPECT_TRUE(journal.textChanged(full + "y").userData);
+    EXPECT_EQ(journal.textChanged(full + "y"), Notices{.userData = true});
     EXPECT_EQ(store.dayAt(0).note(), full);
     EXPECT_EQ(journal.enterPressed(full), full);
-    EXPECT_TRUE(journal.textChanged(std::string(510, 'x')).userData);
+    EXPECT_EQ(journal.textChanged(std::string(510, 'x')), Notices{.userData = true});
     EXPECT_EQ(journal.enterPressed("").size(), 512u);
 }
 

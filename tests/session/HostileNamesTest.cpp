@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <optional>
 #include <random>
 #include <set>
 
@@ -65,7 +66,9 @@ protected:
 
 // A stored name has exactly one folder of its own directly in the users folder.
 void expectOwnFolder(const Session& s, const fs::path& root, const std::string& name) {
-    const fs::path folder = s.users().userFolder(name);
+    const std::optional<fs::path> maybeFolder = s.users().userFolder(name);
+    ASSERT_TRUE(maybeFolder.has_value()) << shown(name);
+    const fs::path& folder = *maybeFolder;
     EXPECT_EQ(folder.parent_path(), usersFolder(root)) << shown(name);
     EXPECT_TRUE(fs::is_directory(folder)) << shown(name);
 }
@@ -86,7 +89,8 @@ TEST_F(HostileUserNames, AreRefusedOrStoredInTheirOwnFolder) {
             ++stored;
             EXPECT_FALSE(listedBefore) << shown(name);
             expectOwnFolder(s, root, name);
-            EXPECT_TRUE(fs::is_regular_file(s.users().userFolder(name) / "UserDB.ddb"))
+            EXPECT_TRUE(
+                fs::is_regular_file(s.users().userFolder(name).value_or(root) / "UserDB.ddb"))
                 << shown(name);
             EXPECT_EQ(s.openUserName(), name);
         } else {

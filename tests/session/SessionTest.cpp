@@ -11,6 +11,7 @@
 #include "TempDir.h"
 #include "core/FoodCatalogue.h"
 #include "core/FoodItem.h"
+#include "foods/FoodForms.h"
 #include "session/Session.h"
 #include "session/UsersForm.h"
 #include "storage/CatalogueFile.h"
@@ -129,6 +130,25 @@ TEST_F(SessionTest, SavedDataAndTheCatalogueComeBackNextTime) {
     EXPECT_EQ(s->catalogue().groups[5][0].name, "Bagels");
 }
 
+TEST_F(SessionTest, TemporaryFilesOfKilledSavesAreRemovedFromTheFoldersOpened) {
+    {
+        auto s = started();
+        ASSERT_TRUE(s->initialLoad().ok());
+    }
+    const fs::path leftovers[] = {root / ".FoodDB.ddb.tmp1-0", root / "Users" / ".Users.udb.tmp1-4",
+                                  root / "Users" / "Zerbu" / ".UserDB.ddb.tmp1-2"};
+    for (const fs::path& p : leftovers) {
+        std::ofstream(p) << "half a save";
+    }
+    std::ofstream(root / "Users" / "Zerbu" / "mine.txt") << "kept";
+    auto s = started();
+    EXPECT_FALSE(fs::exists(leftovers[0]));
+    EXPECT_FALSE(fs::exists(leftovers[1]));
+    ASSERT_TRUE(s->initialLoad().ok());
+    EXPECT_FALSE(fs::exists(leftovers[2]));
+    EXPECT_TRUE(fs::exists(root / "Users" / "Zerbu" / "mine.txt"));
+}
+
 TEST_F(SessionTest, OnlyWhatTheNoticesMarkIsSavedAndTotalsFollowTheFoods) {
     auto s = started();
     ASSERT_TRUE(s->initialLoad().ok());
@@ -157,6 +177,37 @@ TEST_F(SessionTest, OnlyWhatTheNoticesMarkIsSavedAndTotalsFollowTheFoods) {
     EXPECT_FALSE(s->userDataModified());
     EXPECT_NE(fileBytes(userFile), saved);
     EXPECT_FLOAT_EQ(day.totals()[kCalories], 500.0f);
+}
+
+// A catalogue screen's edit is saved only once its notices reached the session.
+TEST_F(SessionTest, ACatalogueEditIsSavedAtTheSavePointOnceTheSessionHasItsNotices) {
+    const fs::path catalogueFile = root / "Users" / "Zerbu" / "FoodDB.ddb";
+    {
+        auto s = started();  // copies the template in, read from the next start on
+        ASSERT_TRUE(s->initialLoad().ok());
+    }
+    {
+        auto s = started();
+        ASSERT_TRUE(s->initialLoad().ok());
+        CategoryNameForm form(s->catalogue(), 5, kNoPosition, false);
+        form.text = "Rolls";
+        const FormResult added = form.accept();
+        ASSERT_TRUE(added.done());
+        EXPECT_FALSE(s->catalogueModified());
+        EXPECT_TRUE(s->saveModified().ok());
+        EXPECT_EQ(fileBytes(catalogueFile), shipped);
+
+        s->apply(added.notices);
+        EXPECT_TRUE(s->catalogueModified());
+        EXPECT_FALSE(s->userDataModified());
+        const SessionStatus saved = s->saveModified();
+        ASSERT_TRUE(saved.ok()) << saved.message();
+        EXPECT_FALSE(s->catalogueModified());
+    }
+    auto s = started();
+    ASSERT_TRUE(s->initialLoad().ok());
+    ASSERT_EQ(s->catalogue().groups[5].size(), 2u);
+    EXPECT_EQ(s->catalogue().groups[5][1].name, "Rolls");
 }
 
 TEST_F(SessionTest, AFileThatCannotBeReadIsNeverWrittenOver) {
@@ -219,21 +270,20 @@ TEST_F(SessionTest, AddingSwitchingRenamingAndDeletingUsers) {
     EXPECT_FALSE(s->switchUser("Nobody").ok());
     EXPECT_EQ(s->openUserName(), "Zerbu");
 
-    // Renaming the open user: its data goes to the new name's folder at the next save.
+    // Renaming the open user moves its folder.
     status = s->renameUser("Zerbu", "Zed");
     ASSERT_TRUE(status.ok()) << status.message();
     EXPECT_EQ(s->openUserName(), "Zed");
     EXPECT_EQ(s->rememberedUserName(), "Zed");
     ASSERT_TRUE(s->saveUserData().ok());
     EXPECT_TRUE(fs::exists(root / "Users" / "Zed" / "UserDB.ddb"));
-    EXPECT_TRUE(fs::is_directory(root / "Users" / "Zerbu"));  // left in place
+    EXPECT_FALSE(fs::exists(root / "Users" / "Zerbu"));
 
     status = s->deleteUser("Zed");
     ASSERT_TRUE(status.ok()) << status.message();
-    EXPECT_FALSE(s->userOpen());
+    EXPECT_EQ(s->openUserName(), "Ann");
     EXPECT_FALSE(fs::exists(root / "Users" / "Zed"));
-    EXPECT_FALSE(s->saveUserData().ok());
-    EXPECT_EQ(s->rememberedUserName(), "");
+    EXPECT_EQ(s->rememberedUserName(), "Ann");
     ASSERT_EQ(s->users().count(), 1u);
     EXPECT_EQ(s->preselectedUser(), 0);
 
@@ -251,6 +301,180 @@ TEST_F(SessionTest, ThePreselectedUserIgnoresCaseAndFallsBackToTheFirst) {
     EXPECT_EQ(s->preselectedUser(), 1);
     settings.setCurrentUserName("Gone");
     EXPECT_EQ(s->preselectedUser(), 0);
+}
+
+void addCategory(Session& s, std::size_t group, const char* name) {
+    FoodCategory category;
+    category.name = name;
+    s.catalogue().groups[group].push_back(category);
+    s.catalogue().renumberGroupChunks();
+    s.apply(Notices{.catalogue = true});
+}
+
+bool hasCategory(const FoodCatalogue& c, std::size_t group, const char* name) {
+    for (const FoodCategory& category : c.groups[group]) {
+        if (category.name == name) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void cutShort(const fs::path& file, std::size_t bytes) {
+    std::vector<uint8_t> data = fileBytes(file);
+    data.resize(data.size() - bytes);
+    std::ofstream(file, std::ios::binary | std::ios::trunc)
+        .write(reinterpret_cast<const char*>(data.data()),
+               static_cast<std::streamsize>(data.size()));
+}
+
+TEST_F(SessionTest, AUserListThatFailedToLoadIsNeverWrittenOverByAnyPath) {
+    {
+        auto s = started();
+        ASSERT_TRUE(s->initialLoad().ok());
+        for (const char* name : {"Ann", "Bob", "Cy"}) {
+            ASSERT_TRUE(s->addUser(name).ok()) << name;
+        }
+    }
+    const fs::path list = root / "Users" / "Users.udb";
+    cutShort(list, 2);
+    const std::vector<uint8_t> listBytes = fileBytes(list);
+
+    auto s = started();
+    const SessionStatus loaded = s->initialLoad();
+    ASSERT_FALSE(loaded.ok());
+    EXPECT_NE(loaded.message().find("Users.udb"), std::string::npos) << loaded.message();
+    const SessionStatus added = s->addUser("Dan");
+    EXPECT_FALSE(added.ok());
+    EXPECT_NE(added.message().find("could not be read whole"), std::string::npos)
+        << added.message();
+    EXPECT_FALSE(s->renameUser("Ann", "Al").ok());
+    EXPECT_FALSE(s->deleteUser("Bob").ok());
+    (void)s->saveAll();
+    EXPECT_EQ(fileBytes(list), listBytes);
+    for (const char* name : {"Ann", "Bob", "Cy", "Zerbu"}) {
+        EXPECT_TRUE(fs::is_directory(root / "Users" / name)) << name;
+    }
+    EXPECT_FALSE(fs::exists(root / "Users" / "Dan"));
+    EXPECT_FALSE(fs::exists(root / "Users" / "Al"));
+}
+
+TEST_F(SessionTest, AnUnreadUserFileOrCatalogueSurvivesAddingSwitchingAndRenaming) {
+    {
+        auto s = started();
+        ASSERT_TRUE(s->initialLoad().ok());
+        (void)s->days().ensureCurrentDay();
+        addCategory(*s, 0, "Muffins");
+        ASSERT_TRUE(s->saveAll().ok());
+    }
+    cutShort(root / "Users" / "Zerbu" / "UserDB.ddb", 1);
+    cutShort(root / "Users" / "Zerbu" / "FoodDB.ddb", 1);
+    const std::vector<uint8_t> user = fileBytes(root / "Users" / "Zerbu" / "UserDB.ddb");
+    const std::vector<uint8_t> foods = fileBytes(root / "Users" / "Zerbu" / "FoodDB.ddb");
+
+    auto s = started();
+    EXPECT_FALSE(s->initialLoad().ok());
+    ASSERT_TRUE(s->userOpen());
+    s->apply(Notices{.userData = true, .catalogue = true});
+    EXPECT_TRUE(s->addUser("Ann").ok());
+    EXPECT_FALSE(s->switchUser("Zerbu").ok());  // opened, and says it could not be read
+    EXPECT_EQ(s->openUserName(), "Zerbu");
+    s->apply(Notices{.userData = true, .catalogue = true});
+    const SessionStatus renamed = s->renameUser("Zerbu", "Zed");
+    EXPECT_NE(renamed.message().find("not saved"), std::string::npos) << renamed.message();
+    EXPECT_FALSE(s->saveAll().ok());
+    EXPECT_TRUE(s->switchUser("Ann").ok());
+    EXPECT_EQ(fileBytes(root / "Users" / "Zed" / "UserDB.ddb"), user);
+    EXPECT_EQ(fileBytes(root / "Users" / "Zed" / "FoodDB.ddb"), foods);
+}
+
+TEST_F(SessionTest, RenamingTheOpenUserMovesEverythingAndSavesAtOnce) {
+    auto s = started();
+    ASSERT_TRUE(s->initialLoad().ok());
+    addCategory(*s, 0, "Muffins");
+    ASSERT_TRUE(s->saveCatalogue().ok());
+    (void)s->days().ensureCurrentDay();
+    s->days().currentRecord()->setWater(4);
+    s->apply(Notices{.userData = true});
+
+    const SessionStatus renamed = s->renameUser("Zerbu", "Ann");
+    ASSERT_TRUE(renamed.ok()) << renamed.message();
+    EXPECT_FALSE(s->store().modified);
+    EXPECT_FALSE(fs::exists(root / "Users" / "Zerbu"));
+    ASSERT_TRUE(s->addUser("Bob").ok());
+    ASSERT_TRUE(s->switchUser("Ann").ok());
+    EXPECT_TRUE(hasCategory(s->catalogue(), 0, "Muffins"));
+    EXPECT_TRUE(hasCategory(s->catalogue(), 5, "Bagels"));
+    ASSERT_NE(s->days().currentRecord(), nullptr);
+    EXPECT_EQ(s->days().currentRecord()->water(), 4);
+    // The old default name is free again.
+    ASSERT_TRUE(s->addUser("Zerbu").ok());
+}
+
+TEST_F(SessionTest, StartUpReturnsToTheRememberedUserWhenListedAndReadable) {
+    {
+        auto s = started();
+        ASSERT_TRUE(s->initialLoad().ok());
+        ASSERT_TRUE(s->renameUser("Zerbu", "Zed").ok());
+        ASSERT_TRUE(s->addUser("Ann").ok());
+    }
+    const struct {
+        const char* remembered;
+        const char* opened;
+    } cases[] = {
+        {"Ann", "Ann"}, {"Zed", "Zed"}, {"", "Zerbu"}, {"Gone", "Zerbu"}, {"ann", "Zerbu"}};
+    for (const auto& c : cases) {
+        settings.setCurrentUserName(c.remembered);
+        auto s = started();
+        (void)s->initialLoad();
+        EXPECT_EQ(s->openUserName(), c.opened) << c.remembered;
+        EXPECT_EQ(s->rememberedUserName(), c.opened);
+    }
+    // A remembered user whose file cannot be read is not opened at start-up.
+    cutShort(root / "Users" / "Ann" / "UserDB.ddb", 1);
+    settings.setCurrentUserName("Ann");
+    auto s = started();
+    (void)s->initialLoad();
+    EXPECT_EQ(s->openUserName(), "Zerbu");
+}
+
+TEST_F(SessionTest, AFirstCatalogueEditKeepsTheShippedFoods) {
+    {
+        auto s = started();
+        ASSERT_TRUE(s->initialLoad().ok());
+        EXPECT_TRUE(hasCategory(s->catalogue(), 5, "Bagels"));
+        addCategory(*s, 0, "Muffins");
+        ASSERT_TRUE(s->saveAll().ok());
+    }
+    auto s = started();
+    ASSERT_TRUE(s->initialLoad().ok());
+    EXPECT_TRUE(hasCategory(s->catalogue(), 0, "Muffins"));
+    EXPECT_TRUE(hasCategory(s->catalogue(), 5, "Bagels"));
+}
+
+TEST_F(SessionTest, DeletingTheOpenUserAlwaysLeavesAUserOpen) {
+    auto s = started();
+    ASSERT_TRUE(s->initialLoad().ok());
+    ASSERT_TRUE(s->addUser("Ann").ok());
+    // List order: Ann, Zerbu. Deleting the open Ann opens the first listed, Zerbu.
+    SessionStatus status = s->deleteUser("Ann");
+    ASSERT_TRUE(status.ok()) << status.message();
+    ASSERT_TRUE(s->userOpen());
+    EXPECT_EQ(s->openUserName(), "Zerbu");
+    EXPECT_EQ(s->rememberedUserName(), "Zerbu");
+    (void)s->days().ensureCurrentDay();
+    s->days().currentRecord()->setWater(2);
+    s->apply(Notices{.userData = true});
+
+    // Deleting the last user: a new, empty "Zerbu" is opened, and works.
+    status = s->deleteUser("Zerbu");
+    ASSERT_TRUE(status.ok()) << status.message();
+    ASSERT_TRUE(s->userOpen());
+    EXPECT_EQ(s->openUserName(), "Zerbu");
+    EXPECT_EQ(s->days().currentRecord(), nullptr);
+    EXPECT_TRUE(hasCategory(s->catalogue(), 5, "Bagels"));
+    EXPECT_TRUE(s->saveAll().ok());
+    ASSERT_EQ(s->users().count(), 1u);
 }
 
 TEST(DataRoot, TheOptionBeatsTheEnvironmentWhichBeatsTheDefault) {

@@ -40,28 +40,29 @@ protected:
 TEST_F(CatalogueStorageTest, ThePathFollowsTheUserFolderOfTheDataFile) {
     ASSERT_TRUE(users.add("Ann").ok());
     ASSERT_TRUE(users.add("Ben").ok());
-    ASSERT_TRUE(setCataloguePath(catalogue, users, users.userFolder("Ben") / "UserDB.ddb").ok());
+    ASSERT_TRUE(setCataloguePath(catalogue, users, *users.userFolder("Ben") / "UserDB.ddb").ok());
     EXPECT_EQ(catalogue.filePath, dir.path() / "Users" / "Ben" / "FoodDB.ddb");
     EXPECT_EQ(catalogue.folderPath, dir.path() / "Users" / "Ben");
     // A folder that is not listed falls back to the first user, as the format always has.
-    ASSERT_TRUE(setCataloguePath(catalogue, users, users.userFolder("Zed") / "UserDB.ddb").ok());
-    EXPECT_EQ(catalogue.folderPath, users.userFolder("Ann"));
+    ASSERT_TRUE(setCataloguePath(catalogue, users, *users.userFolder("Zed") / "UserDB.ddb").ok());
+    EXPECT_EQ(catalogue.folderPath, *users.userFolder("Ann"));
     // No user folder below the users folder: refused.
     EXPECT_FALSE(setCataloguePath(catalogue, users, users.usersFolder() / "UserDB.ddb").ok());
     EXPECT_FALSE(setCataloguePath(catalogue, users, dir.path() / "elsewhere" / "a" / "b").ok());
 }
 
-TEST_F(CatalogueStorageTest, AMissingCatalogueIsACopyOfTheTemplateReadOnlyAtTheNextLoad) {
+TEST_F(CatalogueStorageTest, AMissingCatalogueIsACopyOfTheTemplateReadAtOnce) {
     FoodCatalogue shipped;
     test::fillCatalogue(shipped, {1, 1}, 2);
     const Bytes templateBytes = catalogueBytes(shipped);
     ASSERT_TRUE(installTemplateCatalogue(dir.path(), templateBytes).ok());
     ASSERT_TRUE(users.add("Ann").ok());
-    ASSERT_TRUE(setCataloguePath(catalogue, users, users.userFolder("Ann") / "UserDB.ddb").ok());
+    ASSERT_TRUE(setCataloguePath(catalogue, users, *users.userFolder("Ann") / "UserDB.ddb").ok());
 
     CatalogueLoadResult first = loadCatalogue(catalogue, templateCataloguePath(dir.path()));
     EXPECT_EQ(first.outcome, CatalogueLoad::Copied);
-    EXPECT_EQ(catalogue.foodCount(), 0u);
+    EXPECT_EQ(catalogue.foodCount(), 4u);
+    EXPECT_FALSE(catalogue.modified);
     EXPECT_EQ(test::readBytes(catalogue.filePath), templateBytes);
 
     CatalogueLoadResult second = loadCatalogue(catalogue, templateCataloguePath(dir.path()));
@@ -69,9 +70,24 @@ TEST_F(CatalogueStorageTest, AMissingCatalogueIsACopyOfTheTemplateReadOnlyAtTheN
     EXPECT_EQ(catalogue.foodCount(), 4u);
 }
 
+TEST_F(CatalogueStorageTest, ATemplateThatCannotBeReadWholeIsNotCopied) {
+    FoodCatalogue shipped;
+    test::fillCatalogue(shipped, {1, 1}, 2);
+    Bytes templateBytes = catalogueBytes(shipped);
+    templateBytes.resize(templateBytes.size() - 3);
+    test::writeBytes(templateCataloguePath(dir.path()), templateBytes);
+    ASSERT_TRUE(users.add("Ann").ok());
+    ASSERT_TRUE(setCataloguePath(catalogue, users, *users.userFolder("Ann") / "UserDB.ddb").ok());
+    const CatalogueLoadResult r = loadCatalogue(catalogue, templateCataloguePath(dir.path()));
+    EXPECT_EQ(r.outcome, CatalogueLoad::Failed);
+    EXPECT_EQ(r.status.message().rfind("FoodDB.ddb: chunk", 0), 0u) << r.status.message();
+    EXPECT_EQ(catalogue.foodCount(), 0u);
+    EXPECT_FALSE(fs::exists(catalogue.filePath));
+}
+
 TEST_F(CatalogueStorageTest, WithoutATemplateTheLoadFailsAndSaysWhy) {
     ASSERT_TRUE(users.add("Ann").ok());
-    ASSERT_TRUE(setCataloguePath(catalogue, users, users.userFolder("Ann") / "UserDB.ddb").ok());
+    ASSERT_TRUE(setCataloguePath(catalogue, users, *users.userFolder("Ann") / "UserDB.ddb").ok());
     const CatalogueLoadResult r = loadCatalogue(catalogue, templateCataloguePath(dir.path()));
     EXPECT_EQ(r.outcome, CatalogueLoad::Failed);
     EXPECT_NE(r.status.message().find("template"), std::string::npos);
@@ -85,7 +101,7 @@ TEST_F(CatalogueStorageTest, AnInstalledTemplateIsNeverReplaced) {
 
 TEST_F(CatalogueStorageTest, SaveAndLoadRoundTripAndASaveThatCannotBeRightKeepsTheOldFile) {
     ASSERT_TRUE(users.add("Ann").ok());
-    ASSERT_TRUE(setCataloguePath(catalogue, users, users.userFolder("Ann") / "UserDB.ddb").ok());
+    ASSERT_TRUE(setCataloguePath(catalogue, users, *users.userFolder("Ann") / "UserDB.ddb").ok());
     test::fillCatalogue(catalogue, {2, 0, 1}, 3);
     catalogue.modified = true;
     ASSERT_TRUE(saveCatalogue(catalogue).ok());

@@ -120,5 +120,36 @@ TEST(FileIo, AWriteFailingPartWayThroughAStreamedSaveKeepsTheOldFile) {
     EXPECT_EQ(files, 1u);
 }
 
+TEST(FileIo, OnlyTheTemporaryFilesOfKilledSavesOfOurFilesAreRemoved) {
+    test::TempDir dir;
+    const std::string own = std::to_string(::getpid());
+    const char* const stale[] = {".UserDB.ddb.tmp1-0", ".FoodDB.ddb.tmp4194303-17",
+                                 ".Users.udb.tmp12-345"};
+    const std::string kept[] = {
+        "UserDB.ddb",          ".UserDB.ddb.tmp" + own + "-0",  // a save of this process
+        ".UserDB.ddb.tmp12",   ".UserDB.ddb.tmp-3",
+        ".UserDB.ddb.tmpx-3",  ".UserDB.ddb.tmp1-",
+        ".UserDB.ddb.tmp1-2a", ".Other.ddb.tmp1-0",
+        "UserDB.ddb.tmp1-0",   ".UserDB.ddb.bak1-0"};
+    for (const char* name : stale) {
+        test::writeBytes(dir.path() / name, {1});
+    }
+    for (const std::string& name : kept) {
+        test::writeBytes(dir.path() / name, {1});
+    }
+    fs::create_directory(dir.path() / ".FoodDB.ddb.tmp2-0");  // a folder is not ours
+
+    const std::string_view ours[] = {"UserDB.ddb", "FoodDB.ddb", "Users.udb"};
+    EXPECT_EQ(removeStaleTemporaries(dir.path(), ours), 3u);
+    for (const char* name : stale) {
+        EXPECT_FALSE(fs::exists(dir.path() / name)) << name;
+    }
+    for (const std::string& name : kept) {
+        EXPECT_TRUE(fs::exists(dir.path() / name)) << name;
+    }
+    EXPECT_TRUE(fs::is_directory(dir.path() / ".FoodDB.ddb.tmp2-0"));
+    EXPECT_EQ(removeStaleTemporaries(dir.path() / "missing", ours), 0u);
+}
+
 }  // namespace
 }  // namespace nutrovex

@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "core/FoodCatalogue.h"
 #include "core/UserStore.h"
+#include "storage/CatalogueStorage.h"
 #include "storage/DataRoot.h"
 #include "storage/StorageTestUtil.h"
 #include "storage/UserFile.h"
@@ -57,15 +60,15 @@ TEST(UserList, NamesAreKeptInNameOrderAndDuplicatesAreOnlyExactMatches) {
     EXPECT_EQ(list.find("Bob"), 3);
     EXPECT_EQ(list.find("BOB"), kNoPosition);
     EXPECT_EQ(namesOnDisk(dir.path()), namesOf(list));
-    EXPECT_TRUE(fs::is_directory(list.userFolder("Bob")));
-    EXPECT_TRUE(fs::is_directory(list.userFolder("bob")));
+    EXPECT_TRUE(fs::is_directory(*list.userFolder("Bob")));
+    EXPECT_TRUE(fs::is_directory(*list.userFolder("bob")));
 }
 
 TEST(UserList, ALeftOverFolderMakesAddFail) {
     test::TempDir dir;
     UserList list(dir.path());
     ASSERT_TRUE(list.read().ok());
-    fs::create_directories(list.userFolder("Dana"));
+    fs::create_directories(*list.userFolder("Dana"));
     const StorageStatus s = list.add("Dana");
     EXPECT_FALSE(s.ok());
     EXPECT_NE(s.message().find("already there"), std::string::npos);
@@ -101,26 +104,170 @@ TEST(UserList, DeletingRemovesBothFilesTheFolderAndTheName) {
     ASSERT_TRUE(list.read().ok());
     ASSERT_TRUE(list.add("Ann").ok());
     ASSERT_TRUE(list.add("Ben").ok());
-    test::writeBytes(list.userFolder("Ann") / "UserDB.ddb", {1, 2, 3});
-    test::writeBytes(list.userFolder("Ann") / "FoodDB.ddb", {4, 5, 6});
+    test::writeBytes(*list.userFolder("Ann") / "UserDB.ddb", {1, 2, 3});
+    test::writeBytes(*list.userFolder("Ann") / "FoodDB.ddb", {4, 5, 6});
     ASSERT_TRUE(list.remove(0).ok());
-    EXPECT_FALSE(fs::exists(list.userFolder("Ann")));
+    EXPECT_FALSE(fs::exists(*list.userFolder("Ann")));
     EXPECT_EQ(namesOnDisk(dir.path()), (std::vector<std::string>{"Ben"}));
     EXPECT_FALSE(list.remove(5).ok());
 }
 
-TEST(UserList, RenamingKeepsTheOldFolder) {
+TEST(UserList, RenamingMovesTheFolderWithEverythingInIt) {
     test::TempDir dir;
     UserList list(dir.path());
     ASSERT_TRUE(list.read().ok());
     ASSERT_TRUE(list.add("Ann").ok());
     ASSERT_TRUE(list.add("Cy").ok());
-    test::writeBytes(list.userFolder("Ann") / "UserDB.ddb", {1, 2, 3});
+    test::writeBytes(*list.userFolder("Ann") / "UserDB.ddb", {1, 2, 3});
+    test::writeBytes(*list.userFolder("Ann") / "FoodDB.ddb", {4, 5});
+    test::writeBytes(*list.userFolder("Ann") / "notes.txt", {6});
     ASSERT_TRUE(list.rename(0, "Dee").ok());
     EXPECT_EQ(namesOnDisk(dir.path()), (std::vector<std::string>{"Cy", "Dee"}));
-    EXPECT_TRUE(fs::exists(list.userFolder("Ann") / "UserDB.ddb"));
-    EXPECT_FALSE(fs::exists(list.userFolder("Dee")));
+    EXPECT_FALSE(fs::exists(*list.userFolder("Ann")));
+    EXPECT_EQ(test::readBytes(*list.userFolder("Dee") / "UserDB.ddb"), (Bytes{1, 2, 3}));
+    EXPECT_EQ(test::readBytes(*list.userFolder("Dee") / "FoodDB.ddb"), (Bytes{4, 5}));
+    EXPECT_TRUE(fs::exists(*list.userFolder("Dee") / "notes.txt"));
     EXPECT_FALSE(list.rename(0, "Dee").ok());  // already listed
+    // The old name can be added again: nothing of it is left behind.
+    ASSERT_TRUE(list.add("Ann").ok());
+
+    // A folder already there under the new name is neither merged nor replaced.
+    fs::create_directories(*list.userFolder("Eve"));
+    test::writeBytes(*list.userFolder("Eve") / "UserDB.ddb", {9});
+    const StorageStatus s = list.rename(list.find("Dee"), "Eve");
+    EXPECT_FALSE(s.ok());
+    EXPECT_NE(s.message().find("already there"), std::string::npos) << s.message();
+    EXPECT_EQ(namesOnDisk(dir.path()), (std::vector<std::string>{"Ann", "Cy", "Dee"}));
+    EXPECT_EQ(test::readBytes(*list.userFolder("Dee") / "UserDB.ddb"), (Bytes{1, 2, 3}));
+    EXPECT_EQ(test::readBytes(*list.userFolder("Eve") / "UserDB.ddb"), (Bytes{9}));
+
+    // A listed user without a folder yet is renamed in the list alone.
+    ASSERT_TRUE(fs::remove(*list.userFolder("Cy")));
+    ASSERT_TRUE(list.rename(list.find("Cy"), "Cyd").ok());
+    EXPECT_FALSE(fs::exists(*list.userFolder("Cyd")));
+}
+
+// Users.udb holding the given names, written as the program writes it.
+void writeListFile(const fs::path& root, const std::vector<std::string>& names) {
+    UserListFile file;
+    for (const std::string& n : names) {
+        file.names.emplace_back(n);
+    }
+    ByteBuffer bytes;
+    ASSERT_TRUE(writeUserListFile(file, bytes).ok());
+    fs::create_directories(usersFolder(root));
+    test::writeBytes(userListPath(root), Bytes(bytes.data(), bytes.data() + bytes.size()));
+}
+
+// Every file and folder below root, relative to it.
+std::vector<std::string> everythingBelow(const fs::path& root) {
+    std::vector<std::string> out;
+    for (const auto& e : fs::recursive_directory_iterator(root)) {
+        out.push_back(e.path().lexically_relative(root).string());
+    }
+    std::sort(out.begin(), out.end());
+    return out;
+}
+
+TEST(UserList, AListHoldingANameThatWouldBeRefusedWhenTypedFailsToLoad) {
+    const struct {
+        std::string name;
+        const char* shown;
+    } cases[] = {
+        {"../../outside", "'../../outside'"},
+        {"/etc", "'/etc'"},
+        {"..", "'..'"},
+        {".", "'.'"},
+        {"", "''"},
+        {"a\\b", "'a\\x5Cb'"},
+        {"line\nbreak", "'line\\x0Abreak'"},
+        {std::string("nul\0x", 5), "'nul\\x00x'"},
+    };
+    for (const auto& c : cases) {
+        test::TempDir dir;
+        const fs::path root = dir.path() / "root";
+        fs::create_directories(root / "Users" / "Ann");
+        fs::create_directories(dir.path() / "victim");
+        test::writeBytes(dir.path() / "victim" / "UserDB.ddb", {7});
+        writeListFile(root, {"Ann", c.name, "Bob"});
+        const Bytes listBytes = test::readBytes(userListPath(root));
+
+        UserList list(root);
+        const StorageStatus s = list.read();
+        ASSERT_FALSE(s.ok()) << c.shown;
+        EXPECT_EQ(s.message(), "Users.udb: entry 2, " + std::string(c.shown) +
+                                   ", is not a usable user name: " + unsafeUserNameReason());
+        EXPECT_FALSE(list.readWhole());
+        // Nothing is changed while the list stays unread: not the list, no folder anywhere.
+        EXPECT_FALSE(list.add("Dan").ok());
+        EXPECT_FALSE(list.rename(0, "Dee").ok());
+        EXPECT_FALSE(list.remove(1).ok());
+        EXPECT_FALSE(list.remove(0).ok());
+        EXPECT_FALSE(list.write().ok());
+        EXPECT_EQ(test::readBytes(userListPath(root)), listBytes);
+        EXPECT_EQ(
+            everythingBelow(dir.path()),
+            (std::vector<std::string>{"root", "root/Users", "root/Users/Ann",
+                                      "root/Users/Users.udb", "victim", "victim/UserDB.ddb"}));
+
+        // Once the list reads whole again, changes are allowed again.
+        writeListFile(root, {"Ann"});
+        ASSERT_TRUE(list.read().ok());
+        EXPECT_TRUE(list.add("Dan").ok());
+    }
+}
+
+TEST(UserList, AnUnsafeNameNeverBecomesAPathWhereverItComesFrom) {
+    test::TempDir dir;
+    const fs::path root = dir.path() / "root";
+    fs::create_directories(dir.path() / "victim");
+    test::writeBytes(dir.path() / "victim" / "UserDB.ddb", {7});
+    UserList list(root);
+    ASSERT_TRUE(list.read().ok());
+    for (const char* name : {"../../victim", "../escaped", "/tmp/abs", ".."}) {
+        EXPECT_EQ(userFolderPath(root, name), std::nullopt) << name;
+        EXPECT_EQ(list.userFolder(name), std::nullopt) << name;
+        // A list changed in memory, past the reader: deleting and opening still refuse.
+        std::vector<Text> names;
+        names.emplace_back(name);
+        list.setNames(std::move(names));
+        EXPECT_FALSE(list.remove(0).ok()) << name;
+        FixedClock clock{CalendarDate::fromDmy(1, 1, 2020)};
+        UserStore store(clock);
+        EXPECT_FALSE(openUser(store, list, name).ok()) << name;
+        EXPECT_TRUE(store.dataFilePath.empty());
+        FoodCatalogue catalogue;
+        EXPECT_FALSE(
+            setCataloguePath(catalogue, list, usersFolder(root) / "Ann" / "UserDB.ddb").ok());
+        EXPECT_TRUE(catalogue.filePath.empty());
+    }
+    EXPECT_EQ(test::readBytes(dir.path() / "victim" / "UserDB.ddb"), (Bytes{7}));
+    EXPECT_EQ(everythingBelow(dir.path()),
+              (std::vector<std::string>{"root", "root/Users", "root/Users/Users.udb", "victim",
+                                        "victim/UserDB.ddb"}));
+}
+
+TEST(UserList, AListCutShortIsNeverWrittenOver) {
+    test::TempDir dir;
+    UserList list(dir.path());
+    ASSERT_TRUE(list.read().ok());
+    for (const char* name : {"Ann", "Bob", "Cy"}) {
+        ASSERT_TRUE(list.add(name).ok());
+    }
+    Bytes bytes = test::readBytes(userListPath(dir.path()));
+    bytes.resize(bytes.size() - 2);
+    test::writeBytes(userListPath(dir.path()), bytes);
+
+    UserList again(dir.path());
+    const StorageStatus s = again.read();
+    ASSERT_FALSE(s.ok());
+    const StorageStatus added = again.add("Dan");
+    ASSERT_FALSE(added.ok());
+    EXPECT_NE(added.message().find("could not be read whole"), std::string::npos)
+        << added.message();
+    EXPECT_FALSE(fs::exists(dir.path() / "Users" / "Dan"));
+    EXPECT_EQ(test::readBytes(userListPath(dir.path())), bytes);
+    EXPECT_TRUE(fs::exists(dir.path() / "Users" / "Cy"));
 }
 
 TEST(UserList, AFileWithDuplicatesAndNullNamesIsReadInFileOrder) {
@@ -208,7 +355,7 @@ TEST_F(UserStorageTest, DeletingTheOpenUserResetsTheStore) {
     ASSERT_TRUE(saveUser(store).ok());
     ASSERT_TRUE(deleteUser(store, users, "Ann").ok());
     EXPECT_TRUE(store.days().empty());
-    EXPECT_FALSE(fs::exists(users.userFolder("Ann")));
+    EXPECT_FALSE(fs::exists(*users.userFolder("Ann")));
     EXPECT_FALSE(saveUser(store).ok());  // nothing writes the deleted user back
     EXPECT_FALSE(deleteUser(store, users, "Ann").ok());
 }
@@ -220,14 +367,14 @@ TEST_F(UserStorageTest, RenamingTheOpenUserSavesIntoTheNewFolder) {
     ASSERT_TRUE(saveUser(store).ok());
     ASSERT_TRUE(renameUser(store, users, users.nameAt(0), "Bea").ok());
     EXPECT_EQ(store.profile.userName(), "Bea");
+    EXPECT_EQ(store.dataFilePath, *users.userFolder("Bea") / "UserDB.ddb");
+    EXPECT_FALSE(fs::exists(*users.userFolder("Ann")));
     ASSERT_TRUE(saveUser(store).ok());
-    EXPECT_TRUE(fs::exists(users.userFolder("Ann") / "UserDB.ddb"));  // left as it was
-    EXPECT_TRUE(fs::exists(users.userFolder("Bea") / "UserDB.ddb"));
-    // Adding the old name again fails: its folder is still there.
-    EXPECT_FALSE(users.add("Ann").ok());
+    EXPECT_TRUE(fs::exists(*users.userFolder("Bea") / "UserDB.ddb"));
+    EXPECT_FALSE(fs::exists(*users.userFolder("Ann")));
 }
 
-TEST_F(UserStorageTest, ARenamedUserThatIsNotOpenOpensEmpty) {
+TEST_F(UserStorageTest, ARenamedUserThatIsNotOpenKeepsItsDays) {
     ASSERT_TRUE(users.read().ok());
     ASSERT_TRUE(openUser(store, users, "Ann").ok());
     store.insertDay(test::sampleDay(1, 3, 2004));
@@ -236,7 +383,7 @@ TEST_F(UserStorageTest, ARenamedUserThatIsNotOpenOpensEmpty) {
     ASSERT_TRUE(renameUser(store, users, "Ann", "Bea").ok());
     EXPECT_EQ(store.profile.userName(), "Cy");
     ASSERT_TRUE(openUser(store, users, "Bea").ok());
-    EXPECT_TRUE(store.days().empty());
+    EXPECT_EQ(store.days().size(), 1u);
 }
 
 }  // namespace

@@ -61,7 +61,7 @@ protected:
 
     // The user's files as the program would read them.
     void load(const std::string& name, UserStore& store, FoodCatalogue& catalogue) {
-        store.userFolderPath = userFolderPath(root, name);
+        store.userFolderPath = userFolderPath(root, name).value();
         store.dataFilePath = store.userFolderPath / "UserDB.ddb";
         ASSERT_TRUE(loadUser(store).ok());
         catalogue.filePath = store.userFolderPath / "FoodDB.ddb";

@@ -74,5 +74,30 @@ TEST_F(ImportFoodsTest, EveryRowIsAddedOrReportedAndTheSummaryCountsBoth) {
         << err.str();
 }
 
+// While the program has the root open, an import would be lost at its next save: it is refused
+// and writes nothing, and an export, which only reads, still runs.
+TEST_F(ImportFoodsTest, ImportWaitsForTheProgramToCloseTheRootAndExportDoesNot) {
+    const std::string header = std::string(kFoodCsvHeader) + "\n";
+    ASSERT_EQ(import(header + "Meat,Fish,Tuna,100,g,132,0,0,28,1,0.3\n"), kExitOk) << err.str();
+    GlobalOptions options;
+    options.root = root.string();
+    const std::vector<std::string> user = {"--user", "Zerbu"};
+    {
+        InstanceLock program;
+        std::string reason;
+        ASSERT_EQ(program.acquire(root, reason), InstanceLock::Result::Acquired) << reason;
+        EXPECT_EQ(import(header + "Meat,Fish,Cod,100,g,82,0,0,18,0.7,0.1\n"), kExitDataError);
+        EXPECT_EQ(out.str(), "");
+        EXPECT_EQ(err.str(), "nutrovex-tool import-foods: " + root.string() +
+                                 ": Nutrovex has this data root open; close it first\n");
+
+        std::ostringstream csv;
+        EXPECT_EQ(exportFoods(options, user, csv, err), kExitOk);
+        EXPECT_NE(csv.str().find("Tuna"), std::string::npos);
+        EXPECT_EQ(csv.str().find("Cod"), std::string::npos);
+    }
+    EXPECT_EQ(import(header + "Meat,Fish,Cod,100,g,82,0,0,18,0.7,0.1\n"), kExitOk) << err.str();
+}
+
 }  // namespace
 }  // namespace nutrovex::tool

@@ -1,6 +1,5 @@
 #include "ui/controls/MWGridWidget.h"
 
-#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -330,13 +329,10 @@ void MWGridWidget::paintEvent(QPaintEvent* event) {
         m_buffer = QPixmap(size * ratio);
         m_buffer.setDevicePixelRatio(ratio);
     }
-    QElapsedTimer timer;
-    timer.start();
     {
         QPainter off(&m_buffer);
         draw(off);
     }
-    m_lastDrawMicroseconds = timer.nsecsElapsed() / 1000;
     QPainter on(viewport());
     on.drawPixmap(
         event->rect(), m_buffer,

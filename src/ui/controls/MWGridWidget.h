@@ -37,9 +37,6 @@ public:
     void setSpecialCursor(int which, const QCursor& cursor);
     void setSpecialCursorOn(int which, bool on);
 
-    // The time the last paint took to draw into the off-screen surface, in microseconds.
-    [[nodiscard]] qint64 lastDrawMicroseconds() const { return m_lastDrawMicroseconds; }
-
 public Q_SLOTS:
     // Makes the cell current unless the grid refuses it.
     void selectCell(int row, int column);
@@ -123,7 +120,6 @@ private:
     std::array<QCursor, 2> m_cursors;
     std::array<bool, 2> m_cursorOn{false, false};
     bool m_syncing = false;
-    qint64 m_lastDrawMicroseconds = 0;
 };
 
 }  // namespace nutrovex

@@ -1,0 +1,126 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "charts/BodyMassBands.h"
+#include "charts/WeightHistory.h"
+
+namespace nutrovex {
+
+// Pixels; right and bottom are the last pixel's edge, as the plot's frame is drawn on them.
+struct ChartRect {
+    int32_t left = 0;
+    int32_t top = 0;
+    int32_t right = 0;
+    int32_t bottom = 0;
+    [[nodiscard]] int32_t width() const { return right - left; }
+    [[nodiscard]] int32_t height() const { return bottom - top; }
+    [[nodiscard]] bool contains(int32_t x, int32_t y) const {
+        return x >= left && x <= right && y >= top && y <= bottom;
+    }
+    friend bool operator==(const ChartRect&, const ChartRect&) = default;
+};
+
+struct ChartPoint {
+    int32_t x = 0;
+    int32_t y = 0;
+    friend bool operator==(const ChartPoint&, const ChartPoint&) = default;
+};
+
+// A text and the box it is drawn in; how it sits in the box depends on the kind of label.
+struct ChartLabel {
+    ChartRect box;
+    std::string text;
+};
+
+// A horizontal line across the plot.
+struct ChartLevel {
+    int32_t y = 0;
+    int32_t left = 0;
+    int32_t right = 0;
+    int32_t weight = 0;
+};
+
+// Margins of the plot rectangle inside the drawing area.
+inline constexpr int32_t kPlotMarginLeft = 40;
+inline constexpr int32_t kPlotMarginRight = 40;
+inline constexpr int32_t kPlotMarginBottom = 25;
+// Date labels sit in a box this far below the plot.
+inline constexpr int32_t kDateLabelTop = 3;
+inline constexpr int32_t kDateLabelBottom = 33;
+// Value labels end this far left of the plot.
+inline constexpr int32_t kValueLabelGap = 5;
+// The message box is this much narrower than the area, and its text this far inside its frame.
+inline constexpr int32_t kMessageNarrower = 120;
+inline constexpr int32_t kMessagePadding = 10;
+
+// Everything the historic chart paints, in the control's pixels. The widget fills the area with
+// the face colour, frames the plot and draws the rest as told.
+struct HistoricChartLayout {
+    ChartRect area;
+    ChartRect plot;
+    bool drawable = false;
+    // Not drawable: the framed box and the word-wrapped text inside it.
+    ChartRect messageBox;
+    ChartRect messageText;
+    std::string message;
+    // Drawable:
+    std::vector<ChartLevel> valueLines;   // every value line, bottom (line 0) first
+    std::vector<ChartLabel> valueLabels;  // inner lines only; right-aligned, centred vertically
+    std::vector<ChartLabel> dateLabels;   // centred horizontally, at the top of the box
+    std::vector<ChartPoint> weightLine;   // the days with a weight, joined in order
+    std::optional<ChartLevel> startLine;  // only when inside the plot
+    std::optional<ChartLevel> goalLine;
+    std::vector<ChartPoint> trendLine;  // empty unless a trend was given
+};
+
+// The height of a text word-wrapped to a width, measured with the chart's font.
+using WrappedTextHeight = std::function<int32_t(int32_t width)>;
+
+// Lays the historic chart out in a control of width x height. trend, when given, holds one
+// smoothed weight in pounds per day of the history (nullopt before the trend starts).
+[[nodiscard]] HistoricChartLayout layoutHistoricChart(
+    const WeightHistory& history, int32_t width, int32_t height,
+    const WrappedTextHeight& wrappedTextHeight,
+    const std::vector<std::optional<float>>* trend = nullptr);
+
+// The weight scale of the chart with body-mass bands: the bands' limits, the current and the goal
+// weight all inside, with room for a band's worth above the obese limit and below the
+// underweight one.
+struct BodyMassScale {
+    int32_t lowest = 0;  // the bottom line's weight
+    uint16_t step = 0;
+    uint16_t lineCount = 0;
+    [[nodiscard]] int32_t lineWeight(int line) const { return lowest + line * step; }
+    [[nodiscard]] int32_t highest() const { return lineWeight(lineCount - 1); }
+};
+[[nodiscard]] BodyMassScale bodyMassScale(const BodyMassChart& chart);
+
+struct BandArea {
+    BodyMassBand band = BodyMassBand::Normal;
+    ChartRect rect;
+};
+
+// Everything the chart with body-mass bands paints: four bands bottom to top, the current and
+// goal lines, and the value labels on the inner lines.
+struct BodyMassLayout {
+    ChartRect area;
+    ChartRect plot;
+    std::array<BandArea, 4> bands;
+    std::vector<ChartLevel> valueLines;
+    std::vector<ChartLabel> valueLabels;
+    ChartLevel current;
+    ChartLevel goal;
+};
+inline constexpr int32_t kBandPlotMarginRight = 10;
+inline constexpr int32_t kBandPlotMarginVertical = 8;
+
+[[nodiscard]] BodyMassLayout layoutBodyMassChart(const BodyMassChart& chart, int32_t width,
+                                                 int32_t height);
+
+}  // namespace nutrovex

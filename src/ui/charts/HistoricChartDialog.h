@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QDialog>
+#include <array>
+
+#include "charts/HistoricChartForm.h"
+
+class QCheckBox;
+class QLabel;
+class QMenuBar;
+class QPushButton;
+class QRadioButton;
+
+namespace nutrovex {
+
+class ChartSettings;
+class HistoricChartWidget;
+class SessionNotifier;
+
+// The historic weight chart screen: a thin view of HistoricChartForm. Redraws whenever the
+// session announces a change.
+class HistoricChartDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    HistoricChartDialog(SessionNotifier& notifier, QWidget* parent, ChartSettings& settings);
+
+    [[nodiscard]] HistoricChartWidget* chart() const { return m_chart; }
+    [[nodiscard]] const HistoricChartForm& form() const { return m_form; }
+
+private:
+    void selectSpan(uint16_t span);
+    void setTrendShown(bool shown);
+    void refresh();
+    void showForm();
+
+    HistoricChartForm m_form;
+    QMenuBar* m_menuBar;
+    QPushButton* m_close;
+    QLabel* m_title;
+    HistoricChartWidget* m_chart;
+    std::array<QRadioButton*, kHistorySpanCount> m_spans{};
+    std::array<QAction*, kHistorySpanCount> m_spanActions{};
+    QCheckBox* m_trend;
+    QAction* m_trendAction;
+    QLabel* m_rate;
+};
+
+}  // namespace nutrovex

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QHash>
+#include <QStaticText>
+#include <array>
+
+#include "ui/controls/MWGridWidget.h"
+#include "ui/logbook/LogbookScreen.h"
+
+namespace nutrovex {
+
+class Session;
+
+// The summary table on the grid: a header row, then one row per day of the logbook; the current
+// date's row is highlighted. Cells are read from the day records as they are painted.
+class SummaryTableGrid : public MWGridWidget {
+    Q_OBJECT
+
+public:
+    SummaryTableGrid(Session& session, QWidget* parent = nullptr);
+
+    // After the days changed: the rows follow, the current day's row is shown.
+    void reload();
+    [[nodiscard]] int currentDayRow() const { return m_currentDayRow; }
+    [[nodiscard]] QString text(int row, int column) const { return cellText(row, column); }
+
+protected:
+    [[nodiscard]] QString cellText(int row, int column) const override;
+    [[nodiscard]] int cellAlignment(int row, int column) const override;
+    [[nodiscard]] QColor cellBackground(int row, int column) const override;
+    [[nodiscard]] QColor cellTextColour(int row, int column) const override;
+    void changeEvent(QEvent* event) override;
+    void drawCell(QPainter& p, int row, int column, const QRect& rect) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+
+private:
+    void sizeColumns();
+    // Each column's narrowest width that shows its widest possible text.
+    std::array<int, 8> m_naturalWidths{};
+
+    Session* m_session;
+    // Laid-out texts: the same figures recur on every screenful, and laying out is most of the
+    // cost of painting one.
+    QHash<QString, QStaticText> m_laidOut;
+    int m_currentDayRow = -1;  // grid row, or -1
+};
+
+class SummaryTableDialog : public LogbookScreen {
+    Q_OBJECT
+
+public:
+    SummaryTableDialog(SessionNotifier& notifier, QWidget* parent);
+    [[nodiscard]] SummaryTableGrid* table() const { return m_grid; }
+
+private:
+    SummaryTableGrid* m_grid;
+};
+
+}  // namespace nutrovex

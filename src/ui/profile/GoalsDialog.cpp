@@ -1,0 +1,170 @@
+#include "ui/profile/GoalsDialog.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QIntValidator>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "calc/GoalsForm.h"
+#include "core/UserProfile.h"
+#include "session/Session.h"
+#include "ui/TextConvert.h"
+#include "ui/controls/CalendarPickerDialog.h"
+#include "ui/frame/MessageBoxes.h"
+#include "ui/frame/SessionNotifier.h"
+
+namespace nutrovex {
+
+GoalsDialog::GoalsDialog(SessionNotifier& notifier, QWidget* parent, ScreenOpener weightChart)
+    : ScreenDialog(QStringLiteral("Set Goals"), parent),
+      m_notifier(&notifier),
+      m_openWeightChart(std::move(weightChart)),
+      m_start(new QLineEdit(this)),
+      m_startUnit(new QLabel(this)),
+      m_startDate(new QLabel(this)),
+      m_setStart(new QPushButton(QStringLiteral("S&et..."), this)),
+      m_goal(new QLineEdit(this)),
+      m_goalUnit(new QLabel(this)),
+      m_targetDate(new QLabel(this)),
+      m_setTarget(new QPushButton(QStringLiteral("Se&t..."), this)),
+      m_sentence(new QLabel(this)) {
+    for (QLineEdit* edit : {m_start, m_goal}) {
+        edit->setValidator(new QIntValidator(0, 99999, edit));
+        // Room for a weight, with its unit beside it.
+        edit->setMaximumWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("0000000")) * 2);
+    }
+    auto* startLabel = new QLabel(QStringLiteral("&Start:"), this);
+    startLabel->setBuddy(m_start);
+    m_start->setAccessibleName(QStringLiteral("Start:"));
+    auto* goalLabel = new QLabel(QStringLiteral("&Goal:"), this);
+    goalLabel->setBuddy(m_goal);
+    m_goal->setAccessibleName(QStringLiteral("Goal:"));
+    m_startDate->setAccessibleName(toQString(GoalsForm::startDateCaption()));
+    m_targetDate->setAccessibleName(toQString(GoalsForm::targetDateCaption()));
+    m_setStart->setAccessibleName(QStringLiteral("Set... ") +
+                                  toQString(GoalsForm::startDateCaption()));
+    m_setTarget->setAccessibleName(QStringLiteral("Set... ") +
+                                   toQString(GoalsForm::targetDateCaption()));
+    for (QPushButton* button : {m_setStart, m_setTarget}) {
+        button->setAutoDefault(false);
+    }
+
+    auto* grid = new QGridLayout;
+    grid->addWidget(startLabel, 0, 0);
+    grid->addWidget(m_start, 0, 1);
+    grid->addWidget(m_startUnit, 0, 2);
+    grid->addWidget(m_startDate, 1, 1, 1, 2);
+    grid->addWidget(m_setStart, 1, 3);
+    grid->addWidget(goalLabel, 2, 0);
+    grid->addWidget(m_goal, 2, 1);
+    grid->addWidget(m_goalUnit, 2, 2);
+    grid->addWidget(m_targetDate, 3, 1, 1, 2);
+    grid->addWidget(m_setTarget, 3, 3);
+    grid->setColumnStretch(4, 1);
+    grid->setVerticalSpacing(10);
+    body()->addLayout(grid);
+
+    auto* calculator = new QGroupBox(QStringLiteral("Calorie Calculator"), this);
+    auto* calculatorLayout = new QVBoxLayout(calculator);
+    m_sentence->setWordWrap(true);
+    m_sentence->setAccessibleName(QStringLiteral("Calorie Calculator"));
+    m_sentence->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
+    m_sentence->setFocusPolicy(Qt::TabFocus);
+    calculatorLayout->addWidget(m_sentence);
+    body()->addWidget(calculator);
+    body()->addStretch(1);
+
+    QMenu* goals = menuBar()->addMenu(QStringLiteral("&Goals"));
+    QAction* reset = goals->addAction(QStringLiteral("&Reset"));
+    connect(reset, &QAction::triggered, this, &GoalsDialog::reset);
+    QMenu* options = menuBar()->addMenu(QStringLiteral("&Options"));
+    m_weightChart = options->addAction(QStringLiteral("&Weight Chart"));
+    m_weightChart->setEnabled(static_cast<bool>(m_openWeightChart));
+    connect(m_weightChart, &QAction::triggered, this, [this] {
+        if (m_openWeightChart) {
+            m_openWeightChart(this);
+        }
+    });
+    addAboutCommand(options);
+
+    connect(m_start, &QLineEdit::textEdited, this, &GoalsDialog::weightsEdited);
+    connect(m_goal, &QLineEdit::textEdited, this, &GoalsDialog::weightsEdited);
+    connect(m_setStart, &QPushButton::clicked, this, [this] { pickDate(true); });
+    connect(m_setTarget, &QPushButton::clicked, this, [this] { pickDate(false); });
+    connect(&notifier, &SessionNotifier::dataChanged, this, &GoalsDialog::redisplay);
+    connect(&notifier, &SessionNotifier::userChanged, this, &GoalsDialog::redisplay);
+
+    setTabOrder(okButton(), m_start);
+    setTabOrder(m_start, m_setStart);
+    setTabOrder(m_setStart, m_goal);
+    setTabOrder(m_goal, m_setTarget);
+    setTabOrder(m_setTarget, m_sentence);
+    redisplay();
+    m_start->setFocus();
+}
+
+void GoalsDialog::weightsEdited() {
+    GoalsForm form(m_notifier->session().store().profile);
+    const Notices n =
+        form.enterWeights(m_start->text().toStdString(), m_goal->text().toStdString());
+    if (n.any()) {
+        (void)showFailure(this, m_notifier->applyAndSave(n));
+    }
+    redisplay();
+}
+
+void GoalsDialog::pickDate(bool start) {
+    Session& session = m_notifier->session();
+    UserProfile& profile = session.store().profile;
+    const CalendarDate shown = start ? profile.startDate() : profile.goalDate();
+    CalendarPickerDialog picker(session.clock(), this);
+    picker.setCaption(
+        toQString(start ? GoalsForm::startDateCaption() : GoalsForm::targetDateCaption()));
+    if (!shown.isEmpty()) {
+        picker.setDate(shown.year, shown.month - 1, shown.day);
+    }
+    if (picker.exec() != QDialog::Accepted) {
+        return;
+    }
+    const CalendarDate picked =
+        CalendarDate::fromDmy(picker.day(), picker.month() + 1, picker.year());
+    GoalsForm form(profile);
+    const Notices n = start ? form.setStartDate(picked) : form.setTargetDate(picked);
+    if (n.any()) {
+        (void)showFailure(this, m_notifier->applyAndSave(n));
+    }
+    redisplay();
+}
+
+void GoalsDialog::reset() {
+    if (!showMessage(this, GoalsForm::confirmReset())) {
+        return;
+    }
+    Session& session = m_notifier->session();
+    GoalsForm form(session.store().profile);
+    (void)showFailure(this, m_notifier->applyAndSave(form.reset(session.clock().now())));
+    redisplay();
+}
+
+void GoalsDialog::redisplay() {
+    const GoalsView v = GoalsForm(m_notifier->session().store().profile).view();
+    // The weight being typed is not rewritten under the person's fingers.
+    if (!m_start->hasFocus()) {
+        m_start->setText(toQString(v.startWeight));
+    }
+    if (!m_goal->hasFocus()) {
+        m_goal->setText(toQString(v.goalWeight));
+    }
+    m_startUnit->setText(toQString(v.unit));
+    m_goalUnit->setText(toQString(v.unit));
+    m_startDate->setText(toQString(v.startDate));
+    m_targetDate->setText(toQString(v.targetDate));
+    m_sentence->setText(toQString(v.sentence));
+}
+
+}  // namespace nutrovex

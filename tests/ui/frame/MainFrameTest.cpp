@@ -1,0 +1,249 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QDir>
+#include <QImage>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <fstream>
+
+#include "core/UserProfile.h"
+#include "storage/UserStorage.h"
+#include "ui/ScreenFixture.h"
+#include "ui/frame/CMainFrame.h"
+#include "ui/frame/CNutrovexView.h"
+#include "ui/frame/FrameTour.h"
+#include "ui/frame/HelpDialog.h"
+#include "ui/frame/UsersDialog.h"
+#include "ui/profile/GoalsDialog.h"
+#include "ui/profile/PersonalInfoDialog.h"
+
+namespace nutrovex {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace Qt::StringLiterals;
+using test::answerMessage;
+using test::SeenMessage;
+using test::whenModal;
+
+class MainFrameTest : public ::testing::Test, public test::ScreenFixture {
+protected:
+    void SetUp() override { ASSERT_TRUE(started()); }
+};
+
+// Walks the screen with Tab from its focused control until the focus comes back, and checks
+// that every control a person can reach was reached and has a name for a screen reader.
+void expectReachableByTab(QWidget& screen) {
+    QWidget* first = screen.focusWidget();
+    ASSERT_NE(first, nullptr);
+    QSet<QWidget*> reached;
+    QWidget* at = first;
+    for (int i = 0; i < 64 && !reached.contains(at); ++i) {
+        reached.insert(at);
+        EXPECT_FALSE(at->accessibleName().isEmpty())
+            << screen.windowTitle().toStdString() << ": " << at->metaObject()->className()
+            << " has no accessible name";
+        QTest::keyClick(at, Qt::Key_Tab);
+        at = screen.focusWidget();
+    }
+    for (QWidget* w : screen.findChildren<QWidget*>()) {
+        if (w->isVisibleTo(&screen) && w->isEnabled() && (w->focusPolicy() & Qt::TabFocus) &&
+            w->focusProxy() == nullptr && qobject_cast<QMenuBar*>(w) == nullptr) {
+            EXPECT_TRUE(reached.contains(w))
+                << screen.windowTitle().toStdString() << ": Tab never reaches "
+                << w->metaObject()->className() << " " << w->accessibleName().toStdString();
+        }
+    }
+}
+
+// Tabs until the control has the focus.
+void tabTo(QWidget& screen, QWidget* control) {
+    for (int i = 0; i < 64 && screen.focusWidget() != control; ++i) {
+        QTest::keyClick(screen.focusWidget(), Qt::Key_Tab);
+    }
+    ASSERT_EQ(screen.focusWidget(), control);
+}
+
+TEST_F(MainFrameTest, AFirstStartOnAnEmptyRootCreatesTheDefaultUser) {
+    CMainFrame frame(notifier(), {});
+    frame.show();
+    EXPECT_TRUE(frame.initialLoad());
+    EXPECT_EQ(session().openUserName(), "Zerbu");
+    EXPECT_TRUE(fs::is_directory(root() / "Users" / "Zerbu"));
+    EXPECT_TRUE(fs::exists(root() / "Users" / "Users.udb"));
+    EXPECT_EQ(frame.windowTitle(), QStringLiteral("Nutrovex - Zerbu"));
+    EXPECT_EQ(settings().currentUserName(), "Zerbu");
+    EXPECT_EQ(frame.saveUserAction()->statusTip(), QStringLiteral("Saves the current User"));
+    // The logbook is not part of this window unless it is given one to open.
+    EXPECT_FALSE(frame.view()->stepButton(3)->isEnabled());
+}
+
+TEST_F(MainFrameTest, TheMainMenuOpensTheLogbookThroughItsOpener) {
+    int opened = 0;
+    FrameOpeners openers;
+    openers.logbook = [&opened](QWidget*) { ++opened; };
+    CMainFrame frame(notifier(), openers);
+    frame.show();
+    ASSERT_TRUE(frame.initialLoad());
+    ASSERT_TRUE(frame.view()->stepButton(3)->isEnabled());
+    frame.view()->stepButton(3)->click();
+    EXPECT_EQ(opened, 1);
+}
+
+TEST_F(MainFrameTest, StartUpReturnsToTheRememberedUser) {
+    ASSERT_TRUE(session().initialLoad());
+    ASSERT_TRUE(session().addUser("Ann"));
+    CMainFrame frame(notifier(), {});
+    frame.show();
+    EXPECT_TRUE(frame.initialLoad());
+    EXPECT_EQ(session().openUserName(), "Ann");
+    EXPECT_EQ(frame.windowTitle(), QStringLiteral("Nutrovex - Ann"));
+}
+
+TEST_F(MainFrameTest, ASecondCopyOnTheSameRootEndsAtOnceWithSuccess) {
+    // This session holds the root's lock, as a running copy does.
+    QProcess second;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    second.setProcessEnvironment(env);
+    second.start(QStringLiteral(NUTROVEX_PROGRAM),
+                 {QStringLiteral("--root"), QString::fromStdString(root().string())});
+    ASSERT_TRUE(second.waitForFinished());
+    EXPECT_EQ(second.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(second.exitCode(), 0);
+}
+
+TEST_F(MainFrameTest, ChangesAreSavedWhenTheWindowCloses) {
+    CMainFrame frame(notifier(), {});
+    frame.show();
+    ASSERT_TRUE(frame.initialLoad());
+    session().store().profile.setAge(52);
+    (void)notifier().apply({.userData = true});
+    EXPECT_TRUE(frame.close());
+
+    UserStore saved(clock());
+    saved.dataFilePath = session().store().dataFilePath;
+    ASSERT_TRUE(loadUser(saved));
+    EXPECT_EQ(saved.profile.age(), 52);
+    EXPECT_FALSE(session().userDataModified());
+}
+
+TEST_F(MainFrameTest, AFailedSaveOnClosingAsksBeforeQuitting) {
+    CMainFrame frame(notifier(), {});
+    frame.show();
+    ASSERT_TRUE(frame.initialLoad());
+    session().store().profile.setAge(52);
+    (void)notifier().apply({.userData = true});
+    // The user's folder is gone and a file stands in its place: nothing can be written there.
+    const fs::path folder = root() / "Users" / "Zerbu";
+    fs::remove_all(folder);
+    std::ofstream(folder) << "in the way";
+
+    SeenMessage seen;
+    answerMessage(QMessageBox::No, &seen);
+    EXPECT_FALSE(frame.close());
+    EXPECT_TRUE(frame.isVisible());
+    EXPECT_EQ(seen.icon, QMessageBox::Question);
+    EXPECT_TRUE(seen.text.contains(QStringLiteral("UserDB.ddb"))) << seen.text.toStdString();
+
+    answerMessage(QMessageBox::Yes);
+    EXPECT_TRUE(frame.close());
+}
+
+TEST_F(MainFrameTest, EveryScreenIsReachedUsedAndLeftWithTheKeyboard) {
+    CMainFrame frame(notifier(), {});
+    frame.show();
+    frame.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
+    ASSERT_TRUE(frame.initialLoad());
+    frame.view()->stepButton(0)->setFocus();
+
+    // Step 1: help, on the quick help; BMR; back with Escape.
+    bool helped = false;
+    whenModal<HelpDialog>([&helped](HelpDialog* help) {
+        expectReachableByTab(*help);
+        EXPECT_TRUE(help->textBox()->toPlainText().startsWith(QStringLiteral("At the top left")));
+        for (QPushButton* b : help->findChildren<QPushButton*>()) {
+            if (b->accessibleName() == QStringLiteral("BMR")) {
+                tabTo(*help, b);
+                QTest::keyClick(b, Qt::Key_Space);
+            }
+        }
+        EXPECT_TRUE(help->textBox()->toPlainText().startsWith(
+            QStringLiteral("Basal Metabolic Rate (BMR) is")));
+        helped = true;
+        QTest::keyClick(help->focusWidget(), Qt::Key_Escape);
+    });
+    QTest::keyClick(frame.view()->stepButton(0), Qt::Key_Space);
+    EXPECT_TRUE(helped);
+
+    // Step 2: personal information; type a name.
+    bool named = false;
+    whenModal<PersonalInfoDialog>([&named](PersonalInfoDialog* info) {
+        expectReachableByTab(*info);
+        tabTo(*info, info->nameEdit());
+        QTest::keyClicks(info->nameEdit(), QStringLiteral("Ann"));
+        named = true;
+        QTest::keyClick(info->focusWidget(), Qt::Key_Escape);
+    });
+    QTest::keyClick(frame.view()->stepButton(0), Qt::Key_Tab);
+    QTest::keyClick(frame.view()->stepButton(1), Qt::Key_Space);
+    EXPECT_TRUE(named);
+    EXPECT_EQ(session().store().profile.displayName(), "Ann");
+
+    // Step 3: goals; type a start weight.
+    bool weighed = false;
+    whenModal<GoalsDialog>([&weighed](GoalsDialog* goals) {
+        expectReachableByTab(*goals);
+        tabTo(*goals, goals->startEdit());
+        QTest::keyClicks(goals->startEdit(), QStringLiteral("180"));
+        weighed = true;
+        QTest::keyClick(goals->focusWidget(), Qt::Key_Escape);
+    });
+    QTest::keyClick(frame.view()->stepButton(1), Qt::Key_Tab);
+    QTest::keyClick(frame.view()->stepButton(2), Qt::Key_Space);
+    EXPECT_TRUE(weighed);
+    EXPECT_EQ(session().store().profile.startWeight(), 180.0f);
+
+    // The users screen, from the Options menu.
+    bool listed = false;
+    whenModal<UsersDialog>([&listed](UsersDialog* users) {
+        expectReachableByTab(*users);
+        listed = true;
+        QTest::keyClick(users->focusWidget(), Qt::Key_Escape);
+    });
+    frame.usersAction()->trigger();
+    EXPECT_TRUE(listed);
+    EXPECT_TRUE(frame.isVisible());
+}
+
+TEST_F(MainFrameTest, TheTourSavesEveryScreenOfTheProgram) {
+    ASSERT_TRUE(session().initialLoad());
+    QTemporaryDir out;
+    ASSERT_TRUE(out.isValid());
+    CMainFrame frame(notifier(), {});
+    frame.show();
+
+    const QStringList failures = runTour(out.path(), allTourStops(notifier()), &frame);
+    EXPECT_TRUE(failures.isEmpty()) << failures.join(u'\n').toStdString();
+    const auto picture = [&out](const char* name) {
+        return QImage(QDir(out.path()).filePath(QString::fromLatin1(name) + ".png"_L1));
+    };
+    for (const char* name :
+         {"main-menu", "help", "about", "users", "personal-information", "goals"}) {
+        EXPECT_EQ(picture(name).size(), QSize(kDefaultWindowWidth, kDefaultWindowHeight)) << name;
+    }
+    // The date picker keeps its own small size over the screen that opens it.
+    EXPECT_FALSE(picture("calendar-picker").isNull());
+}
+
+}  // namespace
+}  // namespace nutrovex

@@ -1,0 +1,329 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QTabBar>
+#include <QTest>
+#include <QToolButton>
+
+#include "ui/controls/CalendarPickerDialog.h"
+#include "ui/logbook/ActivityDialog.h"
+#include "ui/logbook/DayRangeDialog.h"
+#include "ui/logbook/JournalDialog.h"
+#include "ui/logbook/LogbookData.h"
+#include "ui/logbook/LogbookDialog.h"
+#include "ui/logbook/WeighInDialog.h"
+
+namespace nutrovex {
+namespace {
+
+using Figure = LogbookDialog::Figure;
+
+// The logbook shown over a session, and the screens it opens on top of it.
+class LogbookDialogTest : public ::testing::Test, protected test::LogbookSession {
+protected:
+    LogbookDialog& open(LogbookOpeners openers = {}) {
+        dialog = std::make_unique<LogbookDialog>(notifier, nullptr, std::move(openers));
+        dialog->show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
+        return *dialog;
+    }
+
+    // The screen of that type open over the logbook (closed ones are deleted later).
+    template <typename Screen>
+    Screen* child(QWidget* over = nullptr) const {
+        for (Screen* s : (over != nullptr ? over : dialog.get())->findChildren<Screen*>()) {
+            if (s->isVisible()) {
+                return s;
+            }
+        }
+        ADD_FAILURE() << "not open: " << Screen::staticMetaObject.className();
+        return nullptr;
+    }
+
+    void pickInCalendar(CalendarPickerDialog* picker, int d, int m, int y) {
+        ASSERT_NE(picker, nullptr);
+        picker->setDate(y, m - 1, d);
+        QTest::mouseClick(picker->okButton(), Qt::LeftButton);
+    }
+
+    [[nodiscard]] std::vector<std::string> figures() const {
+        std::vector<std::string> texts;
+        for (Figure f :
+             {Figure::Weight, Figure::Meals, Figure::Bmr, Figure::Exercise, Figure::Total}) {
+            texts.push_back(dialog->figureText(f).toStdString());
+        }
+        return texts;
+    }
+
+    [[nodiscard]] std::filesystem::path userFile() { return session.store().dataFilePath; }
+
+    std::unique_ptr<LogbookDialog> dialog;
+};
+
+TEST_F(LogbookDialogTest, WeighingInShowsWeightBmrAndTotalAndSavesOnClosing) {
+    addDay(21, 11, 2002, -1.0f, 1500.0f);
+    open();
+    EXPECT_EQ(figures(), (std::vector<std::string>{"---  lbs", "1500", "0", "0", "1500"}));
+
+    QTest::mouseClick(dialog->figureButton(Figure::Weight), Qt::LeftButton);
+    WeighInDialog* weighIn = child<WeighInDialog>();
+    ASSERT_NE(weighIn, nullptr);
+    QTest::keyClicks(weighIn->weightEdit(), QStringLiteral("1543"));
+    EXPECT_EQ(weighIn->weightEdit()->text(), QStringLiteral("154"));  // three digits at most
+    // The logbook follows while the person types.
+    EXPECT_EQ(dialog->figureText(Figure::Weight), QStringLiteral("154  lbs"));
+
+    const auto before = std::filesystem::exists(userFile())
+                            ? std::filesystem::last_write_time(userFile())
+                            : std::filesystem::file_time_type{};
+    QTest::mouseClick(weighIn->okButton(), Qt::LeftButton);
+    // 154 lb is 70 kg: (66 + 13.7 × 70 + 5 × 178 - 6.8 × 30) × 1.2 = 2053.
+    EXPECT_EQ(figures(), (std::vector<std::string>{"154  lbs", "1500", "- 2053", "0", "- 553"}));
+    EXPECT_FALSE(session.userDataModified());
+    ASSERT_TRUE(std::filesystem::exists(userFile()));
+    EXPECT_NE(std::filesystem::last_write_time(userFile()), before);
+}
+
+TEST_F(LogbookDialogTest, ZeroWeighedInOnAnEmptyDateCreatesNothing) {
+    open();
+    QTest::mouseClick(dialog->figureButton(Figure::Weight), Qt::LeftButton);
+    WeighInDialog* weighIn = child<WeighInDialog>();
+    ASSERT_NE(weighIn, nullptr);
+    QTest::keyClicks(weighIn->weightEdit(), QStringLiteral("0"));
+    QTest::keyClick(weighIn, Qt::Key_Escape);  // Escape acts as OK
+    EXPECT_FALSE(weighIn->isVisible());
+    EXPECT_TRUE(session.store().days().empty());
+    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: -- of 0"));
+}
+
+TEST_F(LogbookDialogTest, WalkingPastTheLastRecordAndBack) {
+    addDay(18, 11, 2002, 180.0f);
+    addDay(19, 11, 2002, 181.0f);
+    open();
+    EXPECT_EQ(dialog->dateText(), QStringLiteral("Thursday November 21, 2002"));
+    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: -- of 2"));
+
+    dialog->command(QStringLiteral("First"))->trigger();
+    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: 1 of 2"));
+    QTest::mouseClick(dialog->nextButton(), Qt::LeftButton);
+    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: 2 of 2"));
+    EXPECT_EQ(dialog->figureText(Figure::Weight), QStringLiteral("181  lbs"));
+    // Next walks calendar days, record or not.
+    QTest::keyClick(dialog.get(), Qt::Key_PageDown);
+    EXPECT_EQ(dialog->dateText(), QStringLiteral("Wednesday November 20, 2002"));
+    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: -- of 2"));
+    EXPECT_EQ(dialog->figureText(Figure::Weight), QStringLiteral("---  lbs"));
+    QTest::keyClick(dialog.get(), Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(dialog->dateText(), QStringLiteral("Thursday November 21, 2002"));
+    // Last goes back to the last record; Page Up and Alt+Left step back.
+    dialog->command(QStringLiteral("Last"))->trigger();
+    EXPECT_EQ(dialog->dateText(), QStringLiteral("Tuesday November 19, 2002"));
+    QTest::keyClick(dialog.get(), Qt::Key_PageUp);
+    QTest::keyClick(dialog.get(), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(dialog->dateText(), QStringLiteral("Sunday November 17, 2002"));
+    QTest::mouseClick(dialog->previousButton(), Qt::LeftButton);
+    EXPECT_EQ(dialog->dateText(), QStringLiteral("Saturday November 16, 2002"));
+    // Home is today; mere walking never created a day.
+    QTest::keyClick(dialog.get(), Qt::Key_Home);
+    EXPECT_EQ(dialog->dateText(), QStringLiteral("Thursday November 21, 2002"));
+    EXPECT_EQ(session.store().days().size(), 2u);
+}
+
+TEST_F(LogbookDialogTest, TheDateLineAndCtrlGPickADate) {
+    addDay(3, 5, 2002, 150.0f);
+    open();
+    QTest::mouseClick(dialog->dateButton(), Qt::LeftButton);
+    CalendarPickerDialog* picker = child<CalendarPickerDialog>();
+    ASSERT_NE(picker, nullptr);
+    EXPECT_EQ(picker->windowTitle(), QStringLiteral("Start Date"));
+    EXPECT_EQ(picker->day(), 21);
+    pickInCalendar(picker, 3, 5, 2002);
+    EXPECT_EQ(dialog->dateText(), QStringLiteral("Friday May 3, 2002"));
+    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: 1 of 1"));
+
+    // Cancel changes nothing.
+    QTest::keyClick(dialog.get(), Qt::Key_G, Qt::ControlModifier);
+    picker = child<CalendarPickerDialog>();
+    ASSERT_NE(picker, nullptr);
+    picker->setDate(2002, 0, 1);
+    QTest::mouseClick(picker->cancelButton(), Qt::LeftButton);
+    EXPECT_EQ(dialog->dateText(), QStringLiteral("Friday May 3, 2002"));
+}
+
+TEST_F(LogbookDialogTest, WaterOnADateBetweenTwoRecordsCreatesTheMiddleOne) {
+    addDay(3, 5, 2002, 150.0f);
+    addDay(5, 5, 2002, 151.0f);
+    (void)session.days().setCurrentDate(CalendarDate::fromDmy(4, 5, 2002));
+    open();
+    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: -- of 2"));
+
+    dialog->waterBox()->setFocus();
+    QTest::keyClick(dialog->waterBox(), Qt::Key_Up);
+    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: 2 of 3"));
+    // Two digits at most.
+    dialog->waterBox()->selectAll();
+    QTest::keyClicks(dialog->waterBox(), QStringLiteral("995"));
+    EXPECT_EQ(dialog->waterBox()->value(), 99);
+    ASSERT_NE(session.days().currentRecord(), nullptr);
+    EXPECT_EQ(session.days().currentRecord()->water(), 99);
+    EXPECT_TRUE(session.userDataModified());
+
+    // Moving to another day shows its own count without storing anything.
+    QTest::keyClick(dialog.get(), Qt::Key_PageUp);
+    EXPECT_EQ(dialog->waterBox()->value(), 0);
+    EXPECT_EQ(session.store().dayAt(0).water(), 0);
+}
+
+TEST_F(LogbookDialogTest, DeletingARangeOverGapsKeepsTheOthersAndTheDate) {
+    for (int d : {1, 3, 5, 9}) {
+        addDay(d, 11, 2002, 180.0f);
+    }
+    open();
+    dialog->command(QStringLiteral("Range of Days..."))->trigger();
+    DayRangeDialog* range = child<DayRangeDialog>();
+    ASSERT_NE(range, nullptr);
+    EXPECT_EQ(range->startText(), QStringLiteral("Thursday November 21, 2002"));
+    EXPECT_EQ(range->endText(), QStringLiteral("Friday November 22, 2002"));
+
+    QTest::mouseClick(range->setStartButton(), Qt::LeftButton);
+    pickInCalendar(child<CalendarPickerDialog>(range), 2, 11, 2002);
+    // A new start puts the end on the day after it.
+    EXPECT_EQ(range->endText(), QStringLiteral("Sunday November 3, 2002"));
+    QTest::mouseClick(range->setEndButton(), Qt::LeftButton);
+    pickInCalendar(child<CalendarPickerDialog>(range), 6, 11, 2002);
+    EXPECT_EQ(range->endText(), QStringLiteral("Wednesday November 6, 2002"));
+    QTest::keyClick(range, Qt::Key_Return);
+
+    ASSERT_EQ(session.store().days().size(), 2u);
+    EXPECT_EQ(session.store().dayAt(0).date().day, 1);
+    EXPECT_EQ(session.store().dayAt(1).date().day, 9);
+    EXPECT_EQ(dialog->dateText(), QStringLiteral("Thursday November 21, 2002"));
+    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: -- of 2"));
+}
+
+TEST_F(LogbookDialogTest, DeletingTheCurrentDayAndAllDaysAskFirst) {
+    addDay(20, 11, 2002, 180.0f);
+    addDay(21, 11, 2002, 181.0f);
+    open();
+    const auto answer = [this](QMessageBox::StandardButton button) {
+        auto* box = child<QMessageBox>();
+        ASSERT_NE(box, nullptr);
+        QTest::mouseClick(box->button(button), Qt::LeftButton);
+    };
+
+    dialog->command(QStringLiteral("Current Day"))->trigger();
+    EXPECT_EQ(child<QMessageBox>()->text(),
+              QStringLiteral("Are you sure you want to delete current day?"));
+    answer(QMessageBox::No);
+    EXPECT_EQ(session.store().days().size(), 2u);
+    QApplication::processEvents();  // the box deletes itself
+
+    dialog->command(QStringLiteral("Current Day"))->trigger();
+    answer(QMessageBox::Yes);
+    EXPECT_EQ(session.store().days().size(), 1u);
+    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: -- of 1"));
+    QApplication::processEvents();
+
+    dialog->command(QStringLiteral("All Days"))->trigger();
+    EXPECT_EQ(child<QMessageBox>()->windowTitle(), QStringLiteral("All Days"));
+    answer(QMessageBox::Yes);
+    EXPECT_TRUE(session.store().days().empty());
+    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: -- of 0"));
+    EXPECT_EQ(session.store().profile.age(), 30);  // the profile is kept
+}
+
+TEST_F(LogbookDialogTest, ManualBmrSurvivesANewWeighIn) {
+    addDay(21, 11, 2002, 180.0f);
+    open();
+    QTest::mouseClick(dialog->figureButton(Figure::Bmr), Qt::LeftButton);
+    ActivityDialog* activity = child<ActivityDialog>();
+    ASSERT_NE(activity, nullptr);
+    EXPECT_TRUE(activity->levelButton(2)->isChecked());
+    EXPECT_FALSE(activity->bmrEdit()->isEnabled());
+    // On the round mark of the level.
+    QTest::mouseClick(activity->levelButton(5), Qt::LeftButton, {},
+                      QPoint(8, activity->levelButton(5)->height() / 2));
+    EXPECT_TRUE(activity->levelButton(5)->isChecked());
+    EXPECT_FALSE(activity->levelButton(2)->isChecked());
+    ASSERT_TRUE(activity->bmrEdit()->isEnabled());
+    EXPECT_EQ(activity->bmrEdit()->text(), QStringLiteral("0"));
+    activity->bmrEdit()->selectAll();
+    QTest::keyClicks(activity->bmrEdit(), QStringLiteral("1850"));
+    EXPECT_EQ(dialog->figureText(Figure::Bmr), QStringLiteral("- 1850"));
+    QTest::mouseClick(activity->okButton(), Qt::LeftButton);
+
+    QTest::mouseClick(dialog->figureButton(Figure::Weight), Qt::LeftButton);
+    WeighInDialog* weighIn = child<WeighInDialog>();
+    ASSERT_NE(weighIn, nullptr);
+    weighIn->weightEdit()->selectAll();
+    QTest::keyClicks(weighIn->weightEdit(), QStringLiteral("150"));
+    QTest::keyClick(weighIn, Qt::Key_Escape);
+    EXPECT_EQ(figures()[0], "150  lbs");
+    EXPECT_EQ(figures()[2], "- 1850");
+}
+
+TEST_F(LogbookDialogTest, InjectedScreensRunThenSaveAndMissingOnesAreDisabled) {
+    int meals = 0;
+    LogbookOpeners openers;
+    openers.meals = [&](QWidget* parent) {
+        ++meals;
+        EXPECT_EQ(parent, dialog.get());
+        // The meals screen logs a food into the current day (once).
+        if (session.days().currentRecord() == nullptr) {
+            addDay(21, 11, 2002, -1.0f, 640.0f);
+        }
+    };
+    open(std::move(openers));
+    QTest::mouseClick(dialog->figureButton(Figure::Meals), Qt::LeftButton);
+    EXPECT_EQ(meals, 1);
+    EXPECT_EQ(dialog->figureText(Figure::Meals), QStringLiteral("640"));
+    EXPECT_FALSE(session.userDataModified());  // written when the screen closed
+
+    // Tapping the figure itself does what its button does.
+    for (QPushButton* b : dialog->findChildren<QPushButton*>()) {
+        if (b->accessibleName() == QStringLiteral("Meals:")) {
+            QTest::mouseClick(b, Qt::LeftButton);
+        }
+    }
+    EXPECT_EQ(meals, 2);
+
+    EXPECT_FALSE(dialog->figureButton(Figure::Exercise)->isEnabled());
+    EXPECT_FALSE(dialog->command(QStringLiteral("Exercise"))->isEnabled());
+    EXPECT_FALSE(dialog->command(QStringLiteral("Historic Weight Chart"))->isEnabled());
+    EXPECT_FALSE(dialog->command(QStringLiteral("Food Catalogue"))->isEnabled());
+    EXPECT_TRUE(dialog->command(QStringLiteral("Meals"))->isEnabled());
+}
+
+TEST_F(LogbookDialogTest, TheStripOfScreensOpensTheJournalAndStaysOnTheLogbook) {
+    addDay(21, 11, 2002, 180.0f).setNote("Ran");
+    open();
+    QTabBar* tabs = dialog->tabs();
+    EXPECT_FALSE(tabs->isTabEnabled(1));  // no meals screen on this logbook
+    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(2).center());
+    auto* journal = child<JournalDialog>();
+    ASSERT_NE(journal, nullptr);
+    EXPECT_EQ(journal->editor()->toPlainText(), QStringLiteral("Ran"));
+    EXPECT_EQ(tabs->currentIndex(), 0);
+    QTest::mouseClick(journal->okButton(), Qt::LeftButton);
+    EXPECT_FALSE(session.userDataModified());  // saved when it closed
+}
+
+TEST_F(LogbookDialogTest, GoalLineAndRedrawOnAnotherScreensChange) {
+    setLosingGoal();
+    open();
+    EXPECT_EQ(dialog->goalText(), QStringLiteral("Goal: -1000 cal"));
+    // Another screen types a weight for today: the logbook redraws.
+    WeighIn other(session.days());
+    notifier.apply(other.weightEdited("200"));
+    EXPECT_EQ(dialog->figureText(Figure::Weight), QStringLiteral("200  lbs"));
+    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: 1 of 1"));
+}
+
+}  // namespace
+}  // namespace nutrovex
