@@ -1,14 +1,38 @@
 // Feeds arbitrary bytes to the food CSV import. Whatever the bytes, every line after the header
-// is either added or refused with a reason, and nothing added holds a control character.
+// is either added or refused with a reason; the catalogue keeps its limits (250 categories a
+// group, 100 foods a category, no name twice in a category, no control character in a name),
+// counts what it added, and still saves and reads back to the same foods.
 #include <cstdint>
 #include <cstdlib>
+#include <set>
 #include <string_view>
 
 #include "core/Csv.h"
 #include "foods/FoodCsv.h"
+#include "storage/CatalogueFile.h"
+
+namespace {
+
+using namespace nutrovex;
+
+void require(bool condition) {
+    if (!condition) {
+        std::abort();
+    }
+}
+
+bool hasControl(const Text& name) {
+    for (const char c : name.view()) {
+        if (static_cast<unsigned char>(c) < 0x20) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    using namespace nutrovex;
     const std::string_view csv(reinterpret_cast<const char*>(data), size);
     FoodCatalogue catalogue;
     const ImportReport report = importFoodsCsv(catalogue, csv);
@@ -17,29 +41,37 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         rows += line.text.empty() ? 0 : 1;
     }
     if (!report.fileRefusal.empty()) {
-        if (report.foodsAdded != 0 || !report.refused.empty()) {
-            std::abort();
-        }
+        require(report.foodsAdded == 0 && report.refused.empty());
         return 0;
     }
-    if (rows == 0 || report.foodsAdded + report.refused.size() != rows - 1) {
-        std::abort();
-    }
+    require(rows != 0 && report.foodsAdded + report.refused.size() == rows - 1);
     for (const ImportRefusal& r : report.refused) {
-        if (r.reason.empty() || r.line == 0) {
-            std::abort();
-        }
+        require(!r.reason.empty() && r.line != 0);
     }
-    for (const auto& group : catalogue.groups) {
+
+    std::size_t foods = 0;
+    std::size_t categories = 0;
+    for (const CategoryList& group : catalogue.groups) {
+        require(group.size() <= 250);
+        categories += group.size();
         for (const FoodCategory& category : group) {
-            for (const FoodItem& food : category.foods) {
-                for (const char c : food.name.view()) {
-                    if (static_cast<unsigned char>(c) < 0x20) {
-                        std::abort();
-                    }
-                }
+            require(!category.name.empty() && !hasControl(category.name));
+            require(category.foods.size() <= 100);
+            std::set<std::string_view> names;
+            for (const FoodItem& f : category.foods) {
+                require(!f.name.empty() && !hasControl(f.name));
+                require(names.insert(f.name.view()).second);
             }
+            foods += category.foods.size();
         }
     }
+    require(foods == report.foodsAdded && categories == report.categoriesAdded);
+    require(catalogue.header.groupChunks == catalogue.expectedGroupChunks());
+
+    ByteBuffer bytes;
+    require(writeCatalogueFile(catalogue, bytes).ok());
+    FoodCatalogue back;
+    require(readCatalogueFile(bytes.bytes(), back, {"FoodDB.ddb", true}).ok());
+    require(foodsCsv(back) == foodsCsv(catalogue));
     return 0;
 }

@@ -12,7 +12,7 @@ mkdir -p "$artifacts"
 
 failed=0
 ran=0
-for source in "$here"/*.cpp; do
+for source in "$here"/fuzz_*.cpp; do
     name="$(basename "$source" .cpp)"
     target="$build/fuzz/$name"
     if [ ! -x "$target" ]; then

@@ -2,7 +2,7 @@
 # Sourced, not run.
 
 nv_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgtest-dev libgmock-dev libbenchmark-dev
-             nlohmann-json3-dev fonts-dejavu-core desktop-file-utils appstream)
+             nlohmann-json3-dev fonts-dejavu-core desktop-file-utils appstream libsqlite3-dev)
 
 nv_install() {
     local missing=()

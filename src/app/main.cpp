@@ -13,6 +13,7 @@
 #include "session/MainFrameForm.h"
 #include "session/Session.h"
 #include "storage/CatalogueStorage.h"
+#include "storage/FileIo.h"
 #include "ui/Resources.h"
 #include "ui/TextConvert.h"
 #include "ui/charts/QtChartSettings.h"
@@ -75,6 +76,7 @@ private:
 }  // namespace
 
 int main(int argc, char** argv) {
+    tuneHeapForLargeLoads();
     QElapsedTimer sinceStart;
     sinceStart.start();
     // Past a file-size limit a save fails with a message instead of killing the program.

@@ -48,13 +48,27 @@ public:
     [[nodiscard]] uint16_t flags() const { return m.flags; }
     [[nodiscard]] const Nutrients& totals() const { return m.totals; }
     [[nodiscard]] const FoodList& group(int g) const {
-        return g == kAllFoodsGroup ? m_allFoods : m.groups[static_cast<std::size_t>(g)];
+        return g == kAllFoodsGroup ? allFoods() : m.groups[static_cast<std::size_t>(g)];
     }
     [[nodiscard]] FoodList& group(int g) {
-        return g == kAllFoodsGroup ? m_allFoods : m.groups[static_cast<std::size_t>(g)];
+        return g == kAllFoodsGroup ? allFoods() : m.groups[static_cast<std::size_t>(g)];
     }
-    [[nodiscard]] const FoodList& allFoods() const { return m_allFoods; }
-    [[nodiscard]] FoodList& allFoods() { return m_allFoods; }
+    [[nodiscard]] const FoodList& allFoods() const {
+        buildAllFoodsIfDeferred();
+        return m_allFoods;
+    }
+    [[nodiscard]] FoodList& allFoods() {
+        buildAllFoodsIfDeferred();
+        return m_allFoods;
+    }
+    // The all-foods list becomes every food of the groups, in group order, when it is next used.
+    // A load defers it so: twenty years of days are read without a second copy of every food,
+    // and a day's list is made when the day is shown.
+    void deferAllFoods() {
+        m_allFoods.clear();
+        m_allFoods.shrink_to_fit();
+        m_allFoodsDeferred = true;
+    }
     [[nodiscard]] const ExerciseList& exercises() const { return m.exercises; }
 
     void setNote(std::string_view note) { m.note = note; }
@@ -77,8 +91,25 @@ public:
     uint32_t exerciseMinutes = 0;
 
 private:
+    void buildAllFoodsIfDeferred() const {
+        if (m_allFoodsDeferred) {
+            m_allFoodsDeferred = false;
+            std::size_t n = 0;
+            for (const FoodList& list : m.groups) {
+                n += list.size();
+            }
+            m_allFoods.reserve(n);
+            for (const FoodList& list : m.groups) {
+                m_allFoods.insert(m_allFoods.end(), list.begin(), list.end());
+            }
+        }
+    }
+
     DayFields m;
-    FoodList m_allFoods;  // a second copy of every food of the day, in group order
+    // A second copy of every food of the day, in group order; made from the groups at its first
+    // use when deferred.
+    mutable FoodList m_allFoods;
+    mutable bool m_allFoodsDeferred = false;
 };
 
 // Empties the all-foods list and fills it with copies of the foods of groups 0..7, in order.

@@ -12,12 +12,16 @@
 
 namespace nutrovex {
 
+namespace {
+constexpr std::string_view kListFileName = "Users.udb";
+}  // namespace
+
 std::filesystem::path usersFolder(const std::filesystem::path& root) {
     return root / "Users";
 }
 
 std::filesystem::path userListPath(const std::filesystem::path& root) {
-    return usersFolder(root) / "Users.udb";
+    return usersFolder(root) / kListFileName;
 }
 
 std::filesystem::path templateCataloguePath(const std::filesystem::path& root) {
@@ -51,7 +55,8 @@ std::filesystem::path defaultDataRoot() {
 }
 
 bool isSafeUserName(std::string_view name) {
-    if (name.empty() || name == "." || name == "..") {
+    // The list file shares the users folder: a user folder cannot take its name.
+    if (name.empty() || name == "." || name == ".." || name == kListFileName) {
         return false;
     }
     for (const char ch : name) {
@@ -62,7 +67,8 @@ bool isSafeUserName(std::string_view name) {
             return false;
         }
     }
-    return true;
+    // The folder's name is the name in UTF-8, and a file name holds at most 255 bytes.
+    return cp1252ToUtf8(name).size() <= kMaxFolderNameBytes;
 }
 
 std::string unsafeUserNameReason() {

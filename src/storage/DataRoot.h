@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -25,8 +26,11 @@ std::size_t removeStaleSaves(const std::filesystem::path& folder);
 // The per-user application data folder: $XDG_DATA_HOME (else ~/.local/share) + Zerbu/Nutrovex.
 [[nodiscard]] std::filesystem::path defaultDataRoot();
 
+inline constexpr std::size_t kMaxFolderNameBytes = 255;
+
 // A name that would not stay inside the users folder as one folder of its own: empty, "." or
-// "..", or holding "/", "\", a control character or NUL.
+// "..", the list file's name, holding "/", "\", a control character or NUL, or too long for a
+// folder name.
 [[nodiscard]] bool isSafeUserName(std::string_view name);
 // Why such a name is refused.
 [[nodiscard]] std::string unsafeUserNameReason();

@@ -1,6 +1,8 @@
 #include "storage/FileIo.h"
 
 #include <fcntl.h>
+#include <malloc.h>
+#include <signal.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -92,11 +94,62 @@ int openTemporary(const std::filesystem::path& path, std::string& tempPath) {
     return -1;
 }
 
+// Removes the temporary files that saves of this file by processes no longer running left behind
+// (a copy killed mid-save). Those of running processes, this one included, are left alone.
+void removeStaleTemporaries(const std::filesystem::path& path) {
+    const std::string prefix = "." + nameOf(path) + ".tmp";
+    std::error_code ec;
+    const std::filesystem::path folder =
+        path.parent_path().empty() ? std::filesystem::path(".") : path.parent_path();
+    for (std::filesystem::directory_iterator it(folder, ec), end; !ec && it != end;
+         it.increment(ec)) {
+        const std::string name = it->path().filename().string();
+        if (name.compare(0, prefix.size(), prefix) != 0) {
+            continue;
+        }
+        const std::size_t dash = name.find('-', prefix.size());
+        if (dash == std::string::npos || dash == prefix.size()) {
+            continue;
+        }
+        pid_t pid = 0;
+        bool digits = true;
+        for (std::size_t i = prefix.size(); i < dash; ++i) {
+            digits = digits && name[i] >= '0' && name[i] <= '9' && pid < 100000000;
+            pid = pid * 10 + (name[i] - '0');
+        }
+        if (digits && pid > 0 && pid != ::getpid() && ::kill(pid, 0) != 0 && errno == ESRCH) {
+            (void)::unlink(it->path().c_str());
+        }
+    }
+}
+
 constexpr std::size_t kMappedBufferSize = std::size_t{1} << 20;
 // Large enough for any chunk, small enough to stay in the cache while it is parsed.
 constexpr std::size_t kWindowSize = std::size_t{256} << 10;
 
 }  // namespace
+
+void tuneHeapForLargeLoads() {
+    constexpr std::size_t kReserve = std::size_t{64} << 20;
+    constexpr std::size_t kLargePage = std::size_t{2} << 20;
+    (void)::mallopt(M_TOP_PAD, static_cast<int>(kReserve));
+    (void)::mallopt(M_TRIM_THRESHOLD, static_cast<int>(kReserve));
+    // Grow the heap now, past what is free at its top, so that the reserve is there at once; it is
+    // address space only until used, and asking for large pages on it costs nothing until then.
+    void* probe = ::malloc(::mallinfo2().keepcost + 4096);
+    if (probe == nullptr) {
+        return;
+    }
+    const auto from =
+        (reinterpret_cast<std::uintptr_t>(probe) + kLargePage - 1) & ~(kLargePage - 1);
+    const auto to = reinterpret_cast<std::uintptr_t>(::sbrk(0)) & ~(kLargePage - 1);
+#ifdef MADV_HUGEPAGE
+    if (to > from) {
+        (void)::madvise(reinterpret_cast<void*>(from), to - from, MADV_HUGEPAGE);
+    }
+#endif
+    ::free(probe);
+}
 
 ByteBuffer::ByteBuffer(std::size_t size) : m_size(size), m_capacity(size) {
     if (size >= kMappedBufferSize) {
@@ -347,6 +400,7 @@ StorageStatus AtomicFile::commit() {
         (void)::fsync(dirFd);
         ::close(dirFd);
     }
+    removeStaleTemporaries(m_path);
     return {};
 }
 

@@ -51,6 +51,11 @@ private:
     bool m_mapped = false;
 };
 
+// Lets the heap grow in large steps, so that loading the largest files takes a few system calls
+// instead of one for every 128 KiB of records. The program and the tool call it at start; memory
+// is only made resident when it is used.
+void tuneHeapForLargeLoads();
+
 enum class ReadFile { Read, Missing, Failed };
 
 // Reads the whole file into out. Missing only when the file does not exist (not when it exists

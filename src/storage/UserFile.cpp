@@ -8,6 +8,11 @@ namespace nutrovex {
 
 StorageStatus readUserFile(ChunkSource& source, UserFile& file, const CalendarDate& now,
                            const ReadOptions& options) {
+    return readUserFile(source, file, now, options, nullptr);
+}
+
+StorageStatus readUserFile(ChunkSource& source, UserFile& file, const CalendarDate& now,
+                           const ReadOptions& options, const DayVisitor& visit) {
     ChunkReader chunks(source, options);
 
     ByteReader h = chunks.next("the header");
@@ -39,9 +44,11 @@ StorageStatus readUserFile(ChunkSource& source, UserFile& file, const CalendarDa
     file.dayCount = count;
 
     file.days.clear();
-    // Every day takes at least its chunk header and its fixed fields.
-    file.days.reserve(
-        std::min<std::size_t>(count, source.size() / (kChunkHeaderSize + kMinDaySize)));
+    if (!visit) {
+        // Every day takes at least its chunk header and its fixed fields.
+        file.days.reserve(
+            std::min<std::size_t>(count, source.size() / (kChunkHeaderSize + kMinDaySize)));
+    }
     for (uint16_t i = 0; i < count; ++i) {
         ByteReader d = chunks.next("day " + std::to_string(i + 1));
         auto day = std::make_unique<DayRecord>(now);
@@ -49,13 +56,12 @@ StorageStatus readUserFile(ChunkSource& source, UserFile& file, const CalendarDa
         if (!chunks.finish(d)) {
             return chunks.status();
         }
-        std::size_t foods = 0;
-        for (const FoodList& list : day->fields().groups) {
-            foods += list.size();
+        day->deferAllFoods();
+        if (visit) {
+            visit(*day, i);
+        } else {
+            file.days.push_back(std::move(day));
         }
-        day->allFoods().reserve(foods);  // one allocation for the rebuilt list
-        rebuildAllFoods(*day);
-        file.days.push_back(std::move(day));
     }
     chunks.end();
     return chunks.status();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 
 #include "core/CalendarDate.h"
@@ -29,6 +30,12 @@ struct UserFile {
 // not in the file). On failure, `file` keeps every chunk read before the one that failed.
 [[nodiscard]] StorageStatus readUserFile(ChunkSource& source, UserFile& file,
                                          const CalendarDate& now, const ReadOptions& options);
+// The same, handing each day to `visit` (with its position) as soon as it is read instead of
+// keeping it: a file of any size is read in the memory of one day. file.days stays empty.
+using DayVisitor = std::function<void(const DayRecord& day, uint16_t index)>;
+[[nodiscard]] StorageStatus readUserFile(ChunkSource& source, UserFile& file,
+                                         const CalendarDate& now, const ReadOptions& options,
+                                         const DayVisitor& visit);
 [[nodiscard]] inline StorageStatus readUserFile(std::span<const uint8_t> bytes, UserFile& file,
                                                 const CalendarDate& now,
                                                 const ReadOptions& options) {

@@ -69,7 +69,7 @@ void appendCompact(std::string& out, const Json& v) {
         for (auto it = v.begin(); it != v.end(); ++it) {
             out += first ? "" : ", ";
             first = false;
-            out += Json(it.key()).dump();
+            out += jsonStringText(it.key());
             out += ": ";
             appendCompact(out, *it);
         }
@@ -117,7 +117,7 @@ void appendPretty(std::string& out, const Json& v, std::size_t indent) {
         first = false;
         out += pad;
         if (v.is_object()) {
-            out += Json(it.key()).dump();
+            out += jsonStringText(it.key());
             out += ": ";
         }
         appendPretty(out, *it, indent + 2);
@@ -192,6 +192,60 @@ bool readDataFile(const std::string& path, ByteBuffer& bytes) {
     reportError(path, error);
     return false;
 }
+
+// Opens a data file to be read a window at a time; on failure reports it and returns false.
+bool openDataFile(const std::string& path, FileSource& source) {
+    StorageError error;
+    switch (source.open(path, error)) {
+        case ReadFile::Read:
+            return true;
+        case ReadFile::Missing:
+            error = fileError(path, "cannot be opened: the file does not exist");
+            break;
+        case ReadFile::Failed:
+            break;
+    }
+    reportError(path, error);
+    return false;
+}
+
+// Pretty JSON printed in pieces: a document too large to hold goes out as it is made.
+class PrettyStream {
+public:
+    explicit PrettyStream(std::ostream& out) : m_out(out) {}
+    ~PrettyStream() { flush(); }
+    PrettyStream(const PrettyStream&) = delete;
+    PrettyStream& operator=(const PrettyStream&) = delete;
+
+    PrettyStream& operator<<(std::string_view text) {
+        m_text += text;
+        return *this;
+    }
+    // One member of the outermost object, written as printJson writes it.
+    void member(const char* key, const Json& value) {
+        m_text += "  \"";
+        m_text += key;
+        m_text += "\": ";
+        appendPretty(m_text, value, 2);
+    }
+    // One element of a list that is a member of the outermost object.
+    void element(const Json& value, bool first) {
+        m_text += first ? "    " : ",\n    ";
+        appendPretty(m_text, value, 4);
+        if (m_text.size() >= kFlushSize) {
+            flush();
+        }
+    }
+    void flush() {
+        m_out.write(m_text.data(), static_cast<std::streamsize>(m_text.size()));
+        m_text.clear();
+    }
+
+private:
+    static constexpr std::size_t kFlushSize = std::size_t{1} << 16;
+    std::ostream& m_out;
+    std::string m_text;
+};
 
 int usage(const char* line) {
     std::cerr << "usage: nutrovex-tool " << line << '\n';
@@ -295,15 +349,27 @@ StorageStatus checkAs(FileKind kind, std::span<const uint8_t> bytes, const std::
 
 // ---- JSON shapes ----
 
+namespace {
+
+Json userHeaderJson(const UserFile& file) {
+    return {{"version", file.header.version},
+            {"word", file.header.word},
+            {"keyCounter", file.header.keyCounter.value},
+            {"flags", file.header.flags}};
+}
+
+Json dayIndexJson(const UserFile& file) {
+    return {{"first", file.firstDayChunk}, {"count", file.dayCount}};
+}
+
+}  // namespace
+
 Json userFileJson(const UserFile& file) {
     const ExactNanBits exact;
     Json j;
-    j["header"] = {{"version", file.header.version},
-                   {"word", file.header.word},
-                   {"keyCounter", file.header.keyCounter.value},
-                   {"flags", file.header.flags}};
+    j["header"] = userHeaderJson(file);
     j["profile"] = profileJson(file.profile);
-    j["dayIndex"] = {{"first", file.firstDayChunk}, {"count", file.dayCount}};
+    j["dayIndex"] = dayIndexJson(file);
     Json days = Json::array();
     for (const auto& day : file.days) {
         days.push_back(dayJson(*day));
@@ -312,7 +378,9 @@ Json userFileJson(const UserFile& file) {
     return j;
 }
 
-void readUserFileJson(const Json& value, UserFile& file) {
+namespace {
+
+void readUserFileJsonHead(const Json& value, UserFile& file) {
     within("header", [&] {
         const Json& h = field(value, "header");
         file.header.version = intField<uint16_t>(h, "version");
@@ -326,6 +394,44 @@ void readUserFileJson(const Json& value, UserFile& file) {
         file.firstDayChunk = intField<uint16_t>(x, "first");
         file.dayCount = intField<uint16_t>(x, "count");
     });
+}
+
+// Reads a user file's JSON from a stream, converting each day as soon as it is parsed and
+// dropping its JSON, so only the records are held, never the whole document.
+void readUserFileJson(std::istream& in, UserFile& file) {
+    file.days.clear();
+    bool inDays = false;
+    std::string topKey;
+    const Json value = parseJson(in, [&](int depth, Json::parse_event_t event, Json& parsed) {
+        using Event = Json::parse_event_t;
+        if (depth == 1 && event == Event::key) {
+            topKey = parsed.get<std::string>();
+        } else if (depth == 1 && event == Event::array_start) {
+            inDays = topKey == "days";
+        } else if (depth == 1 && event == Event::array_end) {
+            inDays = false;
+        } else if (inDays && depth == 2 &&
+                   (event == Event::object_end || event == Event::array_end ||
+                    event == Event::value)) {
+            auto day = std::make_unique<DayRecord>(CalendarDate());
+            within("days[" + std::to_string(file.days.size()) + "]",
+                   [&] { readDay(parsed, *day); });
+            file.days.push_back(std::move(day));
+            return false;
+        }
+        return true;
+    });
+    if (!value.is_object()) {
+        shapeError("the document must be an object");
+    }
+    readUserFileJsonHead(value, file);
+    (void)arrayField(value, "days");
+}
+
+}  // namespace
+
+void readUserFileJson(const Json& value, UserFile& file) {
+    readUserFileJsonHead(value, file);
     const Json& days = arrayField(value, "days");
     file.days.clear();
     for (std::size_t i = 0; i < days.size(); ++i) {
@@ -449,17 +555,45 @@ int runDumpUser(const GlobalOptions&, Args args) {
     if (args.size() != 1) {
         return usage("dump-user FILE");
     }
-    ByteBuffer bytes;
-    if (!readDataFile(args[0], bytes)) {
+    const std::string& path = args[0];
+    // The file is read twice, a day at a time: once to know it reads whole before anything is
+    // printed, once to print it, so its size never matters.
+    FileSource check;
+    if (!openDataFile(path, check)) {
         return kExitDataError;
     }
     UserFile file;
-    const StorageStatus s = readUserFile(bytes.bytes(), file, CalendarDate(), {args[0]});
+    StorageStatus s =
+        readUserFile(check, file, CalendarDate(), {path}, [](const DayRecord&, uint16_t) {});
     if (!s) {
-        reportError(args[0], s.error());
+        reportError(path, s.error());
         return kExitDataError;
     }
-    printJson(std::cout, userFileJson(file));
+    FileSource source;
+    if (!openDataFile(path, source)) {
+        return kExitDataError;
+    }
+    const ExactNanBits exact;
+    {
+        PrettyStream out(std::cout);
+        out << "{\n";
+        out.member("header", userHeaderJson(file));
+        out << ",\n";
+        out.member("profile", profileJson(file.profile));
+        out << ",\n";
+        out.member("dayIndex", dayIndexJson(file));
+        out << ",\n  \"days\": " << (file.dayCount == 0 ? "[]" : "[\n");
+        UserFile again;
+        s = readUserFile(
+            source, again, CalendarDate(), {path},
+            [&](const DayRecord& day, uint16_t i) { out.element(dayJson(day), i == 0); });
+        out << (file.dayCount == 0 ? "" : "\n  ]") << "\n}\n";
+    }
+    std::cout.flush();
+    if (!s) {
+        reportError(path, s.error());  // the file changed between the two readings
+        return kExitDataError;
+    }
     return kExitOk;
 }
 
@@ -500,14 +634,50 @@ int runDumpUsers(const GlobalOptions&, Args args) {
 }
 
 int runWriteUser(const GlobalOptions&, Args args) {
-    return writeFromJson(args, "write-user JSON OUT   (JSON \"-\" reads stdin)",
-                         [](const Json& json, ByteBuffer& bytes) {
-                             UserFile file;
-                             readUserFileJson(json, file);
-                             return writeUserFile(file.header, file.profile.fields(),
-                                                  file.firstDayChunk, file.dayCount, file.days,
-                                                  bytes);
-                         });
+    if (args.size() != 2) {
+        return usage("write-user JSON OUT   (JSON \"-\" reads stdin)");
+    }
+    const std::string& input = args[0];
+    const std::string& output = args[1];
+    std::ifstream file;
+    if (input != "-") {
+        file.open(input, std::ios::binary);
+        if (!file) {
+            std::cerr << input << ": cannot be read\n";
+            return kExitDataError;
+        }
+    }
+    std::istream& in = input == "-" ? std::cin : file;
+    UserFile user;
+    try {
+        readUserFileJson(in, user);
+    } catch (const Json::exception& e) {
+        std::cerr << input << ": not valid JSON: " << e.what() << '\n';
+        return kExitDataError;
+    } catch (const JsonShapeError& e) {
+        std::cerr << input << ": " << e.what() << '\n';
+        return kExitDataError;
+    }
+    if (in.bad()) {
+        std::cerr << input << ": cannot be read\n";
+        return kExitDataError;
+    }
+    // Written straight into the temporary file, which replaces OUT only when all of it is there.
+    AtomicFile out(output);
+    StorageStatus status = out.open(false);
+    if (status) {
+        status = writeUserFile(user.header, user.profile.fields(), user.firstDayChunk,
+                               user.dayCount, user.days, out);
+    }
+    if (status) {
+        status = out.commit();
+    }
+    if (!status) {
+        out.abandon();
+        reportError(output, status.error());
+        return kExitDataError;
+    }
+    return kExitOk;
 }
 
 int runWriteCatalogue(const GlobalOptions&, Args args) {

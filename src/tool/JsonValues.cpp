@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <string_view>
 
@@ -64,7 +65,138 @@ Json parseJson(std::string_view text) {
     return Json::parse(fixed);
 }
 
+namespace {
+
+// Characters of a stream with a negative zero number written out as "-0.0", as parseJson does;
+// an input iterator for the parser.
+class MinusZeroReader {
+public:
+    explicit MinusZeroReader(std::streambuf* in) : m_in(in) {}
+
+    int get() {
+        if (m_pendingAt < m_pending.size()) {
+            return static_cast<unsigned char>(m_pending[m_pendingAt++]);
+        }
+        const int c = m_in->sbumpc();
+        if (c == EOF) {
+            return EOF;
+        }
+        if (m_inString) {
+            if (m_escaped) {
+                m_escaped = false;
+            } else if (c == '\\') {
+                m_escaped = true;
+            } else if (c == '"') {
+                m_inString = false;
+            }
+        } else if (c == '"') {
+            m_inString = true;
+        } else if (c == '-' && m_in->sgetc() == '0') {
+            m_in->sbumpc();
+            const int after = m_in->sgetc();
+            m_pending =
+                after == EOF || std::string_view(",]} \t\r\n").find(static_cast<char>(after)) !=
+                                    std::string_view::npos
+                    ? "0.0"
+                    : "0";
+            m_pendingAt = 0;
+        }
+        return c;
+    }
+
+private:
+    std::streambuf* m_in;
+    std::string m_pending;
+    std::size_t m_pendingAt = 0;
+    bool m_inString = false;
+    bool m_escaped = false;
+};
+
+class MinusZeroIterator {
+public:
+    using iterator_category = std::input_iterator_tag;
+    using value_type = char;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const char*;
+    using reference = const char&;
+
+    MinusZeroIterator() = default;
+    explicit MinusZeroIterator(MinusZeroReader* reader) : m_reader(reader) { advance(); }
+
+    reference operator*() const { return m_char; }
+    MinusZeroIterator& operator++() {
+        advance();
+        return *this;
+    }
+    bool operator==(const MinusZeroIterator& other) const { return atEnd() == other.atEnd(); }
+    bool operator!=(const MinusZeroIterator& other) const { return !(*this == other); }
+
+private:
+    void advance() {
+        const int c = m_reader->get();
+        if (c == EOF) {
+            m_reader = nullptr;
+        } else {
+            m_char = static_cast<char>(c);
+        }
+    }
+    [[nodiscard]] bool atEnd() const { return m_reader == nullptr; }
+
+    MinusZeroReader* m_reader = nullptr;
+    char m_char = 0;
+};
+
+}  // namespace
+
+Json parseJson(std::istream& in, const Json::parser_callback_t& callback) {
+    MinusZeroReader reader(in.rdbuf());
+    return Json::parse(MinusZeroIterator(&reader), MinusZeroIterator(), callback);
+}
+
+namespace {
+
+// A string that JSON writes as it is, between quotes: printable ASCII without '"' or '\\'.
+bool plainString(std::string_view s) {
+    for (const char c : s) {
+        if (c < 0x20 || c > 0x7E || c == '"' || c == '\\') {
+            return false;
+        }
+    }
+    return true;
+}
+
+template <typename T>
+std::string integerText(T value) {
+    char buf[24];
+    const auto r = std::to_chars(buf, buf + sizeof buf, value);
+    return std::string(buf, r.ptr);
+}
+
+}  // namespace
+
+std::string jsonStringText(std::string_view s) {
+    if (plainString(s)) {
+        std::string text;
+        text.reserve(s.size() + 2);
+        text += '"';
+        text += s;
+        text += '"';
+        return text;
+    }
+    return Json(std::string(s)).dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
 std::string scalarJsonText(const Json& value) {
+    // The common kinds directly: a dump makes a serializer for every value.
+    if (value.is_number_unsigned()) {
+        return integerText(value.get<uint64_t>());
+    }
+    if (value.is_number_integer()) {
+        return integerText(value.get<int64_t>());
+    }
+    if (value.is_string()) {
+        return jsonStringText(value.get_ref<const std::string&>());
+    }
     if (value.is_number_float()) {
         const double d = value.get<double>();
         if (std::isfinite(d)) {
@@ -103,7 +235,7 @@ void appendCompact(std::string& out, const Json& value) {
                 out += ',';
             }
             first = false;
-            out += Json(it.key()).dump(-1, ' ', false, Json::error_handler_t::replace);
+            out += jsonStringText(it.key());
             out += ':';
             appendCompact(out, *it);
         }

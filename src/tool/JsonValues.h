@@ -1,5 +1,6 @@
 #pragma once
 
+#include <istream>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
@@ -26,10 +27,16 @@ public:
 // a number beyond a double. "-0" keeps its sign: it is how a negative zero is written.
 [[nodiscard]] Json parseJson(std::string_view text);
 
+// The same from a stream, read as it is parsed; `callback` may drop values as they are
+// finished (see nlohmann's parser callbacks), so a document of any size can be read in parts.
+[[nodiscard]] Json parseJson(std::istream& in, const Json::parser_callback_t& callback);
+
 // JSON text as the tool prints it: floating numbers in their shortest round-trip form (a
 // whole number keeps ".0"), strings escaped, no blanks between tokens.
 [[nodiscard]] std::string scalarJsonText(const Json& value);
 [[nodiscard]] std::string compactJson(const Json& value);
+// A string as a JSON string, quotes and escapes included.
+[[nodiscard]] std::string jsonStringText(std::string_view text);
 
 // Field access that names what is missing or of the wrong kind.
 const Json& field(const Json& object, const char* name);

@@ -40,6 +40,12 @@ std::optional<std::filesystem::path> listedUserFolder(const std::filesystem::pat
             << " is not a usable user name: " << unsafeUserNameReason() << "\n";
         return std::nullopt;
     }
+    // A list written by hand may hold any name; only a safe one names a folder.
+    if (!isSafeUserName(user)) {
+        err << kUserListFileName << ": the user name '" << cp1252ToUtf8(user)
+            << "' cannot name a folder inside the users folder\n";
+        return std::nullopt;
+    }
     for (const Text& name : list.names) {
         if (name.view() == user) {
             return userFolderPath(root, user);

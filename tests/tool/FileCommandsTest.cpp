@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -245,6 +246,24 @@ TEST_F(ToolFiles, DumpThenWriteReproducesRandomFilesByteForByte) {
             ASSERT_EQ(readBytes(dir / "again"), bytesOf(f.bytes)) << f.kind << " round " << round;
             ASSERT_EQ(tool("check " + at(f.file)), 0) << err;
         }
+    }
+}
+
+TEST_F(ToolFiles, TheStreamedUserDumpPrintsWhatTheWholeDocumentWould) {
+    RandomRecords random(20261123);
+    for (int round = 0; round < 8; ++round) {
+        UserFile user = random.userFile();
+        ByteBuffer bytes;
+        ASSERT_TRUE(writeUserFile(user.header, user.profile.fields(), user.firstDayChunk,
+                                  user.dayCount, user.days, bytes)
+                        .ok());
+        writeBytes(dir / "UserDB.ddb", bytesOf(bytes));
+        UserFile read;
+        ASSERT_TRUE(readUserFile(bytes.bytes(), read, CalendarDate(), {"UserDB.ddb"}).ok());
+        std::ostringstream whole;
+        printJson(whole, userFileJson(read));
+        ASSERT_EQ(tool("dump-user " + at("UserDB.ddb")), 0) << err;
+        EXPECT_EQ(out, whole.str()) << "round " << round << ", " << read.dayCount << " days";
     }
 }
 
