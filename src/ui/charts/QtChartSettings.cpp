@@ -1,5 +1,7 @@
 #include "ui/charts/QtChartSettings.h"
 
+#include "ui/frame/QtSessionSettings.h"
+
 namespace nutrovex {
 
 namespace {
@@ -8,15 +10,8 @@ const QString kTrendKey = QStringLiteral("Charts/Trend");
 
 }  // namespace
 
-QtChartSettings::QtChartSettings(const DataRootChoice& root) {
-    if (root.given) {
-        const QString file = QString::fromStdString((root.path / "Nutrovex.ini").string());
-        m_settings = std::make_unique<QSettings>(file, QSettings::IniFormat);
-    } else {
-        m_settings =
-            std::make_unique<QSettings>(QStringLiteral("Zerbu"), QStringLiteral("Nutrovex"));
-    }
-}
+QtChartSettings::QtChartSettings(const DataRootChoice& root)
+    : m_settings(openProgramSettings(root)) {}
 
 bool QtChartSettings::trendShown() const {
     return m_settings->value(kTrendKey, false).toBool();

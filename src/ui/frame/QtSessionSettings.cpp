@@ -10,15 +10,16 @@ const QString kNameKey = QStringLiteral("CurrentUser/Name");
 
 }  // namespace
 
-QtSessionSettings::QtSessionSettings(const DataRootChoice& root) {
+std::unique_ptr<QSettings> openProgramSettings(const DataRootChoice& root) {
     if (root.given) {
         const QString file = QString::fromStdString((root.path / "Nutrovex.ini").string());
-        m_settings = std::make_unique<QSettings>(file, QSettings::IniFormat);
-    } else {
-        m_settings =
-            std::make_unique<QSettings>(QStringLiteral("Zerbu"), QStringLiteral("Nutrovex"));
+        return std::make_unique<QSettings>(file, QSettings::IniFormat);
     }
+    return std::make_unique<QSettings>(QStringLiteral("Zerbu"), QStringLiteral("Nutrovex"));
 }
+
+QtSessionSettings::QtSessionSettings(const DataRootChoice& root)
+    : m_settings(openProgramSettings(root)) {}
 
 std::string QtSessionSettings::currentUserName() const {
     return fromQString(m_settings->value(kNameKey).toString()).value_or(std::string());
