@@ -2,7 +2,9 @@
 # Installs what is missing, builds and runs every test.
 #   ./test.sh          the default build (warnings as errors) and all tests
 #   ./test.sh --asan   the same under AddressSanitizer and UndefinedBehaviorSanitizer
-#   ./test.sh --fuzz   a short run of every fuzz target (clang, libFuzzer)
+#   ./test.sh --fuzz [SECONDS] [--keep]
+#                      every fuzz target for SECONDS each (default 20; clang, libFuzzer); with
+#                      --keep the grown corpora are minimised into fuzz/corpus
 set -euo pipefail
 cd "$(dirname "$0")"
 source tools/setup.sh
@@ -12,7 +14,7 @@ case "$mode" in
     default|--default) preset=default ;;
     --asan) preset=asan ;;
     --fuzz) preset=fuzz ;;
-    *) echo "usage: ./test.sh [--asan|--fuzz]" >&2; exit 2 ;;
+    *) echo "usage: ./test.sh [--asan|--fuzz [SECONDS] [--keep]]" >&2; exit 2 ;;
 esac
 
 nv_install "${nv_packages[@]}"
@@ -21,7 +23,7 @@ export QT_QPA_PLATFORM=offscreen
 if [ "$preset" = fuzz ]; then
     nv_install clang libclang-rt-14-dev
     nv_build fuzz
-    exec fuzz/run.sh build/fuzz "${FUZZ_SECONDS:-20}"
+    exec fuzz/run.sh build/fuzz "${2:-${FUZZ_SECONDS:-20}}" "${3:-}"
 fi
 
 nv_build "$preset"

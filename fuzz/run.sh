@@ -1,14 +1,17 @@
 #!/usr/bin/env bash
-# Runs every fuzz target for a while, starting from the committed seeds.
-#   fuzz/run.sh BUILD_DIR SECONDS
-# New inputs go to a scratch corpus, so the committed seeds stay as they are. A crash leaves its
-# input in BUILD_DIR/fuzz-artifacts/ and fails the run.
+# Runs every fuzz target for a while, starting from the committed corpora.
+#   fuzz/run.sh BUILD_DIR SECONDS [--keep]
+# New inputs go to a scratch corpus. With --keep, each target's committed corpus is replaced by the
+# minimised union of itself and what the run grew, so later test runs replay the new inputs too.
+# A crash leaves its input in BUILD_DIR/fuzz-artifacts/ and fails the run.
 set -euo pipefail
-build="${1:?usage: fuzz/run.sh BUILD_DIR SECONDS}"
-seconds="${2:?usage: fuzz/run.sh BUILD_DIR SECONDS}"
+build="${1:?usage: fuzz/run.sh BUILD_DIR SECONDS [--keep]}"
+seconds="${2:?usage: fuzz/run.sh BUILD_DIR SECONDS [--keep]}"
+keep="${3:-}"
 here="$(cd "$(dirname "$0")" && pwd)"
 artifacts="$build/fuzz-artifacts"
 mkdir -p "$artifacts"
+options=(-rss_limit_mb=2048 -max_len=70000 -timeout=10)
 
 failed=0
 ran=0
@@ -20,15 +23,24 @@ for source in "$here"/fuzz_*.cpp; do
         failed=$((failed + 1))
         continue
     fi
+    committed="$here/corpus/$name"
+    mkdir -p "$committed"
     scratch="$(mktemp -d)"
-    corpora=("$scratch")
-    [ -d "$here/corpus/$name" ] && corpora+=("$here/corpus/$name")
     echo "== $name for ${seconds}s"
-    if "$target" -max_total_time="$seconds" -rss_limit_mb=2048 -max_len=70000 -timeout=10 \
-            -print_final_stats=1 -artifact_prefix="$artifacts/$name-" "${corpora[@]}" \
-            2>"$build/$name.log"; then
+    if "$target" -max_total_time="$seconds" "${options[@]}" -print_final_stats=1 \
+            -artifact_prefix="$artifacts/$name-" "$scratch" "$committed" 2>"$build/$name.log"; then
         grep -E "stat::number_of_executed_units|stat::new_units_added" "$build/$name.log" || true
         ran=$((ran + 1))
+        if [ "$keep" = --keep ]; then
+            merged="$(mktemp -d)"
+            "$target" -merge=1 "${options[@]}" "$merged" "$committed" "$scratch" \
+                2>"$build/$name.merge.log"
+            rm -rf "$committed"
+            mkdir -p "$committed"
+            cp "$merged"/* "$committed"/ 2>/dev/null || true
+            rm -rf "$merged"
+            echo "   corpus: $(ls "$committed" | wc -l) inputs, $(du -sh "$committed" | cut -f1)"
+        fi
     else
         echo "fuzz: $name failed; see $build/$name.log and $artifacts/" >&2
         tail -n 30 "$build/$name.log" >&2
