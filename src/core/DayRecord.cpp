@@ -1,5 +1,7 @@
 #include "core/DayRecord.h"
 
+#include "core/StoredSize.h"
+
 namespace nutrovex {
 
 bool DayRecord::setLevel(unsigned level) {
@@ -34,7 +36,7 @@ void rebuildAllFoods(DayRecord& day) {
 }
 
 Position DayRecord::appendExercise(ExerciseEntry entry) {
-    if (m.exercises.size() >= kNoPosition) {
+    if (m.exercises.size() >= kNoPosition || !dayHasRoomFor(*this, exerciseSize(entry))) {
         return kNoPosition;
     }
     m.exercises.push_back(std::move(entry));
@@ -43,6 +45,11 @@ Position DayRecord::appendExercise(ExerciseEntry entry) {
 
 bool DayRecord::replaceExercise(Position pos, ExerciseEntry entry) {
     if (pos >= m.exercises.size()) {
+        return false;
+    }
+    const std::size_t before = exerciseSize(m.exercises[pos]);
+    const std::size_t after = exerciseSize(entry);
+    if (after > before && !dayHasRoomFor(*this, after - before)) {
         return false;
     }
     m.exercises[pos] = std::move(entry);

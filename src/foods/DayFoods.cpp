@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "core/Names.h"
+#include "core/StoredSize.h"
 
 namespace nutrovex {
 
@@ -173,7 +174,8 @@ Position insertOrdered(FoodList& list, FoodItem food, uint16_t sortMode) {
 
 Position insertLoggedFood(DayRecord& day, const FoodItem& entry, int targetGroup,
                           uint16_t sortMode) {
-    if (entry.group >= kFoodGroupCount) {
+    // The day is saved as one record of limited size: a food that would not fit is refused.
+    if (entry.group >= kFoodGroupCount || !dayHasRoomFor(day, foodSize(entry))) {
         return kNoPosition;
     }
     FoodList& groupList = day.group(entry.group);

@@ -33,7 +33,8 @@ Position insertOrdered(FoodList& list, FoodItem food, uint16_t sortMode);
 // Logs entry into the day: one copy into the list of its food group and one into the all-foods
 // list. For a target group other than 8 the all-foods list is filled first, else the group list;
 // the presented position in the list filled second is returned. On failure (no valid food group,
-// no memory) the day is unchanged and kNoPosition is returned.
+// no room left in the day's stored record, no memory) the day is unchanged and kNoPosition is
+// returned.
 Position insertLoggedFood(DayRecord& day, const FoodItem& entry, int targetGroup,
                           uint16_t sortMode);
 // Removes the entry shown at a presented position of list `shownGroup` (0..8) with its twin in

@@ -5,6 +5,7 @@
 
 #include "core/Format.h"
 #include "core/ServingUnits.h"
+#include "core/StoredSize.h"
 #include "core/UserStore.h"
 #include "foods/CatalogueOps.h"
 #include "foods/DayFoods.h"
@@ -397,6 +398,10 @@ FormResult FoodItemForm::accept() {
             DayRecord* day = m_days->ensureCurrentRecord();
             if (!day) {
                 result.status = FormResult::Status::ClosedWithoutChange;
+                return result;
+            }
+            if (!dayHasRoomFor(*day, foodSize(entry))) {
+                result.message = dayFullMessage("Insert Food");
                 return result;
             }
             UserStore& store = m_days->store();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/StoredSize.h"
 #include "core/UserStore.h"
 #include "foods/CatalogueOps.h"
 #include "foods/DayFoods.h"
@@ -161,6 +162,11 @@ FormResult LogFoodForm::log() {
     const PackedKey counter = store.header.keyCounter;
     entry.key = store.nextEntryKey();
     entry.loggedFlag = 1;
+    if (!dayHasRoomFor(*day, foodSize(entry))) {
+        store.header.keyCounter = counter;
+        result.message = dayFullMessage("Insert Food");
+        return result;  // the screen stays, so the food can go to another day
+    }
     const Position pos = insertLoggedFood(*day, entry, m_group, m_view.sortMode);
     if (pos == kNoPosition) {
         store.header.keyCounter = counter;

@@ -6,6 +6,7 @@
 #include "calc/ExerciseCalories.h"
 #include "calc/Totals.h"
 #include "core/DayRecord.h"
+#include "core/StoredSize.h"
 #include "core/UserStore.h"
 #include "logbook/WeighIn.h"
 
@@ -141,8 +142,13 @@ Outcome ExerciseLog::log() {
     if (day == nullptr) {
         return {};  // the day list is full: nothing to log into
     }
-    e->key = m_days->store().nextEntryKey();
-    (void)day->appendExercise(std::move(*e));
+    UserStore& store = m_days->store();
+    const PackedKey counter = store.header.keyCounter;
+    e->key = store.nextEntryKey();
+    if (day->appendExercise(std::move(*e)) == kNoPosition) {
+        store.header.keyCounter = counter;
+        return {.message = dayFullMessage("Exercise Log")};
+    }
     const Notices n = changedDay(*day);
     form.minutes.clear();
     form.calories.clear();

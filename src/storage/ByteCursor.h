@@ -259,9 +259,4 @@ private:
     uint8_t* m_end;
 };
 
-// Bytes a text takes in a file.
-[[nodiscard]] inline std::size_t textSize(const Text& t) {
-    return t.isNull() ? 2 : 3 + t.size();
-}
-
 }  // namespace nutrovex

@@ -6,15 +6,15 @@
 #include <string>
 #include <vector>
 
+#include "core/StoredSize.h"
 #include "storage/ByteCursor.h"
 #include "storage/StorageError.h"
 
 namespace nutrovex {
 
 // Every file is a sequence of chunks: u32 chunk number and u32 payload length, both
-// little-endian, then the payload. Payloads stay below 65,536 bytes (their offsets are 16-bit).
+// little-endian, then the payload. Payloads stay below 65,536 bytes (kMaxPayloadSize).
 inline constexpr std::size_t kChunkHeaderSize = 8;
-inline constexpr std::size_t kMaxPayloadSize = 0xFFFF;
 
 struct ReadOptions {
     std::string fileName;  // names the file in errors

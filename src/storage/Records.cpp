@@ -28,16 +28,7 @@ bool countFits(ByteReader& r, uint16_t count, std::size_t minItemSize, const cha
     return false;
 }
 
-// Every list of the files is a u16 count and its items: one size/write/read for all of them.
-template <typename List, typename SizeOf>
-std::size_t listSize(const List& list, SizeOf sizeOf) {
-    std::size_t n = 2;
-    for (const auto& item : list) {
-        n += sizeOf(item);
-    }
-    return n;
-}
-
+// Every list of the files is a u16 count and its items: one write and one read for all of them.
 template <typename List, typename WriteOne>
 void writeList(ByteWriter& w, const List& list, WriteOne writeOne) {
     w.u16be(static_cast<uint16_t>(list.size()));
@@ -99,10 +90,6 @@ void readServing(ByteReader& r, ServingQuantity& s) {
     s.sub = r.u8();
 }
 
-std::size_t foodSize(const FoodItem& f) {
-    return 37 + 3 * kServingSize + textSize(f.name) + textSize(f.text2);
-}
-
 void writeFood(ByteWriter& w, const FoodItem& f) {
     uint8_t* p = w.take(5);
     putBe32(p, f.key.value);
@@ -156,20 +143,12 @@ void readFood(ByteReader& r, FoodItem& f) {
     f.group = be16(p + 48);
 }
 
-std::size_t foodListSize(const FoodList& list) {
-    return listSize(list, foodSize);
-}
-
 void writeFoodList(ByteWriter& w, const FoodList& list) {
     writeList(w, list, writeFood);
 }
 
 void readFoodList(ByteReader& r, FoodList& list) {
     readList(r, list, kMinFoodSize, "foods", readFood);
-}
-
-std::size_t exerciseSize(const ExerciseEntry& e) {
-    return 15 + textSize(e.name);
 }
 
 void writeExercise(ByteWriter& w, const ExerciseEntry& e) {
@@ -192,10 +171,6 @@ void readExercise(ByteReader& r, ExerciseEntry& e) {
     e.name = r.text();
     e.minutes = r.u16be();
     e.calories = r.u16be();
-}
-
-std::size_t exerciseListSize(const ExerciseList& list) {
-    return listSize(list, exerciseSize);
 }
 
 void writeExerciseList(ByteWriter& w, const ExerciseList& list) {
@@ -251,15 +226,6 @@ void readProfile(ByteReader& r, ProfileFields& p) {
     p.defaultLevel = r.u16be();
     p.units = r.u16be();
     p.flags = r.u16be();
-}
-
-std::size_t daySize(const DayRecord& day) {
-    const DayFields& d = day.fields();
-    std::size_t n = kDateSize + 4 + textSize(d.note) + 8 + kNutrientsSize;
-    for (const FoodList& list : d.groups) {
-        n += foodListSize(list);
-    }
-    return n + exerciseListSize(d.exercises);
 }
 
 void writeDay(ByteWriter& w, const DayRecord& day) {

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "core/Names.h"
+#include "core/StoredSize.h"
 #include "storage/CatalogueFile.h"
 #include "storage/DataRoot.h"
 #include "storage/UserFile.h"

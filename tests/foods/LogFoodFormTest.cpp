@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "core/StoredSize.h"
 #include "core/UserStore.h"
 #include "foods/CatalogueOps.h"
 #include "foods/DayFoods.h"
@@ -132,6 +133,30 @@ TEST_F(LogFood, LoggingCreatesTheDayAndFilesTwoCopies) {
     ASSERT_TRUE(deleteFoodItem(catalogue, 5, 0, 0));
     EXPECT_EQ(day->group(5)[0].name.str(), "Onion");
     EXPECT_EQ(day->allFoods()[0].name.str(), "Onion");
+}
+
+TEST_F(LogFood, AFullDayRefusesTheFoodAndTheScreenStays) {
+    store.header.keyCounter.value = 9;
+    (void)days.ensureCurrentDay();
+    DayRecord& day = *days.currentRecord();
+    const FoodItem filler = perItem("A long name for a food", 10.0f);
+    while (dayHasRoomFor(day, foodSize(filler))) {
+        ASSERT_NE(insertLoggedFood(day, filler, 0, kSortByMeal), kNoPosition);
+    }
+    const std::size_t before = day.allFoods().size();
+    LogFoodForm form(catalogue, days, {5, kSortAlphabetical, 0}, 5, 0, 2);  // Sesame
+    const FormResult r = form.log();
+    EXPECT_EQ(r.status, FormResult::Status::Stay);
+    EXPECT_EQ(r.message, dayFullMessage("Insert Food"));
+    EXPECT_EQ(r.notices, Notices{});
+    EXPECT_EQ(day.allFoods().size(), before);
+    EXPECT_TRUE(day.group(5).empty());
+    EXPECT_EQ(store.header.keyCounter.value, 9u);  // no key spent
+
+    // The same food goes in once the day has room again.
+    ASSERT_TRUE(removeLoggedFood(day, 0, kSortByMeal, 0));
+    EXPECT_TRUE(form.log().done());
+    EXPECT_EQ(day.group(5).size(), 1u);
 }
 
 TEST_F(LogFood, LoggingTheSameFoodTwiceKeepsBothNewestFirst) {

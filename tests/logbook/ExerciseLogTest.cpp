@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "calc/Bmr.h"
+#include "core/StoredSize.h"
 #include "logbook/ExerciseLog.h"
 #include "logbook/LogbookFixture.h"
 
@@ -115,6 +116,26 @@ TEST_F(ExerciseLogTest, AUserDefinedExerciseNeedsTypedCalories) {
     EXPECT_EQ(specifyExerciseMessage(),
               (ScreenMessage{"Please specify exercise time and calculate calories", "Exercise Log",
                              MessageKind::Warning}));
+}
+
+TEST_F(ExerciseLogTest, AFullDayRefusesTheExerciseWithAReason) {
+    weighIn(150.0f);
+    DayRecord& day = *cursor.currentRecord();
+    ExerciseEntry filler;
+    filler.name = "Running";  // the size of the entry logged below
+    while (day.appendExercise(filler) != kNoPosition) {
+    }
+    const std::size_t before = day.exercises().size();
+    ASSERT_GT(before, 1000u);
+    const uint32_t counter = store.header.keyCounter.value;
+    chooseRunning();
+    log.form.minutes = "30";
+    ASSERT_EQ(log.calories(), std::nullopt);
+    const Outcome refused = log.log();
+    EXPECT_EQ(refused.message, dayFullMessage("Exercise Log"));
+    EXPECT_EQ(refused.notices, Notices{});
+    EXPECT_EQ(day.exercises().size(), before);
+    EXPECT_EQ(store.header.keyCounter.value, counter);
 }
 
 TEST_F(ExerciseLogTest, LoggingTwiceGivesTwoEntriesAndRecomputesTheDay) {

@@ -277,6 +277,46 @@ TEST(UserFile, ARecordTooLargeForAChunkIsRefused) {
     EXPECT_NE(s.message().find("65,535"), std::string::npos);
 }
 
+// A day is refused more entries exactly where its record would stop fitting in a chunk: up to
+// there it is saved and read back whole.
+TEST(UserFile, ADayTakesEntriesUntilItsRecordWouldNoLongerBeSaved) {
+    for (const std::size_t nameLength : {0u, 7u, 21u, 120u}) {
+        UserFile f;
+        auto owned = std::make_unique<DayRecord>(CalendarDate::fromDmy(2, 3, 2004));
+        DayRecord& day = *owned;
+        f.days.push_back(std::move(owned));
+        f.dayCount = 1;
+        day.rawFields().note = "Feast";
+        ExerciseEntry walk;
+        walk.name = "Walking";
+        ASSERT_NE(day.appendExercise(walk), kNoPosition);
+        FoodItem food;
+        food.name = std::string(nameLength, 'n');
+        food.text2 = food.name;
+        std::size_t foods = 0;
+        while (dayHasRoomFor(day, foodSize(food))) {
+            day.group(static_cast<int>(foods % 8)).push_back(food);
+            ++foods;
+        }
+        SCOPED_TRACE("names of " + std::to_string(nameLength) + ", " + std::to_string(foods) +
+                     " foods");
+        // An exercise no longer fits either, where the foods left less room than it needs.
+        if (!dayHasRoomFor(day, exerciseSize(walk))) {
+            EXPECT_EQ(day.appendExercise(walk), kNoPosition);
+            EXPECT_EQ(day.exercises().size(), 1u);
+        }
+        ByteBuffer out;
+        ASSERT_TRUE(writeUserFile(f.header, f.profile.fields(), 3, 1, f.days, out).ok());
+        UserFile back;
+        ASSERT_TRUE(parse(Bytes(out.data(), out.data() + out.size()), back).ok());
+        ASSERT_EQ(back.days.size(), 1u);
+        EXPECT_EQ(back.days[0]->allFoods().size(), foods);
+
+        day.group(0).push_back(food);  // past the room the day has
+        EXPECT_FALSE(writeUserFile(f.header, f.profile.fields(), 3, 1, f.days, out).ok());
+    }
+}
+
 TEST(UserFile, EveryTruncationFailsCleanlyAndKeepsTheChunksBefore) {
     UserFile f = goldenRecords();
     f.days.push_back(test::sampleDay(2, 2, 2003, 5));
