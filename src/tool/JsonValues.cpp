@@ -372,6 +372,20 @@ Json floatJson(float value) {
     return d;
 }
 
+void appendFloatText(std::string& out, float value) {
+    if (!std::isfinite(value)) {
+        out += scalarJsonText(floatJson(value));
+        return;
+    }
+    // floatJson's double prints back as the float's shortest text (see scalarJsonText).
+    char buf[32];
+    const auto r = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::general);
+    out.append(buf, r.ptr);
+    if (std::find_if(buf, r.ptr, [](char c) { return c == '.' || c == 'e'; }) == r.ptr) {
+        out += ".0";
+    }
+}
+
 float floatValue(const Json& value, const char* what) {
     if (value.is_number()) {
         return static_cast<float>(value.get<double>());
@@ -400,6 +414,21 @@ Json textJson(const Text& text) {
         return nullptr;
     }
     return cp1252ToUtf8(text.view());
+}
+
+void appendTextJson(std::string& out, const Text& text) {
+    if (text.isNull()) {
+        out += "null";
+        return;
+    }
+    const std::string_view bytes = text.view();
+    if (plainString(bytes)) {  // the same in Windows-1252 and UTF-8
+        out += '"';
+        out += bytes;
+        out += '"';
+        return;
+    }
+    out += jsonStringText(cp1252ToUtf8(bytes));
 }
 
 Text textValue(const Json& value, const char* what) {
