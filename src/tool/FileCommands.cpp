@@ -320,8 +320,9 @@ void readUserFileJsonHead(const Json& value, UserFile& file) {
     });
 }
 
-// Reads a user file's JSON from a stream, converting each day as soon as it is parsed and
-// dropping its JSON, so only the records are held, never the whole document.
+}  // namespace
+
+// Each day is converted as soon as it is parsed and its JSON dropped.
 void readUserFileJson(std::istream& in, UserFile& file) {
     file.days.clear();
     bool inDays = false;
@@ -345,14 +346,9 @@ void readUserFileJson(std::istream& in, UserFile& file) {
         }
         return true;
     });
-    if (!value.is_object()) {
-        shapeError("the document must be an object");
-    }
     readUserFileJsonHead(value, file);
     (void)arrayField(value, "days");
 }
-
-}  // namespace
 
 void readUserFileJson(const Json& value, UserFile& file) {
     readUserFileJsonHead(value, file);
@@ -467,11 +463,8 @@ void readCatalogueJson(const Json& value, FoodCatalogue& catalogue) {
     }
 }
 
-namespace {
-
-// Reads a catalogue's JSON from a stream, converting each food as soon as it is parsed and each
-// category when it ends, and dropping their JSON: only the records are held, never the whole
-// document. The header is read as soon as it ends, so its errors come first as they would from
+// Each food is converted as soon as it is parsed and each category when it ends, and their JSON
+// dropped. The header is read as soon as it ends, so its errors come first as they would from
 // the whole document; the shape of what is left is checked at the end.
 void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue) {
     using Event = Json::parse_event_t;
@@ -572,9 +565,6 @@ void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue) {
         }
         return true;
     });
-    if (!value.is_object()) {
-        shapeError("the document must be an object");
-    }
     if (!headerRead) {
         readCatalogueHeader(value, catalogue.header);
     }
@@ -585,8 +575,6 @@ void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue) {
         }
     }
 }
-
-}  // namespace
 
 Json userListJson(const UserListFile& list) {
     Json names = Json::array();
