@@ -86,7 +86,7 @@ template <typename T>
 void appendInt(std::string& out, T value) {
     char buf[24];
     const auto r = std::to_chars(buf, buf + sizeof buf, +value);
-    out.append(buf, r.ptr);
+    out.append(buf, static_cast<std::size_t>(r.ptr - buf));
 }
 
 void appendServing(std::string& out, const ServingQuantity& s) {

@@ -372,18 +372,51 @@ Json floatJson(float value) {
     return d;
 }
 
+namespace {
+
+// The texts of recently printed floats: a file's values repeat (whole numbers, the same foods
+// on many days), and the shortest form of a float is the costly part of a dump.
+class FloatTextCache {
+public:
+    // The text of a finite float.
+    std::string_view text(float value) {
+        uint32_t bits;
+        std::memcpy(&bits, &value, sizeof bits);
+        Entry& e = m_entries[(bits * 0x9E3779B1u) >> (32 - kBits)];
+        if (e.bits != bits) {
+            // floatJson's double prints back as the float's shortest text (see scalarJsonText).
+            const auto r =
+                std::to_chars(e.text, e.text + sizeof e.text, value, std::chars_format::general);
+            char* end = r.ptr;
+            if (std::find_if(e.text, end, [](char c) { return c == '.' || c == 'e'; }) == end) {
+                *end++ = '.';
+                *end++ = '0';
+            }
+            e.size = static_cast<uint8_t>(end - e.text);
+            e.bits = bits;
+        }
+        return {e.text, e.size};
+    }
+
+private:
+    static constexpr int kBits = 12;
+    struct Entry {
+        uint32_t bits = 0xFFFFFFFF;  // a NaN, which is never kept here
+        uint8_t size = 0;
+        char text[27] = {};
+    };
+    Entry m_entries[std::size_t{1} << kBits];
+};
+
+}  // namespace
+
 void appendFloatText(std::string& out, float value) {
     if (!std::isfinite(value)) {
         out += scalarJsonText(floatJson(value));
         return;
     }
-    // floatJson's double prints back as the float's shortest text (see scalarJsonText).
-    char buf[32];
-    const auto r = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::general);
-    out.append(buf, r.ptr);
-    if (std::find_if(buf, r.ptr, [](char c) { return c == '.' || c == 'e'; }) == r.ptr) {
-        out += ".0";
-    }
+    thread_local FloatTextCache cache;
+    out += cache.text(value);
 }
 
 float floatValue(const Json& value, const char* what) {
