@@ -67,90 +67,88 @@ Json parseJson(std::string_view text) {
 
 namespace {
 
-// Characters of a stream with a negative zero number written out as "-0.0", as parseJson does;
-// an input iterator for the parser.
-class MinusZeroReader {
+// A stream's characters with a negative zero number written out as "-0.0", as parseJson does,
+// converted a block at a time so that the parser reads them from memory.
+class MinusZeroBuffer : public std::streambuf {
 public:
-    explicit MinusZeroReader(std::streambuf* in) : m_in(in) {}
+    explicit MinusZeroBuffer(std::streambuf* in) : m_in(in) { m_out.reserve(kBlock + 64); }
 
-    int get() {
-        if (m_pendingAt < m_pending.size()) {
-            return static_cast<unsigned char>(m_pending[m_pendingAt++]);
-        }
-        const int c = m_in->sbumpc();
-        if (c == EOF) {
-            return EOF;
-        }
-        if (m_inString) {
-            if (m_escaped) {
-                m_escaped = false;
-            } else if (c == '\\') {
-                m_escaped = true;
-            } else if (c == '"') {
-                m_inString = false;
+protected:
+    int_type underflow() override {
+        while (gptr() == egptr()) {
+            if (m_end) {
+                return traits_type::eof();
             }
-        } else if (c == '"') {
-            m_inString = true;
-        } else if (c == '-' && m_in->sgetc() == '0') {
-            m_in->sbumpc();
-            const int after = m_in->sgetc();
-            m_pending =
-                after == EOF || std::string_view(",]} \t\r\n").find(static_cast<char>(after)) !=
-                                    std::string_view::npos
-                    ? "0.0"
-                    : "0";
-            m_pendingAt = 0;
+            fill();
+            setg(m_out.data(), m_out.data(), m_out.data() + m_out.size());
         }
-        return c;
+        return traits_type::to_int_type(*gptr());
     }
 
 private:
+    static constexpr std::size_t kBlock = std::size_t{1} << 16;
+
+    static bool endsNumber(char c) {
+        return std::string_view(",]} \t\r\n").find(c) != std::string_view::npos;
+    }
+
+    // Converts the next block; a '-' too near its end to decide waits for the next one.
+    void fill() {
+        std::string raw = std::move(m_held);
+        const std::size_t held = raw.size();
+        raw.resize(held + kBlock);
+        const std::streamsize got = m_in->sgetn(raw.data() + held, kBlock);
+        raw.resize(held + static_cast<std::size_t>(std::max<std::streamsize>(got, 0)));
+        const bool last = got <= 0;
+        m_held.clear();
+        m_out.clear();
+        for (std::size_t i = 0; i < raw.size(); ++i) {
+            const char c = raw[i];
+            if (m_inString) {
+                if (m_escaped) {
+                    m_escaped = false;
+                } else if (c == '\\') {
+                    m_escaped = true;
+                } else if (c == '"') {
+                    m_inString = false;
+                }
+            } else if (c == '"') {
+                m_inString = true;
+            } else if (c == '-') {
+                if (i + 2 >= raw.size() && !last) {
+                    m_held.assign(raw, i, std::string::npos);
+                    break;
+                }
+                if (i + 1 < raw.size() && raw[i + 1] == '0' &&
+                    (i + 2 == raw.size() || endsNumber(raw[i + 2]))) {
+                    m_out += "-0.0";
+                    ++i;
+                    continue;
+                }
+            }
+            m_out += c;
+        }
+        m_end = last && m_held.empty();
+    }
+
     std::streambuf* m_in;
-    std::string m_pending;
-    std::size_t m_pendingAt = 0;
+    std::string m_out;
+    std::string m_held;
     bool m_inString = false;
     bool m_escaped = false;
-};
-
-class MinusZeroIterator {
-public:
-    using iterator_category = std::input_iterator_tag;
-    using value_type = char;
-    using difference_type = std::ptrdiff_t;
-    using pointer = const char*;
-    using reference = const char&;
-
-    MinusZeroIterator() = default;
-    explicit MinusZeroIterator(MinusZeroReader* reader) : m_reader(reader) { advance(); }
-
-    reference operator*() const { return m_char; }
-    MinusZeroIterator& operator++() {
-        advance();
-        return *this;
-    }
-    bool operator==(const MinusZeroIterator& other) const { return atEnd() == other.atEnd(); }
-    bool operator!=(const MinusZeroIterator& other) const { return !(*this == other); }
-
-private:
-    void advance() {
-        const int c = m_reader->get();
-        if (c == EOF) {
-            m_reader = nullptr;
-        } else {
-            m_char = static_cast<char>(c);
-        }
-    }
-    [[nodiscard]] bool atEnd() const { return m_reader == nullptr; }
-
-    MinusZeroReader* m_reader = nullptr;
-    char m_char = 0;
+    bool m_end = false;
 };
 
 }  // namespace
 
 Json parseJson(std::istream& in, const Json::parser_callback_t& callback) {
-    MinusZeroReader reader(in.rdbuf());
-    return Json::parse(MinusZeroIterator(&reader), MinusZeroIterator(), callback);
+    MinusZeroBuffer buffer(in.rdbuf());
+    std::istream converted(&buffer);
+    Json value = Json::parse(converted, callback);
+    if (converted.bad()) {
+        in.setstate(std::ios::badbit);
+    }
+    return value;
 }
 
 namespace {
