@@ -6,6 +6,7 @@
 #include <iostream>
 #include <iterator>
 #include <sstream>
+#include <type_traits>
 
 #include "core/Cp1252.h"
 #include "core/Names.h"
@@ -22,13 +23,18 @@ namespace {
     throw JsonShapeError(what);
 }
 
-// Runs a reader of one element, naming the element in its error.
-template <typename Read>
-void within(const std::string& where, Read&& read) {
+// Runs a reader of one element, naming the element in its error; `where` is the name or, where
+// elements are many, what makes it.
+template <typename Where, typename Read>
+void within(const Where& where, Read&& read) {
     try {
         read();
     } catch (const JsonShapeError& e) {
-        throw JsonShapeError(where + ": " + e.what());
+        if constexpr (std::is_invocable_v<const Where&>) {
+            throw JsonShapeError(where() + ": " + e.what());
+        } else {
+            throw JsonShapeError(std::string(where) + ": " + e.what());
+        }
     }
 }
 
@@ -339,7 +345,7 @@ void readUserFileJson(std::istream& in, UserFile& file) {
                    (event == Event::object_end || event == Event::array_end ||
                     event == Event::value)) {
             auto day = std::make_unique<DayRecord>(CalendarDate());
-            within("days[" + std::to_string(file.days.size()) + "]",
+            within([&] { return "days[" + std::to_string(file.days.size()) + "]"; },
                    [&] { readDay(parsed, *day); });
             file.days.push_back(std::move(day));
             return false;
@@ -418,7 +424,7 @@ FoodCategory categoryHead(const Json& value) {
 
 FoodItem foodAt(const Json& value, std::size_t f) {
     FoodItem food;
-    within("foods[" + std::to_string(f) + "]", [&] { food = foodValue(value); });
+    within([f] { return "foods[" + std::to_string(f) + "]"; }, [&] { food = foodValue(value); });
     return food;
 }
 
@@ -559,7 +565,7 @@ void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue) {
         }
         if (inFoods && depth == 5 &&
             (event == Event::object_end || event == Event::array_end || event == Event::value)) {
-            within(categoryName(group, categories),
+            within([&] { return categoryName(group, categories); },
                    [&] { foods.push_back(foodAt(parsed, foods.size())); });
             return false;
         }

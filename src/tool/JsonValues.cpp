@@ -71,7 +71,7 @@ namespace {
 // converted a block at a time so that the parser reads them from memory.
 class MinusZeroBuffer : public std::streambuf {
 public:
-    explicit MinusZeroBuffer(std::streambuf* in) : m_in(in) { m_out.reserve(kBlock + 64); }
+    explicit MinusZeroBuffer(std::streambuf* in) : m_in(in) {}
 
 protected:
     int_type underflow() override {
@@ -94,15 +94,18 @@ private:
 
     // Converts the next block; a '-' too near its end to decide waits for the next one.
     void fill() {
-        std::string raw = std::move(m_held);
-        const std::size_t held = raw.size();
-        raw.resize(held + kBlock);
-        const std::streamsize got = m_in->sgetn(raw.data() + held, kBlock);
-        raw.resize(held + static_cast<std::size_t>(std::max<std::streamsize>(got, 0)));
-        const bool last = got <= 0;
+        m_raw.swap(m_held);
         m_held.clear();
-        m_out.clear();
-        for (std::size_t i = 0; i < raw.size(); ++i) {
+        const std::size_t held = m_raw.size();
+        m_raw.resize(held + kBlock);
+        const std::streamsize got = m_in->sgetn(m_raw.data() + held, kBlock);
+        m_raw.resize(held + static_cast<std::size_t>(std::max<std::streamsize>(got, 0)));
+        const bool last = got <= 0;
+        const char* raw = m_raw.data();
+        const std::size_t n = m_raw.size();
+        m_out.resize(2 * n);  // "-0" becomes "-0.0": never more than twice as long
+        char* out = m_out.data();
+        for (std::size_t i = 0; i < n; ++i) {
             const char c = raw[i];
             if (m_inString) {
                 if (m_escaped) {
@@ -115,23 +118,24 @@ private:
             } else if (c == '"') {
                 m_inString = true;
             } else if (c == '-') {
-                if (i + 2 >= raw.size() && !last) {
-                    m_held.assign(raw, i, std::string::npos);
+                if (i + 2 >= n && !last) {
+                    m_held.assign(raw + i, n - i);
                     break;
                 }
-                if (i + 1 < raw.size() && raw[i + 1] == '0' &&
-                    (i + 2 == raw.size() || endsNumber(raw[i + 2]))) {
-                    m_out += "-0.0";
+                if (i + 1 < n && raw[i + 1] == '0' && (i + 2 == n || endsNumber(raw[i + 2]))) {
+                    out = std::copy_n("-0.0", 4, out);
                     ++i;
                     continue;
                 }
             }
-            m_out += c;
+            *out++ = c;
         }
+        m_out.resize(static_cast<std::size_t>(out - m_out.data()));
         m_end = last && m_held.empty();
     }
 
     std::streambuf* m_in;
+    std::string m_raw;
     std::string m_out;
     std::string m_held;
     bool m_inString = false;
