@@ -489,6 +489,7 @@ void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue) {
         if (depth == 1) {
             if (event == Event::key) {
                 topKey = parsed.get<std::string>();
+                headerRead = headerRead && topKey != "header";  // a later one replaces it
             } else if (event == Event::object_end && topKey == "header") {
                 Json wrapped;
                 wrapped["header"] = std::move(parsed);
