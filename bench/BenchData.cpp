@@ -65,10 +65,10 @@ FoodItem makeFood(uint32_t serial, int group) {
     return f;
 }
 
-void fillLargestCatalogue(FoodCatalogue& c) {
+void fillCatalogue(FoodCatalogue& c, int categories) {
     uint32_t serial = 0;
     for (int g = 0; g < kGroups; ++g) {
-        for (int k = 0; k < kCategories; ++k) {
+        for (int k = 0; k < categories; ++k) {
             FoodCategory& cat = c.groups[static_cast<std::size_t>(g)].emplace_back();
             cat.key.value = ++serial;
             cat.name = "Category " + std::to_string(k);
@@ -81,10 +81,14 @@ void fillLargestCatalogue(FoodCatalogue& c) {
     c.renumberGroupChunks();
 }
 
-void fillLogbook(UserStore& store) {
+void fillLargestCatalogue(FoodCatalogue& c) {
+    fillCatalogue(c, kCategories);
+}
+
+void fillLogbook(UserStore& store, int days) {
     CalendarDate date = CalendarDate::fromDmy(1, 1, 2000);
     uint32_t serial = 0;
-    for (int d = 0; d < kDays; ++d) {
+    for (int d = 0; d < days; ++d) {
         auto day = std::make_unique<DayRecord>(date);
         day->rawFields().weight = 180.0f;
         day->rawFields().note = "Twenty years of days";

@@ -27,8 +27,11 @@ inline constexpr int kExercisesPerDay = 2;
 const std::filesystem::path& benchFolder();
 
 FoodItem makeFood(uint32_t serial, int group);
+// 8 groups of `categories` categories of 100 foods each; 250 makes the largest catalogue.
+void fillCatalogue(FoodCatalogue& c, int categories);
 void fillLargestCatalogue(FoodCatalogue& c);
-void fillLogbook(UserStore& store);
+// `days` consecutive days from 1 January 2000, 20 foods and 2 exercises each.
+void fillLogbook(UserStore& store, int days = kDays);
 
 // FoodDB.ddb of 8 x 250 x 100 foods and UserDB.ddb of twenty years, written on first use.
 const std::filesystem::path& catalogueFile();

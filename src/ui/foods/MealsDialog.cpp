@@ -8,6 +8,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QToolButton>
+#include <utility>
 
 #include "core/CalendarDate.h"
 #include "foods/MealsForm.h"
@@ -20,9 +21,11 @@
 
 namespace nutrovex {
 
-MealsDialog::MealsDialog(SessionNotifier& notifier, QWidget* parent)
+MealsDialog::MealsDialog(SessionNotifier& notifier, QWidget* parent,
+                         std::function<void(QWidget*)> openCatalogue)
     : FoodScreen(parent, QStringLiteral("Meals"), true),
       m_notifier(&notifier),
+      m_openCatalogue(std::move(openCatalogue)),
       m_date(new QLabel(this)) {
     QPushButton* ok = addButton(QStringLiteral("OK"));
     QPushButton* toggle = addButton(QStringLiteral("Toggle &Nutrients"));
@@ -146,7 +149,7 @@ void MealsDialog::toggleNutrients() {
 }
 
 void MealsDialog::openGroup(int group) {
-    FoodGridDialog grid(*m_notifier, this, group);
+    FoodGridDialog grid(*m_notifier, this, group, kNoPosition, m_openCatalogue);
     grid.exec();
     refresh();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 
 #include "ui/foods/FoodScreens.h"
 
@@ -13,12 +14,14 @@ class SessionNotifier;
 
 // The meals screen: the current day's totals by food group and for the whole day. A group's
 // picture opens that group's foods of the day. Closing it writes the catalogue, then the user's
-// data, when they changed.
+// data, when they changed. openCatalogue: how Log Food, reached from a group's foods, opens the
+// catalogue screen; none leaves that command disabled.
 class MealsDialog : public FoodScreen {
     Q_OBJECT
 
 public:
-    MealsDialog(SessionNotifier& notifier, QWidget* parent);
+    MealsDialog(SessionNotifier& notifier, QWidget* parent,
+                std::function<void(QWidget*)> openCatalogue = {});
 
     [[nodiscard]] QToolButton* groupButton(int group) const {
         return m_groups[static_cast<std::size_t>(group)];
@@ -36,6 +39,7 @@ public Q_SLOTS:
 
 private:
     SessionNotifier* m_notifier;
+    std::function<void(QWidget*)> m_openCatalogue;
     std::array<QToolButton*, 8> m_groups{};
     std::array<std::array<QLabel*, 3>, 8> m_labels{};
     std::array<std::array<QLabel*, 3>, 8> m_values{};

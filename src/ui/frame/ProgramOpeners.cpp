@@ -91,9 +91,15 @@ FrameOpeners programOpeners(SessionNotifier& notifier, ChartSettings& chartSetti
         (void)BodyMassChartDialog::openChecked(notifier, parent);
     };
 
+    const auto catalogue = [&notifier, links](QWidget* parent) {
+        CatalogueDialog dialog(notifier, parent, catalogueOpeners(notifier, links),
+                               &links->clipboard);
+        dialog.exec();
+    };
+
     LogbookOpeners logbook;
-    logbook.meals = [&notifier](QWidget* parent) {
-        MealsDialog dialog(notifier, parent);
+    logbook.meals = [&notifier, catalogue](QWidget* parent) {
+        MealsDialog dialog(notifier, parent, catalogue);
         dialog.exec();
     };
     logbook.exercise = [&notifier](QWidget* parent) {
@@ -105,11 +111,7 @@ FrameOpeners programOpeners(SessionNotifier& notifier, ChartSettings& chartSetti
         dialog.exec();
     };
     logbook.weightChart = weightChart;
-    logbook.catalogue = [&notifier, links](QWidget* parent) {
-        CatalogueDialog dialog(notifier, parent, catalogueOpeners(notifier, links),
-                               &links->clipboard);
-        dialog.exec();
-    };
+    logbook.catalogue = catalogue;
 
     FrameOpeners openers;
     openers.logbook = [&notifier, logbook](QWidget* parent) {

@@ -1,5 +1,7 @@
 #include "ui/logbook/LogbookTour.h"
 
+#include <utility>
+
 #include "ui/logbook/ActivityDialog.h"
 #include "ui/logbook/DayRangeDialog.h"
 #include "ui/logbook/FoodBudgetDialogs.h"
@@ -19,11 +21,21 @@ TourStop stop(const char* name, SessionNotifier& notifier) {
             }};
 }
 
+// The logbook as the program shows it, its commands to other areas enabled. The tour only takes
+// pictures, so those openers are never run.
+TourStop logbookStop(SessionNotifier& notifier) {
+    return {QStringLiteral("logbook"), [&notifier](QWidget* parent) -> std::unique_ptr<QWidget> {
+                const auto pictured = [](QWidget*) {};
+                LogbookOpeners openers{pictured, pictured, pictured, pictured, pictured};
+                return std::make_unique<LogbookDialog>(notifier, parent, std::move(openers));
+            }};
+}
+
 }  // namespace
 
 std::vector<TourStop> logbookTourStops(SessionNotifier& notifier) {
     return {
-        stop<LogbookDialog>("logbook", notifier),
+        logbookStop(notifier),
         stop<DayRangeDialog>("range-of-days", notifier),
         stop<WeighInDialog>("weigh-in", notifier),
         stop<JournalDialog>("journal", notifier),

@@ -380,6 +380,31 @@ TEST_F(FoodScreens, EveryScreenIsReachedAndLeftWithTheKeyboard) {
     EXPECT_EQ(category.result(), QDialog::Rejected);
 }
 
+TEST_F(FoodScreens, LogFoodReachedFromMealsOpensTheCatalogue) {
+    QWidget* openedFrom = nullptr;
+    MealsDialog meals(*notifier, nullptr, [&openedFrom](QWidget* parent) { openedFrom = parent; });
+    showActive(meals);
+    QWidget* logScreen = nullptr;
+    whenShown<FoodGridDialog>([&logScreen](FoodGridDialog* grid) {
+        QApplication::setActiveWindow(grid);
+        whenShown<LogFoodDialog>([&logScreen](LogFoodDialog* log) {
+            logScreen = log;
+            QAction* catalogue =
+                menuEntry(*log, {QStringLiteral("&Options"), QStringLiteral("&Catalogue...")});
+            ASSERT_NE(catalogue, nullptr);
+            EXPECT_TRUE(catalogue->isEnabled());
+            catalogue->trigger();
+            QTest::keyClick(log, Qt::Key_Escape);
+        });
+        QTest::keyClick(grid->grid(), Qt::Key_Home, Qt::ControlModifier);
+        QTest::keyClick(grid->grid(), Qt::Key_F2);
+        QTest::keyClick(grid->grid(), Qt::Key_Escape);
+    });
+    meals.openGroup(4);
+    ASSERT_NE(logScreen, nullptr);
+    EXPECT_EQ(openedFrom, logScreen);  // the catalogue opens over Log Food
+}
+
 TEST_F(FoodScreens, EveryTourStopOpensOnTheSessionsData) {
     QTemporaryDir pictures;
     ASSERT_TRUE(pictures.isValid());
