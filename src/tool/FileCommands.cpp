@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <optional>
 #include <sstream>
 #include <type_traits>
 
@@ -328,31 +329,48 @@ void readUserFileJsonHead(const Json& value, UserFile& file) {
 
 }  // namespace
 
-// Each day is converted as soon as it is parsed and its JSON dropped.
+// Each day is converted as soon as it is parsed and its JSON dropped. A refused day is kept
+// until the document is read, as the whole document would be: a later "days" replaces it, and
+// the refusals of the header, profile and day index come first.
 void readUserFileJson(std::istream& in, UserFile& file) {
     file.days.clear();
     bool inDays = false;
     std::string topKey;
+    std::optional<std::string> refused;
     const Json value = parseJson(in, [&](int depth, Json::parse_event_t event, Json& parsed) {
         using Event = Json::parse_event_t;
         if (depth == 1 && event == Event::key) {
             topKey = parsed.get<std::string>();
         } else if (depth == 1 && event == Event::array_start) {
             inDays = topKey == "days";
+            if (inDays) {  // a later "days" replaces an earlier one, as a value would
+                file.days.clear();
+                refused.reset();
+            }
         } else if (depth == 1 && event == Event::array_end) {
             inDays = false;
+        } else if (inDays && refused) {
+            return false;  // the rest of refused days is dropped unread
         } else if (inDays && depth == 2 &&
                    (event == Event::object_end || event == Event::array_end ||
                     event == Event::value)) {
             auto day = std::make_unique<DayRecord>(CalendarDate());
-            within([&] { return "days[" + std::to_string(file.days.size()) + "]"; },
-                   [&] { readDay(parsed, *day); });
+            try {
+                within([&] { return "days[" + std::to_string(file.days.size()) + "]"; },
+                       [&] { readDay(parsed, *day); });
+            } catch (const JsonShapeError& e) {
+                refused = e.what();
+                return false;
+            }
             file.days.push_back(std::move(day));
             return false;
         }
         return true;
     });
     readUserFileJsonHead(value, file);
+    if (refused) {
+        shapeError(*refused);
+    }
     (void)arrayField(value, "days");
 }
 
@@ -470,14 +488,14 @@ void readCatalogueJson(const Json& value, FoodCatalogue& catalogue) {
 }
 
 // Each food is converted as soon as it is parsed and each category when it ends, and their JSON
-// dropped. The header is read as soon as it ends, so its errors come first as they would from
-// the whole document; the shape of what is left is checked at the end.
+// dropped. A refusal in "groups" is kept until the document is read, as the whole document would
+// be: a later "groups" replaces it, and the header's refusals come first.
 void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue) {
     using Event = Json::parse_event_t;
     catalogue.reset();
-    bool headerRead = false;
     std::string topKey;
     bool inGroups = false;  // inside the outermost "groups" list
+    std::optional<std::string> refused;
     std::size_t group = 0;  // the list of categories being read, in "groups"
     bool groupIsList = false;
     std::string categoryKey;  // the last key of the category being read
@@ -485,33 +503,8 @@ void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue) {
     bool inFoods = false;
     std::vector<FoodItem> foods;
     std::size_t categories = 0;
-    const Json value = parseJson(in, [&](int depth, Event event, Json& parsed) {
-        if (depth == 1) {
-            if (event == Event::key) {
-                topKey = parsed.get<std::string>();
-                headerRead = headerRead && topKey != "header";  // a later one replaces it
-            } else if (event == Event::object_end && topKey == "header") {
-                Json wrapped;
-                wrapped["header"] = std::move(parsed);
-                readCatalogueHeader(wrapped, catalogue.header);
-                headerRead = true;
-                parsed = std::move(wrapped["header"]);
-            } else if (event == Event::array_start) {
-                inGroups = topKey == "groups";
-                if (inGroups) {  // a later "groups" replaces an earlier one, as a value would
-                    group = 0;
-                    for (CategoryList& list : catalogue.groups) {
-                        list.clear();
-                    }
-                }
-            } else if (event == Event::array_end) {
-                inGroups = false;
-            }
-            return true;
-        }
-        if (!inGroups) {
-            return true;
-        }
+    // One event inside "groups"; false drops what it ends.
+    auto groupsEvent = [&](int depth, Event event, Json& parsed) {
         if (depth == 2) {
             if (group >= kFoodGroupCount &&
                 (event == Event::array_start || event == Event::object_start ||
@@ -571,9 +564,41 @@ void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue) {
             return false;
         }
         return true;
+    };
+    const Json value = parseJson(in, [&](int depth, Event event, Json& parsed) {
+        if (depth == 1) {
+            if (event == Event::key) {
+                topKey = parsed.get<std::string>();
+            } else if (event == Event::array_start) {
+                inGroups = topKey == "groups";
+                if (inGroups) {  // a later "groups" replaces an earlier one, as a value would
+                    refused.reset();
+                    group = 0;
+                    for (CategoryList& list : catalogue.groups) {
+                        list.clear();
+                    }
+                }
+            } else if (event == Event::array_end) {
+                inGroups = false;
+            }
+            return true;
+        }
+        if (!inGroups) {
+            return true;
+        }
+        if (refused) {
+            return false;  // the rest of a refused "groups" is dropped unread
+        }
+        try {
+            return groupsEvent(depth, event, parsed);
+        } catch (const JsonShapeError& e) {
+            refused = e.what();
+            return false;
+        }
     });
-    if (!headerRead) {
-        readCatalogueHeader(value, catalogue.header);
+    readCatalogueHeader(value, catalogue.header);
+    if (refused) {
+        shapeError(*refused);
     }
     const Json& groups = arrayField(value, "groups", kFoodGroupCount);
     for (std::size_t g = 0; g < kFoodGroupCount; ++g) {

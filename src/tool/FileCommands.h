@@ -20,8 +20,8 @@ void readUserFileJson(const Json& value, UserFile& file);
 [[nodiscard]] Json catalogueJson(const FoodCatalogue& catalogue);
 void readCatalogueJson(const Json& value, FoodCatalogue& catalogue);
 // The same readers over a stream, keeping only the records as they are parsed (never the whole
-// document). A document with one fault gets the same error as from the readers above; with
-// several, the first one met in reading order.
+// document). They refuse the same documents as the readers above, with the same error for a
+// document with one fault; with several, the header's come first, then the first one met.
 void readUserFileJson(std::istream& in, UserFile& file);
 void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue);
 [[nodiscard]] Json userListJson(const UserListFile& list);

@@ -199,6 +199,18 @@ TEST(FileJson, TheStreamedCatalogueReaderKeepsWhatItReadsAndTheErrorsItGives) {
         EXPECT_EQ(errorOf([&] { readCatalogueJson(in, streamed); }), expected) << f.fault;
     }
 
+    // A refused "groups" replaced by a later one is no refusal, as in the whole document.
+    {
+        Json broken = good;
+        broken["groups"][3][1]["foods"][2] = 5;
+        const std::string text =
+            "{\"groups\": " + broken["groups"].dump() + ", " + good.dump().substr(1);
+        std::istringstream in(text);
+        FoodCatalogue streamed;
+        EXPECT_EQ(errorOf([&] { readCatalogueJson(in, streamed); }), "(read)");
+        EXPECT_EQ(streamed.groups[3][1].foods.size(), 4u);
+    }
+
     // What reads gives the same file, whether streamed or whole; of a key given twice the
     // later value counts, as in the whole document.
     RandomRecords random(99);
