@@ -1,6 +1,7 @@
-// nutrovex-tool on the largest user file the day index allows (65,535 days), run as the real
-// program: dump-user and write-user, each beside the engine's load of the same file (time) and
-// the file's size (memory). $NUTROVEX_TOOL names another build of the tool to measure instead.
+// nutrovex-tool on the largest files, run as the real program: dump-user and write-user on the
+// largest user file the day index allows (65,535 days), dump-catalogue and write-catalogue on the
+// largest catalogue (8 x 250 x 100 foods), each beside the engine's load of the same file (time)
+// and the file's size (memory). $NUTROVEX_TOOL names another build of the tool to measure.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <spawn.h>
@@ -14,6 +15,7 @@
 #include <vector>
 
 #include "BenchData.h"
+#include "storage/CatalogueStorage.h"
 #include "storage/UserFile.h"
 
 extern char** environ;
@@ -165,48 +167,81 @@ void report(benchmark::State& state, const RunResult& total, double load, const 
     state.counters["mem_ratio"] = total.maxResidentBytes / size;
 }
 
-void BM_ToolDumpUserOfTheMostDays(benchmark::State& state) {
-    const fs::path& file = largestUserFile();
+double engineCatalogueLoadSeconds(const fs::path& path) {
+    auto catalogue = std::make_unique<FoodCatalogue>();
+    catalogue->filePath = path;
+    const auto start = Clock::now();
+    if (loadCatalogue(*catalogue, path).outcome != CatalogueLoad::Read) {
+        std::abort();
+    }
+    return secondsSince(start);
+}
+
+// Runs the tool once an iteration, each beside one engine load of `file`.
+template <typename Load>
+void measureTool(benchmark::State& state, const std::vector<std::string>& args,
+                 const std::string& in, const fs::path& file, Load&& engineLoad) {
     RunResult total;
     double load = 0;
     for (auto _ : state) {
-        const RunResult r = runTool({"dump-user", file.string()}, "/dev/null", "/dev/null");
+        const RunResult r = runTool(args, in, "/dev/null");
         if (!r.ok) {
-            state.SkipWithError("dump-user failed");
+            state.SkipWithError((args[0] + " failed").c_str());
             return;
         }
         total.seconds += r.seconds;
         total.maxResidentBytes = std::max(total.maxResidentBytes, r.maxResidentBytes);
-        load += engineLoadSeconds(file);
+        load += engineLoad(file);
     }
     report(state, total, load, file);
+}
+
+// The tool's dump of `file` as a JSON file in the bench folder, for the writes to read.
+std::string dumpOf(benchmark::State& state, const char* command, const fs::path& file,
+                   const char* name) {
+    const std::string json = (benchFolder() / name).string();
+    if (!fs::exists(json) && !runTool({command, file.string()}, "/dev/null", json).ok) {
+        state.SkipWithError((std::string(command) + " failed").c_str());
+        return {};
+    }
+    state.counters["json_MB"] = static_cast<double>(fs::file_size(json)) / 1e6;
+    return json;
+}
+
+void BM_ToolDumpUserOfTheMostDays(benchmark::State& state) {
+    const fs::path& file = largestUserFile();
+    measureTool(state, {"dump-user", file.string()}, "/dev/null", file, engineLoadSeconds);
 }
 BENCHMARK(BM_ToolDumpUserOfTheMostDays)->Iterations(3)->Unit(benchmark::kMillisecond);
 
 void BM_ToolWriteUserOfTheMostDays(benchmark::State& state) {
     const fs::path& file = largestUserFile();
-    const std::string json = (benchFolder() / "largest.json").string();
-    if (!runTool({"dump-user", file.string()}, "/dev/null", json).ok) {
-        state.SkipWithError("dump-user failed");
+    const std::string json = dumpOf(state, "dump-user", file, "largest-user.json");
+    if (json.empty()) {
         return;
     }
     const std::string out = (benchFolder() / "written.ddb").string();
-    RunResult total;
-    double load = 0;
-    for (auto _ : state) {
-        const RunResult r = runTool({"write-user", "-", out}, json, "/dev/null");
-        if (!r.ok) {
-            state.SkipWithError("write-user failed");
-            return;
-        }
-        total.seconds += r.seconds;
-        total.maxResidentBytes = std::max(total.maxResidentBytes, r.maxResidentBytes);
-        load += engineLoadSeconds(file);
-    }
-    report(state, total, load, file);
-    state.counters["json_MB"] = static_cast<double>(fs::file_size(json)) / 1e6;
+    measureTool(state, {"write-user", "-", out}, json, file, engineLoadSeconds);
 }
 BENCHMARK(BM_ToolWriteUserOfTheMostDays)->Iterations(3)->Unit(benchmark::kMillisecond);
+
+void BM_ToolDumpCatalogueOfTheMostFoods(benchmark::State& state) {
+    const fs::path& file = catalogueFile();
+    measureTool(state, {"dump-catalogue", file.string()}, "/dev/null", file,
+                engineCatalogueLoadSeconds);
+}
+BENCHMARK(BM_ToolDumpCatalogueOfTheMostFoods)->Iterations(3)->Unit(benchmark::kMillisecond);
+
+void BM_ToolWriteCatalogueOfTheMostFoods(benchmark::State& state) {
+    const fs::path& file = catalogueFile();
+    const std::string json = dumpOf(state, "dump-catalogue", file, "largest-catalogue.json");
+    if (json.empty()) {
+        return;
+    }
+    const std::string out = (benchFolder() / "written-catalogue.ddb").string();
+    measureTool(state, {"write-catalogue", "-", out}, json, file, engineCatalogueLoadSeconds);
+}
+BENCHMARK(BM_ToolWriteCatalogueOfTheMostFoods)->Iterations(3)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -5,31 +5,37 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <optional>
 #include <sstream>
+#include <type_traits>
 
 #include "core/Cp1252.h"
 #include "core/Names.h"
 #include "storage/CatalogueFile.h"
 #include "storage/DataRoot.h"
 #include "storage/FileIo.h"
+#include "tool/JsonPrint.h"
 
 namespace nutrovex::tool {
 
 namespace {
 
-constexpr std::size_t kLineWidth = 100;
-
 [[noreturn]] void shapeError(const std::string& what) {
     throw JsonShapeError(what);
 }
 
-// Runs a reader of one element, naming the element in its error.
-template <typename Read>
-void within(const std::string& where, Read&& read) {
+// Runs a reader of one element, naming the element in its error; `where` is the name or, where
+// elements are many, what makes it.
+template <typename Where, typename Read>
+void within(const Where& where, Read&& read) {
     try {
         read();
     } catch (const JsonShapeError& e) {
-        throw JsonShapeError(where + ": " + e.what());
+        if constexpr (std::is_invocable_v<const Where&>) {
+            throw JsonShapeError(where() + ": " + e.what());
+        } else {
+            throw JsonShapeError(std::string(where) + ": " + e.what());
+        }
     }
 }
 
@@ -40,91 +46,6 @@ const Json& arrayField(const Json& object, const char* name, std::size_t size = 
                    (size != 0 ? " of " + std::to_string(size) : std::string()));
     }
     return v;
-}
-
-// ---- JSON printing ----
-
-// The compact size of v, or a figure above limit as soon as it is known to exceed it.
-std::size_t compactSize(const Json& v, std::size_t limit) {
-    if (v.is_object() || v.is_array()) {
-        std::size_t n = 2;
-        for (auto it = v.begin(); it != v.end(); ++it) {
-            if (v.is_object()) {
-                n += it.key().size() + 4;
-            }
-            n += compactSize(*it, limit > n ? limit - n : 0) + 2;
-            if (n > limit) {
-                return n;
-            }
-        }
-        return n;
-    }
-    return scalarJsonText(v).size();
-}
-
-void appendCompact(std::string& out, const Json& v) {
-    if (v.is_object()) {
-        out += '{';
-        bool first = true;
-        for (auto it = v.begin(); it != v.end(); ++it) {
-            out += first ? "" : ", ";
-            first = false;
-            out += jsonStringText(it.key());
-            out += ": ";
-            appendCompact(out, *it);
-        }
-        out += '}';
-    } else if (v.is_array()) {
-        out += '[';
-        bool first = true;
-        for (const Json& x : v) {
-            out += first ? "" : ", ";
-            first = false;
-            appendCompact(out, x);
-        }
-        out += ']';
-    } else {
-        out += scalarJsonText(v);
-    }
-}
-
-// 0 for a scalar, 1 for a container of scalars, and so on.
-int nesting(const Json& v) {
-    int deepest = 0;
-    if (v.is_object() || v.is_array()) {
-        for (const Json& x : v) {
-            deepest = std::max(deepest, nesting(x));
-        }
-        return deepest + 1;
-    }
-    return 0;
-}
-
-// A record (a food, an exercise entry: an object of scalars and small lists) stays on one line
-// whatever its length; anything else when it fits.
-void appendPretty(std::string& out, const Json& v, std::size_t indent) {
-    const bool container = v.is_object() || v.is_array();
-    if (!container || v.empty() || (v.is_object() && nesting(v) <= 2) ||
-        indent + compactSize(v, kLineWidth) <= kLineWidth) {
-        appendCompact(out, v);
-        return;
-    }
-    out += v.is_object() ? "{\n" : "[\n";
-    const std::string pad(indent + 2, ' ');
-    bool first = true;
-    for (auto it = v.begin(); it != v.end(); ++it) {
-        out += first ? "" : ",\n";
-        first = false;
-        out += pad;
-        if (v.is_object()) {
-            out += jsonStringText(it.key());
-            out += ": ";
-        }
-        appendPretty(out, *it, indent + 2);
-    }
-    out += '\n';
-    out += std::string(indent, ' ');
-    out += v.is_object() ? '}' : ']';
 }
 
 // ---- files ----
@@ -209,44 +130,6 @@ bool openDataFile(const std::string& path, FileSource& source) {
     return false;
 }
 
-// Pretty JSON printed in pieces: a document too large to hold goes out as it is made.
-class PrettyStream {
-public:
-    explicit PrettyStream(std::ostream& out) : m_out(out) {}
-    ~PrettyStream() { flush(); }
-    PrettyStream(const PrettyStream&) = delete;
-    PrettyStream& operator=(const PrettyStream&) = delete;
-
-    PrettyStream& operator<<(std::string_view text) {
-        m_text += text;
-        return *this;
-    }
-    // One member of the outermost object, written as printJson writes it.
-    void member(const char* key, const Json& value) {
-        m_text += "  \"";
-        m_text += key;
-        m_text += "\": ";
-        appendPretty(m_text, value, 2);
-    }
-    // One element of a list that is a member of the outermost object.
-    void element(const Json& value, bool first) {
-        m_text += first ? "    " : ",\n    ";
-        appendPretty(m_text, value, 4);
-        if (m_text.size() >= kFlushSize) {
-            flush();
-        }
-    }
-    void flush() {
-        m_out.write(m_text.data(), static_cast<std::streamsize>(m_text.size()));
-        m_text.clear();
-    }
-
-private:
-    static constexpr std::size_t kFlushSize = std::size_t{1} << 16;
-    std::ostream& m_out;
-    std::string m_text;
-};
-
 int usage(const char* line) {
     std::cerr << "usage: nutrovex-tool " << line << '\n';
     return kExitUsage;
@@ -283,6 +166,54 @@ int writeFromJson(Args args, const char* usageLine, Build&& build) {
     const StorageStatus written = writeFileAtomically(output, bytes.bytes(), false);
     if (!written) {
         reportError(output, written.error());
+        return kExitDataError;
+    }
+    return kExitOk;
+}
+
+// write-* for the large files: the JSON is read as it is parsed (`read` keeps only records) and
+// the file is written straight into a temporary file, which replaces OUT only when all of it
+// is there.
+template <typename Read, typename Write>
+int writeFromJsonStream(Args args, const char* usageLine, Read&& read, Write&& write) {
+    if (args.size() != 2) {
+        return usage(usageLine);
+    }
+    const std::string& input = args[0];
+    const std::string& output = args[1];
+    std::ifstream file;
+    if (input != "-") {
+        file.open(input, std::ios::binary);
+        if (!file) {
+            std::cerr << input << ": cannot be read\n";
+            return kExitDataError;
+        }
+    }
+    std::istream& in = input == "-" ? std::cin : file;
+    try {
+        read(in);
+    } catch (const Json::exception& e) {
+        std::cerr << input << ": not valid JSON: " << e.what() << '\n';
+        return kExitDataError;
+    } catch (const JsonShapeError& e) {
+        std::cerr << input << ": " << e.what() << '\n';
+        return kExitDataError;
+    }
+    if (in.bad()) {
+        std::cerr << input << ": cannot be read\n";
+        return kExitDataError;
+    }
+    AtomicFile out(output);
+    StorageStatus status = out.open(false);
+    if (status) {
+        status = write(static_cast<ChunkSink&>(out));
+    }
+    if (status) {
+        status = out.commit();
+    }
+    if (!status) {
+        out.abandon();
+        reportError(output, status.error());
         return kExitDataError;
     }
     return kExitOk;
@@ -396,39 +327,52 @@ void readUserFileJsonHead(const Json& value, UserFile& file) {
     });
 }
 
-// Reads a user file's JSON from a stream, converting each day as soon as it is parsed and
-// dropping its JSON, so only the records are held, never the whole document.
+}  // namespace
+
+// Each day is converted as soon as it is parsed and its JSON dropped. A refused day is kept
+// until the document is read, as the whole document would be: a later "days" replaces it, and
+// the refusals of the header, profile and day index come first.
 void readUserFileJson(std::istream& in, UserFile& file) {
     file.days.clear();
     bool inDays = false;
     std::string topKey;
+    std::optional<std::string> refused;
     const Json value = parseJson(in, [&](int depth, Json::parse_event_t event, Json& parsed) {
         using Event = Json::parse_event_t;
         if (depth == 1 && event == Event::key) {
             topKey = parsed.get<std::string>();
         } else if (depth == 1 && event == Event::array_start) {
             inDays = topKey == "days";
+            if (inDays) {  // a later "days" replaces an earlier one, as a value would
+                file.days.clear();
+                refused.reset();
+            }
         } else if (depth == 1 && event == Event::array_end) {
             inDays = false;
+        } else if (inDays && refused) {
+            return false;  // the rest of refused days is dropped unread
         } else if (inDays && depth == 2 &&
                    (event == Event::object_end || event == Event::array_end ||
                     event == Event::value)) {
             auto day = std::make_unique<DayRecord>(CalendarDate());
-            within("days[" + std::to_string(file.days.size()) + "]",
-                   [&] { readDay(parsed, *day); });
+            try {
+                within([&] { return "days[" + std::to_string(file.days.size()) + "]"; },
+                       [&] { readDay(parsed, *day); });
+            } catch (const JsonShapeError& e) {
+                refused = e.what();
+                return false;
+            }
             file.days.push_back(std::move(day));
             return false;
         }
         return true;
     });
-    if (!value.is_object()) {
-        shapeError("the document must be an object");
-    }
     readUserFileJsonHead(value, file);
+    if (refused) {
+        shapeError(*refused);
+    }
     (void)arrayField(value, "days");
 }
-
-}  // namespace
 
 void readUserFileJson(const Json& value, UserFile& file) {
     readUserFileJsonHead(value, file);
@@ -441,9 +385,9 @@ void readUserFileJson(const Json& value, UserFile& file) {
     }
 }
 
-Json catalogueJson(const FoodCatalogue& catalogue) {
-    const ExactNanBits exact;
-    const CatalogueHeader& h = catalogue.header;
+namespace {
+
+Json catalogueHeaderJson(const CatalogueHeader& h) {
     Json groups = Json::array();
     for (std::size_t g = 0; g < kFoodGroupCount; ++g) {
         groups.push_back({{"name", textJson(h.groupNames[g])}, {"chunk", h.groupChunks[g]}});
@@ -452,36 +396,16 @@ Json catalogueJson(const FoodCatalogue& catalogue) {
     for (const auto& t : h.texts) {
         texts.push_back(hexOf(t));
     }
-    Json j;
-    j["header"] = {{"version", h.version},
-                   {"groups", std::move(groups)},
-                   {"byte", h.byte},
-                   {"texts", std::move(texts)},
-                   {"keyCounter", h.keyCounter.value}};
-    Json lists = Json::array();
-    for (const CategoryList& list : catalogue.groups) {
-        Json categories = Json::array();
-        for (const FoodCategory& c : list) {
-            Json foods = Json::array();
-            for (const FoodItem& f : c.foods) {
-                foods.push_back(foodJson(f));
-            }
-            categories.push_back({{"key", c.key.value},
-                                  {"byte", c.byte},
-                                  {"name", textJson(c.name)},
-                                  {"foods", std::move(foods)}});
-        }
-        lists.push_back(std::move(categories));
-    }
-    j["groups"] = std::move(lists);
-    return j;
+    return {{"version", h.version},
+            {"groups", std::move(groups)},
+            {"byte", h.byte},
+            {"texts", std::move(texts)},
+            {"keyCounter", h.keyCounter.value}};
 }
 
-void readCatalogueJson(const Json& value, FoodCatalogue& catalogue) {
-    catalogue.reset();
+void readCatalogueHeader(const Json& value, CatalogueHeader& header) {
     within("header", [&] {
         const Json& h = field(value, "header");
-        CatalogueHeader& header = catalogue.header;
         header.version = intField<uint16_t>(h, "version");
         const Json& groups = arrayField(h, "groups", kFoodGroupCount);
         for (std::size_t g = 0; g < kFoodGroupCount; ++g) {
@@ -497,26 +421,189 @@ void readCatalogueJson(const Json& value, FoodCatalogue& catalogue) {
         }
         header.keyCounter.value = intField<uint32_t>(h, "keyCounter");
     });
+}
+
+std::string groupName(std::size_t g) {
+    return "groups[" + std::to_string(g) + "]";
+}
+
+std::string categoryName(std::size_t g, std::size_t c) {
+    return groupName(g) + "[" + std::to_string(c) + "]";
+}
+
+// A category's own fields; its foods are read apart.
+FoodCategory categoryHead(const Json& value) {
+    FoodCategory category;
+    category.key.value = intField<uint32_t>(value, "key");
+    category.byte = intField<uint8_t>(value, "byte");
+    category.name = textField(value, "name");
+    return category;
+}
+
+FoodItem foodAt(const Json& value, std::size_t f) {
+    FoodItem food;
+    within([f] { return "foods[" + std::to_string(f) + "]"; }, [&] { food = foodValue(value); });
+    return food;
+}
+
+}  // namespace
+
+Json catalogueJson(const FoodCatalogue& catalogue) {
+    const ExactNanBits exact;
+    Json j;
+    j["header"] = catalogueHeaderJson(catalogue.header);
+    Json lists = Json::array();
+    for (const CategoryList& list : catalogue.groups) {
+        Json categories = Json::array();
+        for (const FoodCategory& c : list) {
+            categories.push_back(categoryJson(c));
+        }
+        lists.push_back(std::move(categories));
+    }
+    j["groups"] = std::move(lists);
+    return j;
+}
+
+void readCatalogueJson(const Json& value, FoodCatalogue& catalogue) {
+    catalogue.reset();
+    readCatalogueHeader(value, catalogue.header);
     const Json& groups = arrayField(value, "groups", kFoodGroupCount);
     for (std::size_t g = 0; g < kFoodGroupCount; ++g) {
         if (!groups[g].is_array()) {
-            shapeError("groups[" + std::to_string(g) + "] must be a list of categories");
+            shapeError(groupName(g) + " must be a list of categories");
         }
         for (std::size_t c = 0; c < groups[g].size(); ++c) {
-            within("groups[" + std::to_string(g) + "][" + std::to_string(c) + "]", [&] {
+            within(categoryName(g, c), [&] {
                 const Json& cj = groups[g][c];
-                FoodCategory category;
-                category.key.value = intField<uint32_t>(cj, "key");
-                category.byte = intField<uint8_t>(cj, "byte");
-                category.name = textField(cj, "name");
+                FoodCategory category = categoryHead(cj);
                 const Json& foods = arrayField(cj, "foods");
                 category.foods.reserve(foods.size());
                 for (std::size_t f = 0; f < foods.size(); ++f) {
-                    within("foods[" + std::to_string(f) + "]",
-                           [&] { category.foods.push_back(foodValue(foods[f])); });
+                    category.foods.push_back(foodAt(foods[f], f));
                 }
                 catalogue.groups[g].push_back(std::move(category));
             });
+        }
+    }
+}
+
+// Each food is converted as soon as it is parsed and each category when it ends, and their JSON
+// dropped. A refusal in "groups" is kept until the document is read, as the whole document would
+// be: a later "groups" replaces it, and the header's refusals come first.
+void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue) {
+    using Event = Json::parse_event_t;
+    catalogue.reset();
+    std::string topKey;
+    bool inGroups = false;  // inside the outermost "groups" list
+    std::optional<std::string> refused;
+    std::size_t group = 0;  // the list of categories being read, in "groups"
+    bool groupIsList = false;
+    std::string categoryKey;  // the last key of the category being read
+    bool categoryIsObject = false;
+    bool inFoods = false;
+    std::vector<FoodItem> foods;
+    std::size_t categories = 0;
+    // One event inside "groups"; false drops what it ends.
+    auto groupsEvent = [&](int depth, Event event, Json& parsed) {
+        if (depth == 2) {
+            if (group >= kFoodGroupCount &&
+                (event == Event::array_start || event == Event::object_start ||
+                 event == Event::value)) {
+                shapeError("'groups' must be a list of " + std::to_string(kFoodGroupCount));
+            }
+            if (event == Event::array_start || event == Event::object_start) {
+                groupIsList = event == Event::array_start;
+                categories = 0;
+            } else if (event == Event::array_end) {
+                ++group;
+            } else if (event == Event::object_end || event == Event::value) {
+                shapeError(groupName(group) + " must be a list of categories");
+            }
+            return true;
+        }
+        if (!groupIsList) {
+            return true;
+        }
+        if (depth == 3) {
+            if (event == Event::object_start || event == Event::array_start) {
+                categoryIsObject = event == Event::object_start;
+                categoryKey.clear();
+                inFoods = false;
+                foods.clear();
+                return true;
+            }
+            // The category ends (or is a scalar): read it and drop its JSON.
+            within(categoryName(group, categories), [&] {
+                FoodCategory category = categoryHead(parsed);
+                (void)arrayField(parsed, "foods");
+                category.foods = std::move(foods);
+                catalogue.groups[group].push_back(std::move(category));
+            });
+            foods = {};
+            ++categories;
+            return false;
+        }
+        if (!categoryIsObject) {
+            return true;
+        }
+        if (depth == 4) {
+            if (event == Event::key) {
+                categoryKey = parsed.get<std::string>();
+            } else if (event == Event::array_start && categoryKey == "foods") {
+                inFoods = true;
+                foods.clear();  // a later "foods" replaces an earlier one
+            } else if (event == Event::array_end) {
+                inFoods = false;
+            }
+            return true;
+        }
+        if (inFoods && depth == 5 &&
+            (event == Event::object_end || event == Event::array_end || event == Event::value)) {
+            within([&] { return categoryName(group, categories); },
+                   [&] { foods.push_back(foodAt(parsed, foods.size())); });
+            return false;
+        }
+        return true;
+    };
+    const Json value = parseJson(in, [&](int depth, Event event, Json& parsed) {
+        if (depth == 1) {
+            if (event == Event::key) {
+                topKey = parsed.get<std::string>();
+            } else if (event == Event::array_start) {
+                inGroups = topKey == "groups";
+                if (inGroups) {  // a later "groups" replaces an earlier one, as a value would
+                    refused.reset();
+                    group = 0;
+                    for (CategoryList& list : catalogue.groups) {
+                        list.clear();
+                    }
+                }
+            } else if (event == Event::array_end) {
+                inGroups = false;
+            }
+            return true;
+        }
+        if (!inGroups) {
+            return true;
+        }
+        if (refused) {
+            return false;  // the rest of a refused "groups" is dropped unread
+        }
+        try {
+            return groupsEvent(depth, event, parsed);
+        } catch (const JsonShapeError& e) {
+            refused = e.what();
+            return false;
+        }
+    });
+    readCatalogueHeader(value, catalogue.header);
+    if (refused) {
+        shapeError(*refused);
+    }
+    const Json& groups = arrayField(value, "groups", kFoodGroupCount);
+    for (std::size_t g = 0; g < kFoodGroupCount; ++g) {
+        if (!groups[g].is_array()) {
+            shapeError(groupName(g) + " must be a list of categories");
         }
     }
 }
@@ -584,9 +671,13 @@ int runDumpUser(const GlobalOptions&, Args args) {
         out.member("dayIndex", dayIndexJson(file));
         out << ",\n  \"days\": " << (file.dayCount == 0 ? "[]" : "[\n");
         UserFile again;
-        s = readUserFile(
-            source, again, CalendarDate(), {path},
-            [&](const DayRecord& day, uint16_t i) { out.element(dayJson(day), i == 0); });
+        s = readUserFile(source, again, CalendarDate(), {path},
+                         [&](const DayRecord& day, uint16_t i) {
+                             std::string& text = out.text();
+                             text += i == 0 ? "    " : ",\n    ";
+                             appendDayJson(text, day, 4);
+                             out.flushIfFull();
+                         });
         out << (file.dayCount == 0 ? "" : "\n  ]") << "\n}\n";
     }
     std::cout.flush();
@@ -601,17 +692,29 @@ int runDumpCatalogue(const GlobalOptions&, Args args) {
     if (args.size() != 1) {
         return usage("dump-catalogue FILE");
     }
-    ByteBuffer bytes;
-    if (!readDataFile(args[0], bytes)) {
+    const std::string& path = args[0];
+    // Read whole before anything is printed (the records are about the file's size), then
+    // printed a category at a time.
+    FileSource source;
+    if (!openDataFile(path, source)) {
         return kExitDataError;
     }
     FoodCatalogue catalogue;
-    const StorageStatus s = readCatalogueFile(bytes.bytes(), catalogue, {args[0]});
+    const StorageStatus s = readCatalogueFile(source, catalogue, {path});
     if (!s) {
-        reportError(args[0], s.error());
+        reportError(path, s.error());
         return kExitDataError;
     }
-    printJson(std::cout, catalogueJson(catalogue));
+    const ExactNanBits exact;
+    {
+        PrettyStream out(std::cout);
+        out << "{\n";
+        out.member("header", catalogueHeaderJson(catalogue.header));
+        out << ",\n  \"groups\": ";
+        appendCatalogueGroupsJson(out.text(), catalogue, 2, [&] { out.flushIfFull(); });
+        out << "\n}\n";
+    }
+    std::cout.flush();
     return kExitOk;
 }
 
@@ -634,59 +737,24 @@ int runDumpUsers(const GlobalOptions&, Args args) {
 }
 
 int runWriteUser(const GlobalOptions&, Args args) {
-    if (args.size() != 2) {
-        return usage("write-user JSON OUT   (JSON \"-\" reads stdin)");
-    }
-    const std::string& input = args[0];
-    const std::string& output = args[1];
-    std::ifstream file;
-    if (input != "-") {
-        file.open(input, std::ios::binary);
-        if (!file) {
-            std::cerr << input << ": cannot be read\n";
-            return kExitDataError;
-        }
-    }
-    std::istream& in = input == "-" ? std::cin : file;
     UserFile user;
-    try {
-        readUserFileJson(in, user);
-    } catch (const Json::exception& e) {
-        std::cerr << input << ": not valid JSON: " << e.what() << '\n';
-        return kExitDataError;
-    } catch (const JsonShapeError& e) {
-        std::cerr << input << ": " << e.what() << '\n';
-        return kExitDataError;
-    }
-    if (in.bad()) {
-        std::cerr << input << ": cannot be read\n";
-        return kExitDataError;
-    }
-    // Written straight into the temporary file, which replaces OUT only when all of it is there.
-    AtomicFile out(output);
-    StorageStatus status = out.open(false);
-    if (status) {
-        status = writeUserFile(user.header, user.profile.fields(), user.firstDayChunk,
-                               user.dayCount, user.days, out);
-    }
-    if (status) {
-        status = out.commit();
-    }
-    if (!status) {
-        out.abandon();
-        reportError(output, status.error());
-        return kExitDataError;
-    }
-    return kExitOk;
+    return writeFromJsonStream(
+        args, "write-user JSON OUT   (JSON \"-\" reads stdin)",
+        [&](std::istream& in) { readUserFileJson(in, user); },
+        [&](ChunkSink& sink) {
+            return writeUserFile(user.header, user.profile.fields(), user.firstDayChunk,
+                                 user.dayCount, user.days, sink);
+        });
 }
 
 int runWriteCatalogue(const GlobalOptions&, Args args) {
-    return writeFromJson(args, "write-catalogue JSON OUT   (JSON \"-\" reads stdin)",
-                         [](const Json& json, ByteBuffer& bytes) {
-                             FoodCatalogue catalogue;
-                             readCatalogueJson(json, catalogue);
-                             return writeCatalogueFile(catalogue, bytes, VersionOnWrite::AsStored);
-                         });
+    FoodCatalogue catalogue;
+    return writeFromJsonStream(
+        args, "write-catalogue JSON OUT   (JSON \"-\" reads stdin)",
+        [&](std::istream& in) { readCatalogueJson(in, catalogue); },
+        [&](ChunkSink& sink) {
+            return writeCatalogueFile(catalogue, sink, VersionOnWrite::AsStored);
+        });
 }
 
 int runWriteUsers(const GlobalOptions&, Args args) {

@@ -19,11 +19,15 @@ namespace nutrovex::tool {
 void readUserFileJson(const Json& value, UserFile& file);
 [[nodiscard]] Json catalogueJson(const FoodCatalogue& catalogue);
 void readCatalogueJson(const Json& value, FoodCatalogue& catalogue);
+// The same readers over a stream, keeping only the records as they are parsed (never the whole
+// document). They refuse the same documents as the readers above, with the same error for a
+// document with one fault; with several, the header's come first, then the first one met.
+void readUserFileJson(std::istream& in, UserFile& file);
+void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue);
 [[nodiscard]] Json userListJson(const UserListFile& list);
 void readUserListJson(const Json& value, UserListFile& list);
 
-// Prints JSON for people and programs alike: a container that fits a line stays on one line,
-// a larger one has an element per line.
+// Prints JSON for people and programs alike (see appendPretty).
 void printJson(std::ostream& out, const Json& value);
 
 int runDumpUser(const GlobalOptions& options, Args args);

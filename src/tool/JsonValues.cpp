@@ -67,90 +67,92 @@ Json parseJson(std::string_view text) {
 
 namespace {
 
-// Characters of a stream with a negative zero number written out as "-0.0", as parseJson does;
-// an input iterator for the parser.
-class MinusZeroReader {
+// A stream's characters with a negative zero number written out as "-0.0", as parseJson does,
+// converted a block at a time so that the parser reads them from memory.
+class MinusZeroBuffer : public std::streambuf {
 public:
-    explicit MinusZeroReader(std::streambuf* in) : m_in(in) {}
+    explicit MinusZeroBuffer(std::streambuf* in) : m_in(in) {}
 
-    int get() {
-        if (m_pendingAt < m_pending.size()) {
-            return static_cast<unsigned char>(m_pending[m_pendingAt++]);
-        }
-        const int c = m_in->sbumpc();
-        if (c == EOF) {
-            return EOF;
-        }
-        if (m_inString) {
-            if (m_escaped) {
-                m_escaped = false;
-            } else if (c == '\\') {
-                m_escaped = true;
-            } else if (c == '"') {
-                m_inString = false;
+protected:
+    int_type underflow() override {
+        while (gptr() == egptr()) {
+            if (m_end) {
+                return traits_type::eof();
             }
-        } else if (c == '"') {
-            m_inString = true;
-        } else if (c == '-' && m_in->sgetc() == '0') {
-            m_in->sbumpc();
-            const int after = m_in->sgetc();
-            m_pending =
-                after == EOF || std::string_view(",]} \t\r\n").find(static_cast<char>(after)) !=
-                                    std::string_view::npos
-                    ? "0.0"
-                    : "0";
-            m_pendingAt = 0;
+            fill();
+            setg(m_out.data(), m_out.data(), m_out.data() + m_out.size());
         }
-        return c;
+        return traits_type::to_int_type(*gptr());
     }
 
 private:
+    static constexpr std::size_t kBlock = std::size_t{1} << 16;
+
+    static bool endsNumber(char c) {
+        return std::string_view(",]} \t\r\n").find(c) != std::string_view::npos;
+    }
+
+    // Converts the next block; a '-' too near its end to decide waits for the next one.
+    void fill() {
+        m_raw.swap(m_held);
+        m_held.clear();
+        const std::size_t held = m_raw.size();
+        m_raw.resize(held + kBlock);
+        const std::streamsize got = m_in->sgetn(m_raw.data() + held, kBlock);
+        m_raw.resize(held + static_cast<std::size_t>(std::max<std::streamsize>(got, 0)));
+        const bool last = got <= 0;
+        const char* raw = m_raw.data();
+        const std::size_t n = m_raw.size();
+        m_out.resize(2 * n);  // "-0" becomes "-0.0": never more than twice as long
+        char* out = m_out.data();
+        for (std::size_t i = 0; i < n; ++i) {
+            const char c = raw[i];
+            if (m_inString) {
+                if (m_escaped) {
+                    m_escaped = false;
+                } else if (c == '\\') {
+                    m_escaped = true;
+                } else if (c == '"') {
+                    m_inString = false;
+                }
+            } else if (c == '"') {
+                m_inString = true;
+            } else if (c == '-') {
+                if (i + 2 >= n && !last) {
+                    m_held.assign(raw + i, n - i);
+                    break;
+                }
+                if (i + 1 < n && raw[i + 1] == '0' && (i + 2 == n || endsNumber(raw[i + 2]))) {
+                    out = std::copy_n("-0.0", 4, out);
+                    ++i;
+                    continue;
+                }
+            }
+            *out++ = c;
+        }
+        m_out.resize(static_cast<std::size_t>(out - m_out.data()));
+        m_end = last && m_held.empty();
+    }
+
     std::streambuf* m_in;
-    std::string m_pending;
-    std::size_t m_pendingAt = 0;
+    std::string m_raw;
+    std::string m_out;
+    std::string m_held;
     bool m_inString = false;
     bool m_escaped = false;
-};
-
-class MinusZeroIterator {
-public:
-    using iterator_category = std::input_iterator_tag;
-    using value_type = char;
-    using difference_type = std::ptrdiff_t;
-    using pointer = const char*;
-    using reference = const char&;
-
-    MinusZeroIterator() = default;
-    explicit MinusZeroIterator(MinusZeroReader* reader) : m_reader(reader) { advance(); }
-
-    reference operator*() const { return m_char; }
-    MinusZeroIterator& operator++() {
-        advance();
-        return *this;
-    }
-    bool operator==(const MinusZeroIterator& other) const { return atEnd() == other.atEnd(); }
-    bool operator!=(const MinusZeroIterator& other) const { return !(*this == other); }
-
-private:
-    void advance() {
-        const int c = m_reader->get();
-        if (c == EOF) {
-            m_reader = nullptr;
-        } else {
-            m_char = static_cast<char>(c);
-        }
-    }
-    [[nodiscard]] bool atEnd() const { return m_reader == nullptr; }
-
-    MinusZeroReader* m_reader = nullptr;
-    char m_char = 0;
+    bool m_end = false;
 };
 
 }  // namespace
 
 Json parseJson(std::istream& in, const Json::parser_callback_t& callback) {
-    MinusZeroReader reader(in.rdbuf());
-    return Json::parse(MinusZeroIterator(&reader), MinusZeroIterator(), callback);
+    MinusZeroBuffer buffer(in.rdbuf());
+    std::istream converted(&buffer);
+    Json value = Json::parse(converted, callback);
+    if (converted.bad()) {
+        in.setstate(std::ios::badbit);
+    }
+    return value;
 }
 
 namespace {
@@ -372,6 +374,53 @@ Json floatJson(float value) {
     return d;
 }
 
+namespace {
+
+// The texts of recently printed floats: a file's values repeat (whole numbers, the same foods
+// on many days), and the shortest form of a float is the costly part of a dump.
+class FloatTextCache {
+public:
+    // The text of a finite float.
+    std::string_view text(float value) {
+        uint32_t bits;
+        std::memcpy(&bits, &value, sizeof bits);
+        Entry& e = m_entries[(bits * 0x9E3779B1u) >> (32 - kBits)];
+        if (e.bits != bits) {
+            // floatJson's double prints back as the float's shortest text (see scalarJsonText).
+            const auto r =
+                std::to_chars(e.text, e.text + sizeof e.text, value, std::chars_format::general);
+            char* end = r.ptr;
+            if (std::find_if(e.text, end, [](char c) { return c == '.' || c == 'e'; }) == end) {
+                *end++ = '.';
+                *end++ = '0';
+            }
+            e.size = static_cast<uint8_t>(end - e.text);
+            e.bits = bits;
+        }
+        return {e.text, e.size};
+    }
+
+private:
+    static constexpr int kBits = 12;
+    struct Entry {
+        uint32_t bits = 0xFFFFFFFF;  // a NaN, which is never kept here
+        uint8_t size = 0;
+        char text[27] = {};
+    };
+    Entry m_entries[std::size_t{1} << kBits];
+};
+
+}  // namespace
+
+void appendFloatText(std::string& out, float value) {
+    if (!std::isfinite(value)) {
+        out += scalarJsonText(floatJson(value));
+        return;
+    }
+    thread_local FloatTextCache cache;
+    out += cache.text(value);
+}
+
 float floatValue(const Json& value, const char* what) {
     if (value.is_number()) {
         return static_cast<float>(value.get<double>());
@@ -400,6 +449,21 @@ Json textJson(const Text& text) {
         return nullptr;
     }
     return cp1252ToUtf8(text.view());
+}
+
+void appendTextJson(std::string& out, const Text& text) {
+    if (text.isNull()) {
+        out += "null";
+        return;
+    }
+    const std::string_view bytes = text.view();
+    if (plainString(bytes)) {  // the same in Windows-1252 and UTF-8
+        out += '"';
+        out += bytes;
+        out += '"';
+        return;
+    }
+    out += jsonStringText(cp1252ToUtf8(bytes));
 }
 
 Text textValue(const Json& value, const char* what) {

@@ -67,6 +67,9 @@ public:
 private:
     bool m_previous;
 };
+// floatJson's text appended straight: what scalarJsonText(floatJson(value)) gives, without the
+// JSON value.
+void appendFloatText(std::string& out, float value);
 [[nodiscard]] float floatValue(const Json& value, const char* what);
 [[nodiscard]] inline float floatField(const Json& object, const char* name) {
     return floatValue(field(object, name), name);
@@ -74,6 +77,8 @@ private:
 
 // Texts: Windows-1252 as UTF-8; "no text at all" is null.
 [[nodiscard]] Json textJson(const Text& text);
+// textJson's text appended straight: "null" or the quoted, escaped UTF-8.
+void appendTextJson(std::string& out, const Text& text);
 [[nodiscard]] Text textValue(const Json& value, const char* what);
 [[nodiscard]] inline Text textField(const Json& object, const char* name) {
     return textValue(field(object, name), name);

@@ -2,10 +2,12 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <random>
 #include <sstream>
@@ -17,6 +19,7 @@
 #include "storage/UserFile.h"
 #include "storage/UserList.h"
 #include "tool/FileCommands.h"
+#include "tool/RandomRecords.h"
 
 namespace nutrovex::tool {
 namespace {
@@ -43,149 +46,6 @@ void writeBytes(const fs::path& path, const Bytes& bytes) {
 Bytes bytesOf(const ByteBuffer& b) {
     return Bytes(b.data(), b.data() + b.size());
 }
-
-// Random records with every field drawn over its whole range: any float bits (NaNs with
-// payloads, infinities, denormals, -0), texts of any bytes, absent texts and empty ones.
-class RandomRecords {
-public:
-    explicit RandomRecords(uint32_t seed) : m_rng(seed) {}
-
-    template <typename T>
-    T any() {
-        return static_cast<T>(m_rng());
-    }
-    float anyFloat() {
-        const uint32_t bits = m_rng() % 4 == 0 ? 0x7F800000u | m_rng() : m_rng();
-        float f;
-        std::memcpy(&f, &bits, sizeof f);
-        return f;
-    }
-    Text anyText() {
-        switch (m_rng() % 5) {
-            case 0:
-                return Text::null();
-            case 1:
-                return Text("");
-            default: {
-                std::string s(m_rng() % 40, '\0');
-                for (char& c : s) {
-                    c = static_cast<char>(m_rng());
-                }
-                return Text(s);
-            }
-        }
-    }
-    ServingQuantity anyServing() { return {anyFloat(), any<uint8_t>(), any<uint8_t>()}; }
-    CalendarDate anyDate() {
-        CalendarDate d;
-        d.month = any<int16_t>();
-        d.day = any<int16_t>();
-        d.year = any<int16_t>();
-        return d;
-    }
-    FoodItem food() {
-        FoodItem f;
-        f.key.value = any<uint32_t>();
-        f.loggedFlag = any<uint8_t>();
-        f.name = anyText();
-        f.text2 = anyText();
-        f.serving = anyServing();
-        f.ref1 = anyServing();
-        f.ref2 = anyServing();
-        for (float& n : f.nutrients) {
-            n = anyFloat();
-        }
-        f.meal = any<uint16_t>();
-        f.ratio = anyFloat();
-        f.group = any<uint16_t>();
-        return f;
-    }
-    UserFile userFile() {
-        UserFile u;
-        u.header = {any<uint16_t>(), any<uint16_t>(), PackedKey{any<uint32_t>()}, any<uint16_t>()};
-        ProfileFields& p = u.profile.rawFields();
-        p.byte = any<uint8_t>();
-        p.text1 = anyText();
-        p.displayName = anyText();
-        p.userName = anyText();
-        p.height = anyFloat();
-        p.age = any<int16_t>();
-        p.gender = any<uint16_t>();
-        p.startWeight = anyFloat();
-        p.startDate = anyDate();
-        p.goalWeight = anyFloat();
-        p.goalDate = anyDate();
-        p.plan = {any<uint8_t>(), any<uint32_t>(), any<uint32_t>(), any<uint32_t>()};
-        p.defaultLevel = any<uint16_t>();
-        p.units = any<uint16_t>();
-        p.flags = any<uint16_t>();
-        u.firstDayChunk = any<uint16_t>();
-        const int days = static_cast<int>(m_rng() % 6);
-        for (int i = 0; i < days; ++i) {
-            auto day = std::make_unique<DayRecord>(anyDate());
-            DayFields& d = day->rawFields();
-            d.weight = anyFloat();
-            d.note = anyText();
-            d.word = any<uint16_t>();
-            d.level = any<uint16_t>();
-            d.bmr = any<int16_t>();
-            d.flags = any<uint16_t>();
-            for (float& t : d.totals) {
-                t = anyFloat();
-            }
-            for (FoodList& list : d.groups) {
-                for (uint32_t n = m_rng() % 4; n > 0; --n) {
-                    list.push_back(food());
-                }
-            }
-            for (uint32_t n = m_rng() % 3; n > 0; --n) {
-                ExerciseEntry e;
-                e.key.value = any<uint32_t>();
-                e.byte = any<uint8_t>();
-                e.type = any<uint16_t>();
-                e.variant = any<int16_t>();
-                e.third = any<int16_t>();
-                e.name = anyText();
-                e.minutes = any<uint16_t>();
-                e.calories = any<uint16_t>();
-                d.exercises.push_back(e);
-            }
-            u.days.push_back(std::move(day));
-        }
-        u.dayCount = static_cast<uint16_t>(m_rng() % (u.days.size() + 1));
-        return u;
-    }
-    void catalogue(FoodCatalogue& c) {
-        c.reset();
-        c.header.version = any<uint16_t>();
-        for (Text& name : c.header.groupNames) {
-            name = anyText();
-        }
-        c.header.byte = any<uint8_t>();
-        for (auto& t : c.header.texts) {
-            for (uint8_t& b : t) {
-                b = any<uint8_t>();
-            }
-        }
-        c.header.keyCounter.value = any<uint32_t>();
-        for (CategoryList& list : c.groups) {
-            for (uint32_t n = m_rng() % 3; n > 0; --n) {
-                FoodCategory cat;
-                cat.key.value = any<uint32_t>();
-                cat.byte = any<uint8_t>();
-                cat.name = anyText();
-                for (uint32_t f = m_rng() % 4; f > 0; --f) {
-                    cat.foods.push_back(food());
-                }
-                list.push_back(std::move(cat));
-            }
-        }
-        c.renumberGroupChunks();
-    }
-
-private:
-    std::mt19937 m_rng;
-};
 
 class ToolFiles : public ::testing::Test {
 protected:
@@ -265,6 +125,153 @@ TEST_F(ToolFiles, TheStreamedUserDumpPrintsWhatTheWholeDocumentWould) {
         ASSERT_EQ(tool("dump-user " + at("UserDB.ddb")), 0) << err;
         EXPECT_EQ(out, whole.str()) << "round " << round << ", " << read.dayCount << " days";
     }
+}
+
+// The catalogue's JSON with foods, to break in one place at a time.
+Json sampleCatalogueJson() {
+    RandomRecords random(5);
+    FoodCatalogue c;
+    for (std::size_t g = 0; g < kFoodGroupCount; ++g) {
+        for (int k = 0; k < 3; ++k) {
+            FoodCategory& category = c.groups[g].emplace_back();
+            category.key.value = static_cast<uint32_t>(10 * g + k);
+            category.name = "Category";
+            for (int f = 0; f < 4; ++f) {
+                category.foods.push_back(random.food());
+            }
+        }
+    }
+    c.renumberGroupChunks();
+    return catalogueJson(c);
+}
+
+std::string errorOf(const std::function<void()>& read) {
+    try {
+        read();
+    } catch (const JsonShapeError& e) {
+        return e.what();
+    }
+    return "(read)";
+}
+
+TEST(FileJson, TheStreamedCatalogueReaderKeepsWhatItReadsAndTheErrorsItGives) {
+    const Json good = sampleCatalogueJson();
+    const struct {
+        const char* fault;
+        std::function<void(Json&)> breakIt;
+    } faults[] = {
+        {"a food in the middle lacks a field",
+         [](Json& j) { j["groups"][3][1]["foods"][2].erase("name"); }},
+        {"a food is a number", [](Json& j) { j["groups"][3][1]["foods"][2] = 5; }},
+        {"a food is a list", [](Json& j) { j["groups"][3][1]["foods"][2] = Json::array({1}); }},
+        {"a food's nutrients are five",
+         [](Json& j) { j["groups"][7][2]["foods"][3]["nutrients"].erase(0); }},
+        {"the foods are an object",
+         [](Json& j) {
+             j["groups"][0][0]["foods"] = Json::object({{"a", 1}});
+         }},
+        {"a category has no foods", [](Json& j) { j["groups"][5][2].erase("foods"); }},
+        {"a category's key is too large", [](Json& j) { j["groups"][2][0]["key"] = 4294967296; }},
+        {"a category is a list",
+         [](Json& j) { j["groups"][2][0] = Json::array({Json::array({1})}); }},
+        {"a category is a number", [](Json& j) { j["groups"][2][1] = 1; }},
+        {"a group is an object",
+         [](Json& j) {
+             j["groups"][4] = Json::object({{"x", Json::array()}});
+         }},
+        {"a group is a number", [](Json& j) { j["groups"][4] = 4; }},
+        {"nine groups", [](Json& j) { j["groups"].push_back(Json::array()); }},
+        {"seven groups", [](Json& j) { j["groups"].erase(7); }},
+        {"no groups", [](Json& j) { j.erase("groups"); }},
+        {"groups is an object", [](Json& j) { j["groups"] = Json::object(); }},
+        {"the header's texts are short", [](Json& j) { j["header"]["texts"][4] = "00"; }},
+        {"no header", [](Json& j) { j.erase("header"); }},
+        {"the document is a list", [](Json& j) { j = Json::array({j}); }},
+    };
+    for (const auto& f : faults) {
+        Json broken = good;
+        f.breakIt(broken);
+        FoodCatalogue whole;
+        const std::string expected = errorOf([&] { readCatalogueJson(broken, whole); });
+        ASSERT_NE(expected, "(read)") << f.fault;
+        std::istringstream in(broken.dump());
+        FoodCatalogue streamed;
+        EXPECT_EQ(errorOf([&] { readCatalogueJson(in, streamed); }), expected) << f.fault;
+    }
+
+    // A refused "groups" replaced by a later one is no refusal, as in the whole document.
+    {
+        Json broken = good;
+        broken["groups"][3][1]["foods"][2] = 5;
+        const std::string text =
+            "{\"groups\": " + broken["groups"].dump() + ", " + good.dump().substr(1);
+        std::istringstream in(text);
+        FoodCatalogue streamed;
+        EXPECT_EQ(errorOf([&] { readCatalogueJson(in, streamed); }), "(read)");
+        EXPECT_EQ(streamed.groups[3][1].foods.size(), 4u);
+    }
+
+    // What reads gives the same file, whether streamed or whole; of a key given twice the
+    // later value counts, as in the whole document.
+    RandomRecords random(99);
+    for (int round = 0; round < 10; ++round) {
+        FoodCatalogue c;
+        random.catalogue(c);
+        FoodCatalogue other;
+        random.catalogue(other);
+        std::string text;
+        {
+            const ExactNanBits exact;
+            const Json json = catalogueJson(c);
+            const Json earlier = catalogueJson(other);
+            text = json.dump();
+            if (round % 2 == 1) {
+                text = "{\"groups\": " + earlier["groups"].dump() +
+                       ", \"header\": " + earlier["header"].dump() + ", " + text.substr(1);
+            }
+        }
+        std::istringstream in(text);
+        FoodCatalogue streamed;
+        readCatalogueJson(in, streamed);
+        FoodCatalogue whole;
+        readCatalogueJson(parseJson(text), whole);
+        ByteBuffer expected;
+        ByteBuffer got;
+        ByteBuffer fromWhole;
+        ASSERT_TRUE(writeCatalogueFile(c, expected, VersionOnWrite::AsStored).ok());
+        ASSERT_TRUE(writeCatalogueFile(streamed, got, VersionOnWrite::AsStored).ok());
+        ASSERT_TRUE(writeCatalogueFile(whole, fromWhole, VersionOnWrite::AsStored).ok());
+        EXPECT_EQ(bytesOf(got), bytesOf(expected)) << "round " << round;
+        EXPECT_EQ(bytesOf(fromWhole), bytesOf(expected)) << "round " << round;
+    }
+}
+
+TEST_F(ToolFiles, WriteCatalogueRefusingAFoodInTheMiddleNamesItAndKeepsTheOldFile) {
+    Json json = sampleCatalogueJson();
+    std::ofstream(dir / "good.json") << json.dump();
+    ASSERT_EQ(tool("write-catalogue " + at("good.json") + " " + at("FoodDB.ddb")), 0) << err;
+    const Bytes before = readBytes(dir / "FoodDB.ddb");
+    json["groups"][3][1]["foods"][2]["ratio"] = "much";
+    std::ofstream(dir / "bad.json") << json.dump(2);
+    EXPECT_EQ(tool("write-catalogue - " + at("FoodDB.ddb") + " <" + at("bad.json")), 1);
+    EXPECT_EQ(err,
+              "-: groups[3][1]: foods[2]: 'ratio' must be a number, \"nan\", \"inf\" or "
+              "\"-inf\"\n");
+    EXPECT_EQ(readBytes(dir / "FoodDB.ddb"), before);
+    // Nothing else is left in the folder: no temporary file of the refused write.
+    std::vector<std::string> names;
+    for (const auto& e : fs::directory_iterator(dir)) {
+        names.push_back(e.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names,
+              (std::vector<std::string>{"FoodDB.ddb", "bad.json", "err", "good.json", "out"}));
+    // A document cut short is refused the same way, after the foods before the cut were read.
+    const std::string text = sampleCatalogueJson().dump();
+    std::ofstream(dir / "cut.json") << text.substr(0, text.size() / 2);
+    EXPECT_EQ(tool("write-catalogue " + at("cut.json") + " " + at("FoodDB.ddb")), 1);
+    EXPECT_NE(err.find("not valid JSON"), std::string::npos) << err;
+    EXPECT_EQ(readBytes(dir / "FoodDB.ddb"), before);
 }
 
 TEST_F(ToolFiles, TheDocumentedUserExampleWritesAndDumpsBack) {
