@@ -11,6 +11,9 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
@@ -214,6 +217,39 @@ void BM_ToolDumpUserOfTheMostDays(benchmark::State& state) {
 }
 BENCHMARK(BM_ToolDumpUserOfTheMostDays)->Iterations(3)->Unit(benchmark::kMillisecond);
 
+// The least reading a JSON text can cost with the JSON library the tool uses: its parser run
+// over the whole text with a handler that keeps nothing. The writes' second reference.
+struct KeepNothing : nlohmann::json_sax<nlohmann::json> {
+    bool null() override { return true; }
+    bool boolean(bool) override { return true; }
+    bool number_integer(number_integer_t) override { return true; }
+    bool number_unsigned(number_unsigned_t) override { return true; }
+    bool number_float(number_float_t, const string_t&) override { return true; }
+    bool string(string_t&) override { return true; }
+    bool binary(binary_t&) override { return true; }
+    bool start_object(std::size_t) override { return true; }
+    bool key(string_t&) override { return true; }
+    bool end_object() override { return true; }
+    bool start_array(std::size_t) override { return true; }
+    bool end_array() override { return true; }
+    bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception&) override {
+        return false;
+    }
+};
+
+void reportJsonLex(benchmark::State& state, const std::string& json) {
+    std::ifstream in(json, std::ios::binary);
+    const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    KeepNothing handler;
+    const auto start = Clock::now();
+    if (!nlohmann::json::sax_parse(text, &handler)) {
+        std::abort();
+    }
+    const double lex = secondsSince(start);
+    state.counters["json_lex_ms"] = lex * 1e3;
+    state.counters["ratio_to_lex"] = state.counters["ms"] / (lex * 1e3);
+}
+
 void BM_ToolWriteUserOfTheMostDays(benchmark::State& state) {
     const fs::path& file = largestUserFile();
     const std::string json = dumpOf(state, "dump-user", file, "largest-user.json");
@@ -222,6 +258,7 @@ void BM_ToolWriteUserOfTheMostDays(benchmark::State& state) {
     }
     const std::string out = (benchFolder() / "written.ddb").string();
     measureTool(state, {"write-user", "-", out}, json, file, engineLoadSeconds);
+    reportJsonLex(state, json);
 }
 BENCHMARK(BM_ToolWriteUserOfTheMostDays)->Iterations(3)->Unit(benchmark::kMillisecond);
 
@@ -240,6 +277,7 @@ void BM_ToolWriteCatalogueOfTheMostFoods(benchmark::State& state) {
     }
     const std::string out = (benchFolder() / "written-catalogue.ddb").string();
     measureTool(state, {"write-catalogue", "-", out}, json, file, engineCatalogueLoadSeconds);
+    reportJsonLex(state, json);
 }
 BENCHMARK(BM_ToolWriteCatalogueOfTheMostFoods)->Iterations(3)->Unit(benchmark::kMillisecond);
 
