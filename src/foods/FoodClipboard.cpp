@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "core/StoredSize.h"
 #include "core/UserStore.h"
 
 namespace nutrovex {
@@ -65,6 +66,7 @@ PasteOutcome FoodClipboard::paste(DayCursor& days, const FoodLogView& view) cons
     if (!day) {
         return out;
     }
+    bool dayFull = false;
     for (const FoodItem& held : m_foods) {
         // A food that cannot be inserted is skipped and still counted, as the program always
         // did: the message below only follows a paste that processed nothing.
@@ -83,6 +85,7 @@ PasteOutcome FoodClipboard::paste(DayCursor& days, const FoodLogView& view) cons
                 out.lastPosition = pos;
             } else {
                 store.header.keyCounter = counter;
+                dayFull = dayFull || !dayHasRoomFor(*day, foodSize(copy));
             }
         } catch (const std::bad_alloc&) {
         }
@@ -93,6 +96,8 @@ PasteOutcome FoodClipboard::paste(DayCursor& days, const FoodLogView& view) cons
             "Due to the maximum food limit per category not all of the food items were pasted "
             "from the clipboard.",
             "Paste Food", MessageKind::Warning};
+    } else if (dayFull) {
+        out.message = dayFullMessage("Paste Food");  // some of the foods did not go in
     }
     out.notices.userData = true;
     return out;

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/StoredSize.h"
 #include "core/UserStore.h"
 #include "foods/DayFoods.h"
 #include "foods/FoodClipboard.h"
@@ -224,6 +225,24 @@ TEST_F(FoodGrid, DeletingThreeRowsRemovesThoseEntriesAndTheirTwins) {
     EXPECT_EQ(confirmDeleteFoods(),
               (Confirmation{{"Are you sure you want to delete the selected food items",
                              "Delete Food", MessageKind::Question}}));
+}
+
+TEST_F(FoodGrid, PastingIntoADayWithoutRoomSaysWhatWasLeftOut) {
+    log("Bagel", 0, 5);
+    log("Rye", 2, 5);
+    FoodClipboard clip;
+    clip.copy(*day, {5, kSortByMeal, 0}, {0, 2});
+    // Filled with unnamed foods, smaller than either, until the two no longer fit: one still does.
+    const std::size_t both = foodSize(clip.foods()[0]) + foodSize(clip.foods()[1]);
+    while (dayHasRoomFor(*day, both)) {
+        day->group(1).push_back(FoodItem{});
+    }
+    rebuildAllFoods(*day);
+    const std::size_t before = day->allFoods().size();
+    const PasteOutcome out = clip.paste(days, {5, kSortByMeal, 0});
+    EXPECT_EQ(day->allFoods().size(), before + 1);
+    EXPECT_EQ(out.message, dayFullMessage("Paste Food"));
+    EXPECT_TRUE(dayHasRoomFor(*day, 0));
 }
 
 TEST_F(FoodGrid, PastingIntoAGroupMovesTheFoodsThere) {
