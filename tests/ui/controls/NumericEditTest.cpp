@@ -49,6 +49,12 @@ TEST_F(NumericForm, TypingKeepsOnlyWhatANumberCanHold) {
     QTest::keyClick(edit, Qt::Key_End);
     QTest::keyClick(edit, Qt::Key_Backspace);
     EXPECT_EQ(edit->text(), QStringLiteral("-12.3"));
+    QTest::keyClick(edit, Qt::Key_Home);
+    QTest::keyClick(edit, Qt::Key_Right);
+    QTest::keyClick(edit, Qt::Key_Delete);  // the character after the cursor
+    EXPECT_EQ(edit->text(), QStringLiteral("-2.3"));
+    QTest::keyClicks(edit, QStringLiteral("1"));
+    EXPECT_EQ(edit->text(), QStringLiteral("-12.3"));
     leave();
     EXPECT_EQ(edit->text(), QStringLiteral("-12.30"));
     EXPECT_DOUBLE_EQ(edit->value(), -12.3);
