@@ -267,16 +267,18 @@ struct Program {
     std::unique_ptr<CMainFrame> frame;
 };
 
-// One program at a time: the previous one's data is freed before the next loads.
+// One program at a time: the previous one's data is freed before the next loads. Its windows
+// must go before the application does.
+std::unique_ptr<Program> runningProgram;
+
 Program& programOn(const Scale& scale) {
-    static std::unique_ptr<Program> program;
     static Scale current{0, false};
-    if (!program || current < scale || scale < current) {
-        program.reset();
-        program = std::make_unique<Program>(dataRoot(scale));
+    if (!runningProgram || current < scale || scale < current) {
+        runningProgram.reset();
+        runningProgram = std::make_unique<Program>(dataRoot(scale));
         current = scale;
     }
-    return *program;
+    return *runningProgram;
 }
 
 // Runs `command`, which opens a screen of type Screen, modal or window-modal. At the end of the
@@ -510,5 +512,6 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
+    runningProgram.reset();
     return 0;
 }
