@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <string>
 
+#include "WidgetBenchMain.h"
 #include "core/CalendarDate.h"
 #include "session/Session.h"
 #include "session/SessionSettings.h"
@@ -133,12 +134,5 @@ BENCHMARK(BM_CatalogueFindField)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return nutrovex::bench::runWidgetBenchmarks(argc, argv);
 }

@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 
+#include "WidgetBenchMain.h"
 #include "core/FoodCatalogue.h"
 #include "foods/DayFoods.h"
 #include "foods/FoodGridForm.h"
@@ -112,12 +113,5 @@ BENCHMARK(logFoodGroupChange)->Unit(benchmark::kMicrosecond);
 }  // namespace nutrovex
 
 int main(int argc, char** argv) {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return nutrovex::bench::runWidgetBenchmarks(argc, argv);
 }

@@ -9,9 +9,11 @@
 #include <QPainter>
 #include <QString>
 #include <functional>
+#include <memory>
 #include <utility>
 #include <vector>
 
+#include "WidgetBenchMain.h"
 #include "ui/controls/MWGridWidget.h"
 
 namespace {
@@ -107,18 +109,15 @@ BENCHMARK(BM_PaintScreenfulOf7300RowTable)->Unit(benchmark::kMicrosecond);
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
-    }
-    SummaryTable summary;
-    g_table = &summary;
-    benchmark::RunSpecifiedBenchmarks();
-    g_table = nullptr;
-    benchmark::Shutdown();
-    return 0;
+    std::unique_ptr<SummaryTable> summary;
+    return nutrovex::bench::runWidgetBenchmarks(
+        argc, argv,
+        [&summary] {
+            summary = std::make_unique<SummaryTable>();
+            g_table = summary.get();
+        },
+        [&summary] {
+            g_table = nullptr;
+            summary.reset();
+        });
 }

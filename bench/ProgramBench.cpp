@@ -25,6 +25,7 @@
 #include <vector>
 
 #include "BenchData.h"
+#include "WidgetBenchMain.h"
 #include "charts/HistoricChartForm.h"
 #include "core/CalendarDate.h"
 #include "core/DayRecord.h"
@@ -504,14 +505,6 @@ void registerScreens() {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    QApplication app(argc, argv);
-    registerScreens();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    runningProgram.reset();
-    return 0;
+    return nutrovex::bench::runWidgetBenchmarks(argc, argv, registerScreens,
+                                                [] { runningProgram.reset(); });
 }

@@ -2,6 +2,7 @@
 // 2 exercises a day): painting one screenful of the grid at the default window size, beside the
 // engine computing the texts of the same rows. The target is at most 2 ms a screenful.
 #include <benchmark/benchmark.h>
+
 #include <unistd.h>
 
 #include <QApplication>
@@ -12,6 +13,7 @@
 #include <memory>
 #include <string>
 
+#include "WidgetBenchMain.h"
 #include "calc/Totals.h"
 #include "core/DayRecord.h"
 #include "logbook/SummaryTable.h"
@@ -132,12 +134,5 @@ BENCHMARK(BM_SummaryTableOpened)->Unit(benchmark::kMillisecond);
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return nutrovex::bench::runWidgetBenchmarks(argc, argv);
 }
