@@ -98,10 +98,10 @@ void reportError(const std::string& path, StorageError error) {
     std::cerr << error.message() << '\n';
 }
 
-// Reads a data file whole; on failure reports it and returns false.
-bool readDataFile(const std::string& path, ByteBuffer& bytes) {
-    StorageError error;
-    switch (readWholeFile(path, bytes, error)) {
+// What opening or reading a data file came to: true when it was read; otherwise the reason,
+// reported.
+bool readOrReport(const std::string& path, ReadFile outcome, StorageError& error) {
+    switch (outcome) {
         case ReadFile::Read:
             return true;
         case ReadFile::Missing:
@@ -114,20 +114,18 @@ bool readDataFile(const std::string& path, ByteBuffer& bytes) {
     return false;
 }
 
+// Reads a data file whole; on failure reports it and returns false.
+bool readDataFile(const std::string& path, ByteBuffer& bytes) {
+    StorageError error;
+    const ReadFile outcome = readWholeFile(path, bytes, error);
+    return readOrReport(path, outcome, error);
+}
+
 // Opens a data file to be read a window at a time; on failure reports it and returns false.
 bool openDataFile(const std::string& path, FileSource& source) {
     StorageError error;
-    switch (source.open(path, error)) {
-        case ReadFile::Read:
-            return true;
-        case ReadFile::Missing:
-            error = fileError(path, "cannot be opened: the file does not exist");
-            break;
-        case ReadFile::Failed:
-            break;
-    }
-    reportError(path, error);
-    return false;
+    const ReadFile outcome = source.open(path, error);
+    return readOrReport(path, outcome, error);
 }
 
 int usage(const char* line) {
