@@ -4,6 +4,7 @@
 #include <string_view>
 #include <unordered_set>
 
+#include "core/StoredSize.h"
 #include "foods/DayFoods.h"
 
 namespace nutrovex {
@@ -45,11 +46,16 @@ namespace {
 // Inserts a copy of food as a newly logged entry; false when the day could not take it.
 bool logCopy(DayRecord& day, UserStore& store, const FoodLogView& view, FoodItem food,
              CopyOutcome& outcome) {
+    const PackedKey counter = store.header.keyCounter;
     food.key = store.nextEntryKey();
     food.loggedFlag = 1;
     const int target = view.shownGroup == kAllFoodsGroup ? kAllFoodsGroup : food.group;
     const Position p = insertLoggedFood(day, food, target, view.sortMode);
     if (p == kNoPosition) {
+        store.header.keyCounter = counter;  // nothing logged, no key spent
+        if (!dayHasRoomFor(day, foodSize(food))) {
+            outcome.message = dayFullMessage("Insert Food");
+        }
         return false;
     }
     ++outcome.copied;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "core/FoodItem.h"
@@ -32,6 +33,8 @@ struct CopyOutcome {
     std::size_t copied = 0;
     // The presented position, in the shown list, of the last food copied.
     Position lastPosition = kNoPosition;
+    // Set when the day had no room left for a food.
+    std::optional<ScreenMessage> message;
 };
 
 // Logs a food again into the current day (created when missing) with its serving and values as

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "core/StoredSize.h"
 #include "core/UserStore.h"
 #include "foods/DayFoods.h"
 #include "foods/RecentFoods.h"
@@ -90,6 +91,27 @@ TEST_F(RecentFoodsTest, LoggingAgainMakesANewEntryWithItsServingInTheChosenMeal)
     EXPECT_EQ(today->group(4)[0].key.value, 7u);  // a fresh key
     EXPECT_FLOAT_EQ(today->group(4)[0].serving.amount, 2.0f);
     EXPECT_EQ(out.lastPosition, 0);
+}
+
+TEST_F(RecentFoodsTest, AFullDayTakesNoFoodAgainAndSaysWhy) {
+    log(9, logged("Apple", 1, 4, 6, 2.0f));
+    log(10, logged("Filler", 0, 2, 7, 1.0f));
+    DayRecord& today = *store.dayOf(CalendarDate::fromDmy(10, 3, 2026));
+    const FoodItem apple = recentFoods(store).back();
+    ASSERT_EQ(apple.name.str(), "Apple");
+    while (dayHasRoomFor(today, foodSize(apple))) {
+        today.group(2).push_back(logged("Filler", 0, 2, 7, 1.0f));
+    }
+    rebuildAllFoods(today);
+    store.header.keyCounter.value = 7;
+    days.setCurrentDate(CalendarDate::fromDmy(10, 3, 2026));
+
+    const CopyOutcome out = logAgain(days, {4, kSortByMeal, 0}, apple, 3);
+    EXPECT_EQ(out.copied, 0u);
+    EXPECT_EQ(out.message, dayFullMessage("Insert Food"));
+    EXPECT_FALSE(out.notices.userData);
+    EXPECT_TRUE(today.group(4).empty());
+    EXPECT_EQ(store.header.keyCounter.value, 7u);
 }
 
 TEST_F(RecentFoodsTest, CopyingYesterdaysMealTakesOnlyThatMealOfTheShownList) {

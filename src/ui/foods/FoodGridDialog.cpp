@@ -188,6 +188,9 @@ void FoodGridDialog::insertFood() {
 void FoodGridDialog::copyMealFromYesterday(int meal) {
     const CopyOutcome outcome = m_form.copyMealFromYesterday(static_cast<uint16_t>(meal));
     apply(outcome.notices);
+    if (outcome.message) {
+        showMessage(this, *outcome.message);
+    }
     if (const int r = m_form.rowOfFood(outcome.lastPosition); r >= 0) {
         m_grid->selectRow(r);
     }

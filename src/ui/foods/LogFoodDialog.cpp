@@ -237,6 +237,10 @@ void LogFoodDialog::logAgain() {
     const auto meal = static_cast<uint16_t>(std::max(m_fields->mealList()->currentIndex(), 0));
     const CopyOutcome outcome = nutrovex::logAgain(m_notifier->session().days(), view, food, meal);
     showFailure(this, m_notifier->apply(outcome.notices));
+    if (outcome.message) {
+        showMessage(this, *outcome.message);  // the food stays chosen, for another day
+        return;
+    }
     if (outcome.copied == 0) {
         reject();  // the day could not be made
         return;
