@@ -222,7 +222,9 @@ Outcome ExerciseLog::replace(Position row, const ExerciseForm& edited) {
     const ExerciseEntry& old = day->exercises()[row];
     e->key = old.key;
     e->byte = old.byte;
-    (void)day->replaceExercise(row, std::move(*e));
+    if (!day->replaceExercise(row, std::move(*e))) {
+        return {.message = dayFullMessage("Edit Exercise")};  // the longer entry does not fit
+    }
     return {.notices = changedDay(*day)};
 }
 

@@ -6,6 +6,7 @@
 #include "core/DayRecord.h"
 #include "core/FoodItem.h"
 #include "core/PackedKey.h"
+#include "core/StoredSize.h"
 #include "core/UserProfile.h"
 #include "core/UserStore.h"
 
@@ -142,6 +143,25 @@ TEST(DayRecord, ExercisesByPosition) {
     EXPECT_TRUE(day.removeExercise(0));
     EXPECT_EQ(day.exercises().size(), 1u);
     EXPECT_FALSE(day.replaceExercise(1, run));
+}
+
+TEST(DayRecord, AFullDayTakesNoLongerExercise) {
+    DayRecord day(dmy(3, 5, 2002));
+    ExerciseEntry run;
+    run.name = "Run";
+    while (day.appendExercise(run) != kNoPosition) {
+    }
+    const std::size_t full = day.exercises().size();
+    EXPECT_FALSE(dayHasRoomFor(day, exerciseSize(run)));
+    ExerciseEntry longer = run;
+    longer.name = "Running, cross-country, uphill and in snow";  // grows more than is left
+    EXPECT_FALSE(day.replaceExercise(0, longer));
+    EXPECT_EQ(day.exercises()[0].name, "Run");
+    ExerciseEntry same = run;
+    same.minutes = 45;  // the same size still goes in
+    EXPECT_TRUE(day.replaceExercise(0, same));
+    EXPECT_EQ(day.exercises()[0].minutes, 45);
+    EXPECT_EQ(day.exercises().size(), full);
 }
 
 TEST(PackedKey, SerialWrapsWithoutTouchingTheUpperFields) {
