@@ -63,4 +63,29 @@ private:
     std::optional<double> m_shownAmount;
 };
 
+// Lets a food form follow its fields: each edit goes to the form, and what the form recomputes
+// is shown again. The form lives as long as `owner`, which holds the connections.
+template <typename Form>
+void followFoodFields(FoodFieldsWidget* fields, QObject* owner, Form& form) {
+    QObject::connect(fields, &FoodFieldsWidget::amountCommitted, owner,
+                     [fields, &form](std::optional<double> amount) {
+                         form.amountChanged(amount);
+                         fields->show(form.fields);
+                     });
+    QObject::connect(fields, &FoodFieldsWidget::unitChosen, owner, [fields, &form](int index) {
+        form.unitChosen(index);
+        fields->show(form.fields);
+    });
+    QObject::connect(fields, &FoodFieldsWidget::caloriesEdited, owner,
+                     [&form](std::optional<uint32_t> calories) { form.caloriesEdited(calories); });
+    QObject::connect(
+        fields, &FoodFieldsWidget::gramsEdited, owner,
+        [&form](int nutrient, std::optional<double> grams) { form.gramsEdited(nutrient, grams); });
+    QObject::connect(fields, &FoodFieldsWidget::caloriesLeft, owner, [fields, &form] {
+        if (form.caloriesLeft()) {
+            fields->show(form.fields);
+        }
+    });
+}
+
 }  // namespace nutrovex

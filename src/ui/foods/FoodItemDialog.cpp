@@ -84,23 +84,7 @@ FoodItemDialog::FoodItemDialog(SessionNotifier& notifier, QWidget* parent, FoodI
         m_form.name = fromQString(text).value_or(std::string());
         m_ok->setEnabled(m_form.okEnabled());
     });
-    connect(m_fields, &FoodFieldsWidget::amountCommitted, this, [this](std::optional<double> a) {
-        m_form.amountChanged(a);
-        m_fields->show(m_form.fields);
-    });
-    connect(m_fields, &FoodFieldsWidget::unitChosen, this, [this](int index) {
-        m_form.unitChosen(index);
-        m_fields->show(m_form.fields);
-    });
-    connect(m_fields, &FoodFieldsWidget::caloriesEdited, this,
-            [this](std::optional<uint32_t> c) { m_form.caloriesEdited(c); });
-    connect(m_fields, &FoodFieldsWidget::gramsEdited, this,
-            [this](int n, std::optional<double> g) { m_form.gramsEdited(n, g); });
-    connect(m_fields, &FoodFieldsWidget::caloriesLeft, this, [this] {
-        if (m_form.caloriesLeft()) {
-            m_fields->show(m_form.fields);
-        }
-    });
+    followFoodFields(m_fields, this, m_form);
     m_ok->setEnabled(m_form.okEnabled());
     if (m_form.nameReadOnly()) {
         m_fields->amountEdit()->setFocus();

@@ -134,23 +134,7 @@ LogFoodDialog::LogFoodDialog(SessionNotifier& notifier, QWidget* parent, int gro
         m_form.selectItem(i);
         showValues();
     });
-    connect(m_fields, &FoodFieldsWidget::amountCommitted, this, [this](std::optional<double> a) {
-        m_form.amountChanged(a);
-        m_fields->show(m_form.fields);
-    });
-    connect(m_fields, &FoodFieldsWidget::unitChosen, this, [this](int index) {
-        m_form.unitChosen(index);
-        m_fields->show(m_form.fields);
-    });
-    connect(m_fields, &FoodFieldsWidget::caloriesEdited, this,
-            [this](std::optional<uint32_t> c) { m_form.caloriesEdited(c); });
-    connect(m_fields, &FoodFieldsWidget::gramsEdited, this,
-            [this](int n, std::optional<double> g) { m_form.gramsEdited(n, g); });
-    connect(m_fields, &FoodFieldsWidget::caloriesLeft, this, [this] {
-        if (m_form.caloriesLeft()) {
-            m_fields->show(m_form.fields);
-        }
-    });
+    followFoodFields(m_fields, this, m_form);
 
     // Top to bottom, then the buttons.
     QWidget* order[] = {m_groups,
