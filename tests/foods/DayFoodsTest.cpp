@@ -12,23 +12,14 @@
 #include "foods/DayFoods.h"
 #include "foods/FoodClipboard.h"
 #include "foods/FoodLogRows.h"
+#include "foods/FoodTestUtil.h"
 #include "logbook/DayCursor.h"
 
 namespace nutrovex {
 namespace {
 
 FoodItem logged(const char* name, uint16_t meal, uint16_t group, uint32_t key) {
-    FoodItem f;
-    f.name = name;
-    f.text2 = name;
-    f.meal = meal;
-    f.group = group;
-    f.key.value = key;
-    f.loggedFlag = 1;
-    f.setServing({1.0f, 14, 0});
-    f.setReference(f.serving);
-    f.setNutrient(kCalories, 100.0f);
-    return f;
+    return test::loggedFood(name, meal, group, key, 100.0f);
 }
 
 // "name/meal" of each entry in presented order.

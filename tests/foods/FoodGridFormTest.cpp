@@ -5,23 +5,14 @@
 #include "core/UserStore.h"
 #include "foods/DayFoods.h"
 #include "foods/FoodGridForm.h"
+#include "foods/FoodTestUtil.h"
 #include "logbook/DayCursor.h"
 
 namespace nutrovex {
 namespace {
 
 FoodItem logged(const char* name, uint16_t meal, uint16_t group, uint32_t key) {
-    FoodItem f;
-    f.name = name;
-    f.text2 = name;
-    f.meal = meal;
-    f.group = group;
-    f.key.value = key;
-    f.loggedFlag = 1;
-    f.setReference({1.0f, 14, 0});
-    f.setServing({1.0f, 14, 0});
-    f.setNutrient(kCalories, 50.0f);
-    return f;
+    return test::loggedFood(name, meal, group, key, 50.0f);
 }
 
 class FoodGridFormTest : public ::testing::Test {

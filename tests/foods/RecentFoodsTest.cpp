@@ -6,6 +6,7 @@
 #include "core/StoredSize.h"
 #include "core/UserStore.h"
 #include "foods/DayFoods.h"
+#include "foods/FoodTestUtil.h"
 #include "foods/RecentFoods.h"
 #include "logbook/DayCursor.h"
 
@@ -13,17 +14,7 @@ namespace nutrovex {
 namespace {
 
 FoodItem logged(const char* name, uint16_t meal, uint16_t group, uint32_t serial, float amount) {
-    FoodItem f;
-    f.name = name;
-    f.text2 = name;
-    f.meal = meal;
-    f.group = group;
-    f.key.value = serial;
-    f.loggedFlag = 1;
-    f.setReference({amount, 14, 0});
-    f.setServing({amount, 14, 0});
-    f.setNutrient(kCalories, 80.0f);
-    return f;
+    return test::loggedFood(name, meal, group, serial, 80.0f, amount);
 }
 
 class RecentFoodsTest : public ::testing::Test {
