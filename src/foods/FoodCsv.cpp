@@ -97,14 +97,15 @@ std::optional<int> groupOf(std::string_view text, std::string& reason) {
     return std::nullopt;
 }
 
-std::optional<uint8_t> unitOf(std::string_view text) {
+// A unit by its name or its code.
+std::optional<ServingUnit> unitOf(std::string_view text) {
     if (allDigits(text)) {
         const int u = std::stoi(std::string(text));
-        return u < kUnitCount ? std::optional<uint8_t>(static_cast<uint8_t>(u)) : std::nullopt;
+        return u < kUnitCount ? std::optional(unitFromByte(static_cast<uint8_t>(u))) : std::nullopt;
     }
-    for (int u = 0; u < kUnitCount; ++u) {
-        if (compareIgnoringCase(text, kUnitNames[static_cast<std::size_t>(u)]) == 0) {
-            return static_cast<uint8_t>(u);
+    for (const ServingUnit u : kServingUnits) {
+        if (compareIgnoringCase(text, unitName(u)) == 0) {
+            return u;
         }
     }
     return std::nullopt;
@@ -194,7 +195,7 @@ std::optional<FoodItem> foodOf(const std::array<std::string_view, kFoodCsvColumn
     if (!amount) {
         return std::nullopt;
     }
-    const std::optional<uint8_t> unit = unitOf(stripBlanks(f[kUnit]));
+    const std::optional<ServingUnit> unit = unitOf(stripBlanks(f[kUnit]));
     if (!unit) {
         reason = "the unit " + quoted(f[kUnit]) + " is not a serving unit";
         return std::nullopt;
@@ -279,8 +280,8 @@ std::string foodsCsv(const FoodCatalogue& catalogue) {
             for (const FoodItem& food : c.foods) {
                 out += group + ',' + category + ',' + csvField(cp1252ToUtf8(food.name.view()));
                 out += ',' + shortestText(food.serving.amount) + ',';
-                out += food.serving.unit < kUnitCount ? kUnitNames[food.serving.unit]
-                                                      : std::to_string(food.serving.unit);
+                const char* unit = unitName(food.serving.unit);
+                out += unit != nullptr ? unit : std::to_string(unitByte(food.serving.unit));
                 for (int n = 0; n < kNutrientCount; ++n) {
                     out += ',' + shortestText(food.shownNutrient(n));
                 }

@@ -99,7 +99,7 @@ TEST(FoodCsv, ImportsRowsByTheNewItemRules) {
     EXPECT_EQ(bagels[1].name.str(), "plain");
     EXPECT_EQ(bagels[2].name.str(), "Plain");
     EXPECT_EQ(bagels[2].text2.str(), "Plain");
-    EXPECT_EQ(bagels[2].ref2, (ServingQuantity{1.0f, 14, 0}));
+    EXPECT_EQ(bagels[2].ref2, (ServingQuantity{1.0f, ServingUnit::Item, 0}));
     EXPECT_FLOAT_EQ(bagels[2].nutrients[kFat], 1.5f);
     EXPECT_EQ(bagels[1].nutrients, (Nutrients{10000.0f, 0.0f, 1.0f, 1.0f, 1.0f, 1000.0f}));
     EXPECT_EQ(c.groups[4][0].foods[0].name.str(), "Caf\xE9 pear");
@@ -289,8 +289,8 @@ TEST(FoodCsv, ExportWritesServingValuesAndReadsBackTheSame) {
     ASSERT_NE(addCategory(c, 0, "Oils, fats"), kNoPosition);
     FoodItem butter;
     butter.name = "Butter \"salted\"";
-    butter.setReference({100.0f, 12, 0});
-    butter.setServing({14.2f, 12, 0});
+    butter.setReference({100.0f, ServingUnit::Gram, 0});
+    butter.setServing({14.2f, ServingUnit::Gram, 0});
     butter.nutrients = {717.0f, 0.1f, 0.0f, 0.9f, 81.1f, 51.4f};
     ASSERT_NE(addFoodItem(c, 0, 0, butter), kNoPosition);
     const std::string csv = foodsCsv(c);

@@ -79,8 +79,6 @@ TEST(ShippedCatalogue, IsAValidCatalogueWithFoodsInEveryGroup) {
 // A food of the composition tables, per 100 g with its energy turned from kJ into kcal and its
 // carbohydrate counted with the fibre; and an everyday food kept with its own serving.
 TEST(ShippedCatalogue, HoldsTheTablesFoodsPer100GramsBesideTheEverydayFoods) {
-    constexpr uint8_t kGram = 12;
-    constexpr uint8_t kItem = 14;
     FoodCatalogue c;
     ASSERT_TRUE(readCatalogueFile(shippedCatalogue(), c, {"FoodDB.ddb", true}).ok());
     const auto find = [&](int group, std::string_view category,
@@ -98,7 +96,7 @@ TEST(ShippedCatalogue, HoldsTheTablesFoodsPer100GramsBesideTheEverydayFoods) {
     };
     const FoodItem* rice = find(5, "Cereals and Millets", "Rice, raw, milled");
     ASSERT_NE(rice, nullptr);
-    EXPECT_EQ(rice->serving, (ServingQuantity{100.0f, kGram, 0}));
+    EXPECT_EQ(rice->serving, (ServingQuantity{100.0f, ServingUnit::Gram, 0}));
     const std::array<float, kNutrientCount> riceValues = {356.0f, 81.05f, 2.81f,
                                                           7.94f,  0.52f,  0.184f};
     for (int n = 0; n < kNutrientCount; ++n) {
@@ -110,7 +108,7 @@ TEST(ShippedCatalogue, HoldsTheTablesFoodsPer100GramsBesideTheEverydayFoods) {
     EXPECT_EQ(oil->nutrients[kCalories], 884.0f);
     const FoodItem* bagel = find(5, "Bread", "Bagel");
     ASSERT_NE(bagel, nullptr);
-    EXPECT_EQ(bagel->serving, (ServingQuantity{1.0f, kItem, 0}));
+    EXPECT_EQ(bagel->serving, (ServingQuantity{1.0f, ServingUnit::Item, 0}));
     EXPECT_EQ(bagel->nutrients[kCalories], 245.0f);
 }
 
