@@ -402,6 +402,62 @@ ImportReport importFoodsCsv(FoodCatalogue& catalogue, std::string_view csv) {
     return import.report();
 }
 
+namespace {
+
+constexpr std::size_t kRowsBetweenProgress = 250;
+
+std::string counted(std::size_t n, const char* one, const char* many) {
+    return std::to_string(n) + " " + (n == 1 ? one : many);
+}
+
+}  // namespace
+
+FoodCsvImportResult importFoodCsv(FoodCatalogue& catalogue, const FoodCsvText& csv,
+                                  const ImportProgress& progress) {
+    FoodCsvImportResult result;
+    const auto line = [&csv](std::size_t at, const std::string& what) {
+        return csv.name + ":" + std::to_string(at) + ": " + what;
+    };
+    if (!csv.failure.empty()) {
+        result.unread = true;
+        result.lines.push_back(csv.name + ": " + csv.failure);
+        return result;
+    }
+    FoodCsvImport import(csv.text);
+    if (progress && !import.finished()) {
+        CatalogueSnapshot before(catalogue);
+        while (!import.finished()) {
+            import.step(catalogue, kRowsBetweenProgress);
+            if (!progress(import.rowsDone(), import.rowCount())) {
+                before.restore(catalogue);
+                result.abandoned = true;
+                return result;
+            }
+        }
+    } else {
+        import.step(catalogue, import.rowCount());
+    }
+    result.report = import.report();
+    const ImportReport& report = result.report;
+    if (!report.fileRefusal.empty()) {
+        result.lines.push_back(line(report.fileLine, report.fileRefusal));
+        return result;
+    }
+    for (const ImportRefusal& n : report.notes) {
+        result.lines.push_back(line(n.line, "note: " + n.reason));
+    }
+    for (const ImportRefusal& r : report.refused) {
+        result.lines.push_back(line(r.line, r.reason));
+    }
+    result.summary = "added " + counted(report.foodsAdded, "food item", "food items") + " and " +
+                     counted(report.categoriesAdded, "category", "categories") + "; refused " +
+                     counted(report.refused.size(), "row", "rows");
+    if (report.foodsAdded + report.categoriesAdded > 0) {
+        result.notices = Notices{.catalogue = true, .dataChanged = true};
+    }
+    return result;
+}
+
 CatalogueSnapshot::CatalogueSnapshot(const FoodCatalogue& catalogue)
     : m_header(catalogue.header), m_modified(catalogue.modified) {
     for (std::size_t g = 0; g < catalogue.groups.size(); ++g) {
