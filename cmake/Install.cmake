@@ -38,7 +38,9 @@ foreach(page IN LISTS man_pages)
 endforeach()
 add_custom_target(nutrovex_man_pages ALL DEPENDS ${compressed_pages})
 install(FILES ${compressed_pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-install(FILES ${dist}/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/nutrovex)
+# The licences: the program's own and the public-domain status of the shipped food data.
+install(FILES ${dist}/copyright ${PROJECT_SOURCE_DIR}/LICENSE
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/nutrovex)
 
 if(TARGET nutrovex)
   install(FILES ${dist}/${NUTROVEX_APP_ID}.desktop
