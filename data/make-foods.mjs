@@ -31,7 +31,7 @@ const CATEGORIES_PER_GROUP = 250;
 const NOT_BRANDS = new Set(['NFS', 'NLEA', 'USDA', 'DHA', 'ARA', 'VPP', 'BBQ', 'BLT', 'TV', 'II']);
 const LEFT_OUT = [
   /^Babyfood|^Infant formula|^Child formula|^Toddler formula|[Bb]aby food/i,
-  /\b(Campbell's|Kashi|Lean Pockets|Muscle Milk|Reddi Wip|Ensure|Hot Pockets|Pizza Hut|Taco Bell)\b/i,
+  /\b(Campbell's|Kashi|Lean Pockets|Muscle Milk|Reddi Wip|Ensure|Hot Pockets|Pizza Hut|Taco Bell|Ralston|Post Honey|Natreon|Monster|Gatorade|Powerade)\b/i,
   /\bindustrial\b|^Shortening (industrial|confectionery|frying|bread|cake mix)|^Leavening agents/i,
   /calculator/i, /^Rennin/, /^Pectin/, /\bprepared from item \d+/,
   /^Protein supplement|^Nutritional supplement|^Formulated bar|^Beverage, .*(supplement|meal replacement)/i,
@@ -99,6 +99,7 @@ const PLACE_BY_USDA_GROUP = {
 const PLACES = [
   // Milk, yogurt, cheese
   [/^(Cheese|Cheese food|Cheese product|Cheese spread|Cheese substitute|Imitation cheese|Parmesan cheese topping|Cheese sauce|Cheese fondue)\b/, 1, 'Cheese', ['01', '42', '43', '44']],
+  [/^USDA Commodity, cheese/, 1, 'Cheese'],
   [/^(Yogurt|Tofu yogurt)\b/, 1, 'Yogurt'],
   [/^(Cream|Sour cream|Sour dressing|Dessert topping|Whipped topping|Whipped cream|Cream substitute|Whey|Butter replacement)\b/, 1, 'Cream'],
   [/^(Ice cream|Ice creams|Light Ice Cream|Fat free ice cream|Frozen yogurts|Frozen novelties|Frozen novelites|Sherbet|Milk dessert)/, 1, 'Frozen Desserts'],
@@ -282,6 +283,12 @@ const REWRITES = [
   [/^(Soup, .*), canned, condensed/, '$1, condensed'], [/^(Soup, .*), canned, chunky/, '$1, chunky'],
   [/^(Soup, .*), dry, mix, prepared with water/, '$1, from mix'], [/^(Soup, .*), dry, mix/, '$1, dry mix'],
   [/, single brand/g, ''], [/, ready-to-serve, canned/g, ''],
+  [/^Tomato products, canned, (paste|puree|sauce)/, 'Tomato $1'], [/^Frozen yogurts, /, 'Frozen yogurt, '],
+  // Milk by its fat
+  [/^Milk, whole, 3\.25% milkfat/, 'Milk, whole'], [/^Milk, producer, fluid, 3\.7% milkfat/, 'Milk, farm, 3.7%'],
+  [/^Milk, (?:reduced fat|lowfat), fluid, (\d)% milkfat/, 'Milk, $1%'], [/^Milk, fluid, (\d)% fat/, 'Milk, $1%'],
+  [/^Milk, (nonfat|buttermilk|goat|sheep|indian buffalo|human, mature|filled|low sodium), fluid/, 'Milk, $1'],
+  [/^Milk, fluid, nonfat/, 'Milk, nonfat'], [/^(Milk, chocolate), fluid, commercial/, '$1'],
   // Vegetables
   [/^Potatoes, french fried, (all types|crinkle or regular cut)/, 'French fries'],
   [/^Potatoes, (frozen, )?french fried, /, 'French fries, '], [/^Potatoes, hashed brown/, 'Hash browns'],
@@ -504,7 +511,7 @@ function nameParts(food) {
   parts = parts.filter((p, i) => i === 0 || !DROP_PARTS.some((re) => re.test(p.toLowerCase())));
   while (parts.length > 1 && DROP_HEAD.has(parts[0].toLowerCase())) parts.shift();
   const after = HEAD_AFTER[parts[0].toLowerCase()];
-  if (after && parts.length > 1) {
+  if (after && parts.length > 1 && !STATES.test(parts[1])) {
     const noun = after.replace(/s$/, '');
     parts = [parts[1].toLowerCase().includes(noun) ? parts[1] : `${parts[1]} ${after}`, ...parts.slice(2)];
   }
