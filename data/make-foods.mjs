@@ -658,7 +658,8 @@ function valuesOf(food) {
           Math.min(v.Saturated ?? 0, fat)];
 }
 
-// Near enough that the catalogue's rounded figures cannot tell them apart.
+// Two foods of one name are taken for one when their values differ by at most a tenth (or 5
+// calories, 1 g).
 function sameValues(a, b) {
   return a.every((x, i) => Math.abs(x - b[i]) <= (i === 0 ? Math.max(5, 0.1 * x) : Math.max(1, 0.1 * x)));
 }
@@ -688,7 +689,7 @@ for (const r of everyday.slice(1)) {
   categoryOf(Number(r[0]), r[1]).foods.push({ name: r[2], row: [...r, ''], everyday: true });
 }
 
-const counts = { leftOut: {}, variants: 0, merged: 0, shortened: 0, numbered: 0, hand: 0, measured: 0 };
+const counts = { leftOut: {}, variants: 0, merged: 0, shortened: 0, numbered: 0, hand: 0 };
 const kept = new Map();  // variant key -> food
 for (const food of sourceFoods(sourceFolder)) {
   const why = leftOutWhy(food);
