@@ -53,7 +53,7 @@ struct CatalogueFood {
     bool served;     // measured as people serve it (an item, a cup, an ounce), not weighed
 };
 
-// Grams and kilograms: the composition tables' raw ingredients come weighed.
+// Grams and kilograms: the catalogue's foods without a household measure come weighed.
 constexpr uint8_t kGramsUnit = 12;
 constexpr uint8_t kKilogramsUnit = 13;
 
