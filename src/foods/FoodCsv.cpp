@@ -219,9 +219,47 @@ std::optional<FoodItem> foodOf(const std::array<std::string_view, kFoodCsvColumn
     return food;
 }
 
-// Where each column is in the file's rows; sets the report's refusal or notes.
+// The grams column of a row: the serving's weight becomes the weight reference beside the
+// serving, which stays the volume-or-item reference. Empty leaves the food as it is.
+bool addServingWeight(FoodItem& food, std::string_view field, std::string& reason) {
+    if (stripBlanks(field).empty()) {
+        return true;
+    }
+    if (food.serving.isWeight()) {
+        reason = "grams " + quoted(field) + " is given for a serving that is itself a weight";
+        return false;
+    }
+    const std::optional<double> grams = valueOf(field, kFoodCsvGramsColumn, kMinServingAmount,
+                                                kMaxServingAmount, "0.005", "10000", reason);
+    if (!grams) {
+        return false;
+    }
+    food.setReference({static_cast<float>(*grams), ServingUnit::Gram, 0}, /*keepOther=*/true);
+    return true;
+}
+
+// The weight in grams of a food's serving, when the food has both reference servings and its
+// serving is measured against the volume-or-item one.
+std::optional<float> servingGrams(const FoodItem& food) {
+    const ServingQuantity& s = food.serving;
+    if (s.isWeight() || !isKnownUnit(s.unit) || !food.ref1.isWeight() || food.ref1.amount == 0.0f ||
+        food.ref2.amount == 0.0f || !isKnownUnit(food.ref2.unit) ||
+        !unitsCompatible(food.ref2.unit, s.unit)) {
+        return std::nullopt;
+    }
+    float grams = 0.0f;
+    if (convertServing(food.ref1.amount, food.ref1.unit, ServingUnit::Gram, grams) !=
+        ConvertResult::Converted) {
+        return std::nullopt;
+    }
+    return grams * servingFactor(food.ref2, s);
+}
+
+// Where each column is in the file's rows; sets the report's refusal or notes. The optional
+// grams column's place goes to gramsColumn (SIZE_MAX without one).
 std::optional<std::array<std::size_t, kFoodCsvColumns>> columnsOf(const CsvLine& header,
-                                                                  ImportReport& report) {
+                                                                  ImportReport& report,
+                                                                  std::size_t& gramsColumn) {
     report.fileLine = header.line;
     std::string error;
     const std::vector<std::string> names = parseCsvLine(header.text, error);
@@ -238,7 +276,14 @@ std::optional<std::array<std::size_t, kFoodCsvColumns>> columnsOf(const CsvLine&
         while (known < kFoodCsvColumns && compareIgnoringCase(name, kColumnNames[known]) != 0) {
             ++known;
         }
-        if (known == kFoodCsvColumns) {
+        if (known == kFoodCsvColumns && compareIgnoringCase(name, kFoodCsvGramsColumn) == 0) {
+            if (gramsColumn != kMissing) {
+                report.fileRefusal = std::string("the column '") + kFoodCsvGramsColumn +
+                                     "' is named twice in the header";
+                return std::nullopt;
+            }
+            gramsColumn = i;
+        } else if (known == kFoodCsvColumns) {
             report.notes.push_back({header.line, "the column " + quoted(name) +
                                                      " is not a food column and is ignored"});
         } else if (at[known] != kMissing) {
@@ -271,7 +316,18 @@ std::optional<std::array<std::size_t, kFoodCsvColumns>> columnsOf(const CsvLine&
 }  // namespace
 
 std::string foodsCsv(const FoodCatalogue& catalogue) {
+    bool weighed = false;
+    for (const CategoryList& group : catalogue.groups) {
+        for (const FoodCategory& c : group) {
+            for (const FoodItem& food : c.foods) {
+                weighed = weighed || servingGrams(food).has_value();
+            }
+        }
+    }
     std::string out = kFoodCsvHeader;
+    if (weighed) {
+        out += std::string(",") + kFoodCsvGramsColumn;
+    }
     out += '\n';
     for (int g = 0; g < kFoodGroupCount; ++g) {
         const std::string group = csvField(kFoodGroupNames[g]);
@@ -284,6 +340,10 @@ std::string foodsCsv(const FoodCatalogue& catalogue) {
                 out += unit != nullptr ? unit : std::to_string(unitByte(food.serving.unit));
                 for (int n = 0; n < kNutrientCount; ++n) {
                     out += ',' + shortestText(food.shownNutrient(n));
+                }
+                if (weighed) {
+                    const std::optional<float> grams = servingGrams(food);
+                    out += ',' + (grams ? shortestText(*grams) : std::string());
                 }
                 out += '\n';
             }
@@ -300,7 +360,7 @@ FoodCsvImport::FoodCsvImport(std::string_view csv) : m_text(csv), m_lines(csvLin
             std::string("the file is empty; the first row must be the header: ") + kFoodCsvHeader;
         return;
     }
-    const auto columns = columnsOf(m_lines[0], m_report);
+    const auto columns = columnsOf(m_lines[0], m_report, m_gramsColumn);
     if (!columns) {
         m_lines.resize(1);  // nothing more is read
         return;
@@ -359,8 +419,9 @@ void FoodCsvImport::importRow(FoodCatalogue& catalogue, const CsvLine& row) {
         refuse(reason);
         return;
     }
-    const std::optional<FoodItem> food = foodOf(f, *name, reason);
-    if (!food) {
+    std::optional<FoodItem> food = foodOf(f, *name, reason);
+    if (!food ||
+        (m_gramsColumn != SIZE_MAX && !addServingWeight(*food, fields[m_gramsColumn], reason))) {
         refuse(reason);
         return;
     }

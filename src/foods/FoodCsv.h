@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -17,9 +18,13 @@ namespace nutrovex {
 inline constexpr const char* kFoodCsvHeader =
     "group,category,name,amount,unit,calories,carbohydrate,fiber,protein,fat,saturated fat";
 inline constexpr std::size_t kFoodCsvColumns = 11;
+// An optional last column: the weight in grams of a serving in a volume unit or in items, so that
+// the food also takes weights ("1 cup" of it weighs 227 g, and 150 g of it can be logged).
+inline constexpr const char* kFoodCsvGramsColumn = "grams";
 
 // Groups are written by their shown names, units by theirs, numbers in their shortest exact form;
-// each food's values are those of its serving (nutrient × ratio).
+// each food's values are those of its serving (nutrient × ratio). The grams column is written only
+// when a food knows its serving's weight (both reference servings), and is empty for the others.
 [[nodiscard]] std::string foodsCsv(const FoodCatalogue& catalogue);
 
 struct ImportRefusal {
@@ -45,7 +50,7 @@ struct ImportReport {
 // no duplicate names, at most 100 foods per category, the serving made the reference, values
 // within the form's ranges ("-0" read as 0), calories rounded to whole ones as the form shows
 // them. The group is its number 0..7, its name or the unique start of one; the unit its name or
-// code.
+// code. A grams value, where given, becomes the weight reference beside the serving.
 ImportReport importFoodsCsv(FoodCatalogue& catalogue, std::string_view csv);
 
 // The same import a few rows at a time, so a screen can show its progress and stop it.
@@ -69,6 +74,7 @@ private:
     std::string m_text;
     std::vector<CsvLine> m_lines;
     std::array<std::size_t, kFoodCsvColumns> m_columns{};
+    std::size_t m_gramsColumn = SIZE_MAX;  // none
     std::size_t m_headerWidth = 0;
     std::size_t m_next = 1;
     ImportReport m_report;

@@ -98,7 +98,8 @@ std::vector<CatalogueFood> usableFoods(const FoodCatalogue& catalogue) {
             for (std::size_t i = 0; i < categories[c].foods.size(); ++i) {
                 const FoodItem& food = categories[c].foods[i];
                 const float calories = food.shownNutrient(kCalories);
-                // Grams and kilograms: the composition tables' raw ingredients come weighed.
+                // Grams and kilograms: the catalogue's foods without a household measure come
+                // weighed.
                 const bool served = food.serving.unit != ServingUnit::Gram &&
                                     food.serving.unit != ServingUnit::Kilogram;
                 // Skip what nobody eats by itself as a meal's part (a spoon of sugar, tea).

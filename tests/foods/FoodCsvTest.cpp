@@ -424,5 +424,81 @@ TEST(FoodCsvImportFlow, ProgressIsToldAsRowsGoAndCanAbandonTheImport) {
     EXPECT_EQ(catalogue.header.groupChunks, catalogue.expectedGroupChunks());
 }
 
+TEST(FoodCsv, AGramsColumnGivesAVolumeOrItemServingItsWeight) {
+    const std::string header = std::string(kFoodCsvHeader) + ",Grams\n";
+    const struct {
+        const char* row;
+        const char* reason;      // empty: added
+        ServingQuantity weight;  // the weight reference it gets
+    } cases[] = {
+        {"1,Milk,Whole,1,cup,149,11.7,0,7.7,7.9,4.6,244", "", {244.0f, ServingUnit::Gram, 0}},
+        {"4,Fruit,Banana,1,item,105,27,3.1,1.3,0.4,0.1, 118 ", "", {118.0f, ServingUnit::Gram, 0}},
+        {"5,Bagels,Plain,1,item,245,48,2,10,1.5,0.2,", "", {}},
+        {"5,Bagels,Big,100,g,245,48,2,10,1.5,0.2,100",
+         "grams '100' is given for a serving that is itself a weight",
+         {}},
+        {"5,Bagels,Tiny,1,item,245,48,2,10,1.5,0.2,0",
+         "grams '0' is not between 0.005 and 10000",
+         {}},
+        {"5,Bagels,Huge,1,item,245,48,2,10,1.5,0.2,heavy", "grams 'heavy' is not a number", {}},
+    };
+    for (const auto& c : cases) {
+        FoodCatalogue catalogue;
+        const ImportReport report = importFoodsCsv(catalogue, header + c.row + "\n");
+        EXPECT_TRUE(report.notes.empty()) << c.row;  // the column is known
+        if (*c.reason != 0) {
+            ASSERT_EQ(report.refused.size(), 1u) << c.row;
+            EXPECT_EQ(report.refused[0].reason, c.reason);
+            continue;
+        }
+        ASSERT_TRUE(report.refused.empty()) << c.row << ": " << report.refused[0].reason;
+        const FoodItem& food = catalogue.groups[std::stoul(c.row)][0].foods.at(0);
+        EXPECT_EQ(food.ref1, c.weight) << c.row;
+        EXPECT_EQ(food.ref2, food.serving) << c.row;
+        EXPECT_EQ(food.ratio, 1.0f) << c.row;
+    }
+
+    // 150 g of the milk is 150/244 of its cup; two cups are twice it.
+    FoodCatalogue milk;
+    ASSERT_TRUE(importFoodsCsv(milk, header + cases[0].row + "\n").refused.empty());
+    FoodItem logged = milk.groups[1][0].foods.at(0);
+    logged.setServing({150.0f, ServingUnit::Gram, 0});
+    EXPECT_FLOAT_EQ(logged.shownNutrient(kCalories), 149.0f * 150.0f / 244.0f);
+    logged.setServing({2.0f, ServingUnit::Cup, 0});
+    EXPECT_FLOAT_EQ(logged.shownNutrient(kProtein), 15.4f);
+
+    FoodCatalogue twice;
+    EXPECT_EQ(importFoodsCsv(twice, std::string(kFoodCsvHeader) + ",grams,GRAMS\n").fileRefusal,
+              "the column 'grams' is named twice in the header");
+}
+
+TEST(FoodCsv, ExportWritesGramsOnlyForFoodsThatKnowTheirServingsWeight) {
+    const std::string header = std::string(kFoodCsvHeader) + ",grams\n";
+    const std::string weighed = header +
+                                "1,Milk,Whole,1,cup,149,11.7,0,7.7,7.9,4.6,244\n"
+                                "1,Milk,Skim,1,cup,83,12.2,0,8.3,0.2,0.1,\n"
+                                "1,Milk,Cream,2,tbsp,104,0.8,0,0.6,11,6.9,30.5\n";
+    FoodCatalogue c;
+    ASSERT_TRUE(importFoodsCsv(c, weighed).refused.empty());
+    // In the catalogue's name order; the grams of the others empty.
+    EXPECT_EQ(foodsCsv(c),
+              header +
+                  "\"Milk, Yogurt, Cheese\",Milk,Cream,2,tbsp,104,0.8,0,0.6,11,6.9,30.5\n"
+                  "\"Milk, Yogurt, Cheese\",Milk,Skim,1,cup,83,12.2,0,8.3,0.2,0.1,\n"
+                  "\"Milk, Yogurt, Cheese\",Milk,Whole,1,cup,149,11.7,0,7.7,7.9,4.6,244\n");
+    FoodCatalogue again;
+    ASSERT_TRUE(importFoodsCsv(again, foodsCsv(c)).refused.empty());
+    EXPECT_EQ(foodsCsv(again), foodsCsv(c));
+
+    // A serving changed from the volume reference still knows its weight: half a cup weighs half.
+    c.groups[1][0].foods[2].setServing({0.5f, ServingUnit::Cup, 0});
+    EXPECT_NE(foodsCsv(c).find("Whole,0.5,cup,74.5,5.85,0,3.85,3.95,2.3,122\n"), std::string::npos)
+        << foodsCsv(c);
+    // A food measured by weight, or with one reference, gives no weight: the column goes.
+    c.groups[1][0].foods[2].setReference({244.0f, ServingUnit::Gram, 0});
+    c.groups[1][0].foods[0].setReference({2.0f, ServingUnit::Tablespoon, 0});
+    EXPECT_EQ(foodsCsv(c).substr(0, kHeader.size()), kHeader);
+}
+
 }  // namespace
 }  // namespace nutrovex
