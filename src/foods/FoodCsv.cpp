@@ -97,14 +97,15 @@ std::optional<int> groupOf(std::string_view text, std::string& reason) {
     return std::nullopt;
 }
 
-std::optional<uint8_t> unitOf(std::string_view text) {
+// A unit by its name or its code.
+std::optional<ServingUnit> unitOf(std::string_view text) {
     if (allDigits(text)) {
         const int u = std::stoi(std::string(text));
-        return u < kUnitCount ? std::optional<uint8_t>(static_cast<uint8_t>(u)) : std::nullopt;
+        return u < kUnitCount ? std::optional(unitFromByte(static_cast<uint8_t>(u))) : std::nullopt;
     }
-    for (int u = 0; u < kUnitCount; ++u) {
-        if (compareIgnoringCase(text, kUnitNames[static_cast<std::size_t>(u)]) == 0) {
-            return static_cast<uint8_t>(u);
+    for (const ServingUnit u : kServingUnits) {
+        if (compareIgnoringCase(text, unitName(u)) == 0) {
+            return u;
         }
     }
     return std::nullopt;
@@ -194,7 +195,7 @@ std::optional<FoodItem> foodOf(const std::array<std::string_view, kFoodCsvColumn
     if (!amount) {
         return std::nullopt;
     }
-    const std::optional<uint8_t> unit = unitOf(stripBlanks(f[kUnit]));
+    const std::optional<ServingUnit> unit = unitOf(stripBlanks(f[kUnit]));
     if (!unit) {
         reason = "the unit " + quoted(f[kUnit]) + " is not a serving unit";
         return std::nullopt;
@@ -218,8 +219,6 @@ std::optional<FoodItem> foodOf(const std::array<std::string_view, kFoodCsvColumn
     return food;
 }
 
-constexpr uint8_t kGramUnit = 12;
-
 // The grams column of a row: the serving's weight becomes the weight reference beside the
 // serving, which stays the volume-or-item reference. Empty leaves the food as it is.
 bool addServingWeight(FoodItem& food, std::string_view field, std::string& reason) {
@@ -235,7 +234,7 @@ bool addServingWeight(FoodItem& food, std::string_view field, std::string& reaso
     if (!grams) {
         return false;
     }
-    food.setReference({static_cast<float>(*grams), kGramUnit, 0}, /*keepOther=*/true);
+    food.setReference({static_cast<float>(*grams), ServingUnit::Gram, 0}, /*keepOther=*/true);
     return true;
 }
 
@@ -243,13 +242,13 @@ bool addServingWeight(FoodItem& food, std::string_view field, std::string& reaso
 // serving is measured against the volume-or-item one.
 std::optional<float> servingGrams(const FoodItem& food) {
     const ServingQuantity& s = food.serving;
-    if (s.isWeight() || s.unit >= kUnitCount || !food.ref1.isWeight() || food.ref1.amount == 0.0f ||
-        food.ref2.amount == 0.0f || food.ref2.unit >= kUnitCount ||
+    if (s.isWeight() || !isKnownUnit(s.unit) || !food.ref1.isWeight() || food.ref1.amount == 0.0f ||
+        food.ref2.amount == 0.0f || !isKnownUnit(food.ref2.unit) ||
         !unitsCompatible(food.ref2.unit, s.unit)) {
         return std::nullopt;
     }
     float grams = 0.0f;
-    if (convertServing(food.ref1.amount, food.ref1.unit, kGramUnit, grams) !=
+    if (convertServing(food.ref1.amount, food.ref1.unit, ServingUnit::Gram, grams) !=
         ConvertResult::Converted) {
         return std::nullopt;
     }
@@ -337,8 +336,8 @@ std::string foodsCsv(const FoodCatalogue& catalogue) {
             for (const FoodItem& food : c.foods) {
                 out += group + ',' + category + ',' + csvField(cp1252ToUtf8(food.name.view()));
                 out += ',' + shortestText(food.serving.amount) + ',';
-                out += food.serving.unit < kUnitCount ? kUnitNames[food.serving.unit]
-                                                      : std::to_string(food.serving.unit);
+                const char* unit = unitName(food.serving.unit);
+                out += unit != nullptr ? unit : std::to_string(unitByte(food.serving.unit));
                 for (int n = 0; n < kNutrientCount; ++n) {
                     out += ',' + shortestText(food.shownNutrient(n));
                 }
@@ -462,6 +461,62 @@ ImportReport importFoodsCsv(FoodCatalogue& catalogue, std::string_view csv) {
     FoodCsvImport import(csv);
     import.step(catalogue, import.rowCount());
     return import.report();
+}
+
+namespace {
+
+constexpr std::size_t kRowsBetweenProgress = 250;
+
+std::string counted(std::size_t n, const char* one, const char* many) {
+    return std::to_string(n) + " " + (n == 1 ? one : many);
+}
+
+}  // namespace
+
+FoodCsvImportResult importFoodCsv(FoodCatalogue& catalogue, const FoodCsvText& csv,
+                                  const ImportProgress& progress) {
+    FoodCsvImportResult result;
+    const auto line = [&csv](std::size_t at, const std::string& what) {
+        return csv.name + ":" + std::to_string(at) + ": " + what;
+    };
+    if (!csv.failure.empty()) {
+        result.unread = true;
+        result.lines.push_back(csv.name + ": " + csv.failure);
+        return result;
+    }
+    FoodCsvImport import(csv.text);
+    if (progress && !import.finished()) {
+        CatalogueSnapshot before(catalogue);
+        while (!import.finished()) {
+            import.step(catalogue, kRowsBetweenProgress);
+            if (!progress(import.rowsDone(), import.rowCount())) {
+                before.restore(catalogue);
+                result.abandoned = true;
+                return result;
+            }
+        }
+    } else {
+        import.step(catalogue, import.rowCount());
+    }
+    result.report = import.report();
+    const ImportReport& report = result.report;
+    if (!report.fileRefusal.empty()) {
+        result.lines.push_back(line(report.fileLine, report.fileRefusal));
+        return result;
+    }
+    for (const ImportRefusal& n : report.notes) {
+        result.lines.push_back(line(n.line, "note: " + n.reason));
+    }
+    for (const ImportRefusal& r : report.refused) {
+        result.lines.push_back(line(r.line, r.reason));
+    }
+    result.summary = "added " + counted(report.foodsAdded, "food item", "food items") + " and " +
+                     counted(report.categoriesAdded, "category", "categories") + "; refused " +
+                     counted(report.refused.size(), "row", "rows");
+    if (report.foodsAdded + report.categoriesAdded > 0) {
+        result.notices = Notices{.catalogue = true, .dataChanged = true};
+    }
+    return result;
 }
 
 CatalogueSnapshot::CatalogueSnapshot(const FoodCatalogue& catalogue)

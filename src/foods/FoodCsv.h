@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,11 +41,6 @@ struct ImportReport {
     std::size_t foodsAdded = 0;
     std::size_t categoriesAdded = 0;
     std::vector<ImportRefusal> refused;
-
-    // The catalogue changed when anything was added.
-    [[nodiscard]] Notices notices() const {
-        return foodsAdded + categoriesAdded > 0 ? kCatalogueChanged : Notices{};
-    }
 };
 
 // Adds the foods of a CSV text (UTF-8) as the new-item form would. The header row names the
@@ -83,6 +79,40 @@ private:
     std::size_t m_next = 1;
     ImportReport m_report;
 };
+
+// A food CSV as an import reads it: the file's text, or why the file could not be read.
+struct FoodCsvText {
+    std::string name;     // the file as messages name it: its path as given, or "stdin"
+    std::string text;     // UTF-8
+    std::string failure;  // empty when the text was read
+};
+
+// Told the rows done of all rows after every few hundred; false abandons the import.
+using ImportProgress = std::function<bool(std::size_t done, std::size_t total)>;
+
+// What an import of a food CSV did, in the words both the catalogue screen and the tool use.
+struct FoodCsvImportResult {
+    ImportReport report;
+    // One line per problem, "FILE:LINE: reason": each column ignored ("FILE:LINE: note: ..."),
+    // then each refused row; the file's own refusal alone when nothing could be imported, and
+    // "FILE: reason" when it could not be read.
+    std::vector<std::string> lines;
+    // "added 2 food items and 1 category; refused 1 row"; empty when nothing could be imported.
+    std::string summary;
+    Notices notices;         // what to apply: the catalogue changed when anything was added
+    bool unread = false;     // the file could not be read
+    bool abandoned = false;  // progress said stop: the catalogue holds again what it held
+
+    // Nothing could be imported: the file could not be read, or its header refused it.
+    [[nodiscard]] bool refusedWhole() const { return unread || !report.fileRefusal.empty(); }
+    // Every row was added.
+    [[nodiscard]] bool allAdded() const { return !refusedWhole() && report.refused.empty(); }
+};
+
+// Imports a food CSV into the catalogue as importFoodsCsv does, and says what happened. With a
+// progress, an abandoned import leaves the catalogue as it was.
+[[nodiscard]] FoodCsvImportResult importFoodCsv(FoodCatalogue& catalogue, const FoodCsvText& csv,
+                                                const ImportProgress& progress = {});
 
 // A whole copy of a catalogue's contents, to put back when a long change is abandoned.
 class CatalogueSnapshot {

@@ -76,7 +76,7 @@ TEST(ShippedFoodsCsv, HouseholdMeasuresAndWeightsLogTheSourcesValues) {
     ASSERT_TRUE(importFoodsCsv(catalogue, readFile(NUTROVEX_FOODS_CSV)).refused.empty());
     const FixedClock clock{CalendarDate::fromDmy(21, 11, 2026)};
 
-    constexpr uint8_t kTsp = 1, kTbsp = 2, kCup = 3, kPint = 4, kGram = 12, kOunce = 10, kItem = 14;
+    using enum ServingUnit;
     const struct {
         int group;
         const char* category;
@@ -91,74 +91,74 @@ TEST(ShippedFoodsCsv, HouseholdMeasuresAndWeightsLogTheSourcesValues) {
         {1,
          "Milk",
          "Milk, whole",
-         {1, kCup, 0},
+         {1, Cup, 0},
          244,
-         {1, kCup, 0},
+         {1, Cup, 0},
          244,
          {61, 4.8, 0, 3.15, 3.25, 1.865}},
         {1,
          "Milk",
          "Milk, whole",
-         {1, kCup, 0},
+         {1, Cup, 0},
          244,
-         {150, kGram, 0},
+         {150, Gram, 0},
          150,
          {61, 4.8, 0, 3.15, 3.25, 1.865}},
         {1,
          "Milk",
          "Milk, whole",
-         {1, kCup, 0},
+         {1, Cup, 0},
          244,
-         {1, kPint, 0},
+         {1, Pint, 0},
          488,
          {61, 4.8, 0, 3.15, 3.25, 1.865}},
         // A medium banana weighs 118 g.
         {4,
          "Fruit A-F",
          "Bananas, raw",
-         {1, kItem, 0},
+         {1, Item, 0},
          118,
-         {2, kItem, 0},
+         {2, Item, 0},
          236,
          {89, 22.84, 2.6, 1.09, 0.33, 0.112}},
         {4,
          "Fruit A-F",
          "Bananas, raw",
-         {1, kItem, 0},
+         {1, Item, 0},
          118,
-         {150, kGram, 0},
+         {150, Gram, 0},
          150,
          {89, 22.84, 2.6, 1.09, 0.33, 0.112}},
         // A tablespoon of olive oil weighs 13.5 g; a teaspoon is a third of it.
         {0,
          "Oils",
          "Olive oil",
-         {1, kTbsp, 0},
+         {1, Tablespoon, 0},
          13.5,
-         {1, kTsp, 0},
+         {1, Teaspoon, 0},
          4.5,
          {884, 0, 0, 0, 100, 13.808}},
         {0,
          "Oils",
          "Olive oil",
-         {1, kTbsp, 0},
+         {1, Tablespoon, 0},
          13.5,
-         {100, kGram, 0},
+         {100, Gram, 0},
          100,
          {884, 0, 0, 0, 100, 13.808}},
         // A cup of cooked rice weighs 158 g; an ounce is 28.34952 g.
         {5,
          "Rice and Pasta",
          "Rice, cooked",
-         {1, kCup, 0},
+         {1, Cup, 0},
          158,
-         {3, kOunce, 0},
+         {3, Ounce, 0},
          85.04856,
          {130, 28.17, 0.4, 2.69, 0.28, 0.077}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.food) + " " + std::to_string(c.logged.amount) + " " +
-                     std::to_string(c.logged.unit));
+                     std::to_string(unitByte(c.logged.unit)));
         UserStore store(clock);
         DayCursor days(store);
         LogFoodForm form(catalogue, days, {}, c.group, -1, -1);

@@ -51,7 +51,7 @@ TEST(ShippedCatalogue, IsAValidCatalogueWithFoodsInEveryGroup) {
                 EXPECT_EQ(f.ratio, 1.0f);
                 // A household serving may know its weight in grams beside it.
                 if (!f.serving.isWeight() && f.ref1.amount != 0.0f) {
-                    EXPECT_EQ(f.ref1.unit, 12);
+                    EXPECT_EQ(f.ref1.unit, ServingUnit::Gram);
                     ++weighed;
                 }
                 EXPECT_TRUE(keys.insert(f.key.value).second);
@@ -90,9 +90,6 @@ TEST(ShippedCatalogue, IsAValidCatalogueWithFoodsInEveryGroup) {
 // with a measure is that measure, its weight the weight reference and its values the source's
 // for that weight; an everyday food keeps its own serving.
 TEST(ShippedCatalogue, HoldsTheSourcesFoodsBesideTheEverydayFoods) {
-    constexpr uint8_t kGram = 12;
-    constexpr uint8_t kCup = 3;
-    constexpr uint8_t kItem = 14;
     FoodCatalogue c;
     ASSERT_TRUE(readCatalogueFile(shippedCatalogue(), c, {"FoodDB.ddb", true}).ok());
     const auto find = [&](int group, std::string_view category,
@@ -111,20 +108,20 @@ TEST(ShippedCatalogue, HoldsTheSourcesFoodsBesideTheEverydayFoods) {
     // Canned Atlantic cod, per 100 g: 105 kcal, 22.76 g protein, 0.86 g fat, 0.167 g saturated.
     const FoodItem* cod = find(2, "Fish A-O", "Cod, canned");
     ASSERT_NE(cod, nullptr);
-    EXPECT_EQ(cod->serving, (ServingQuantity{100.0f, kGram, 0}));
+    EXPECT_EQ(cod->serving, (ServingQuantity{100.0f, ServingUnit::Gram, 0}));
     EXPECT_EQ(cod->ref2, ServingQuantity{});
     EXPECT_EQ(cod->nutrients, (Nutrients{105.0f, 0.0f, 0.0f, 22.76f, 0.86f, 0.167f}));
     // Whole milk, per 100 g: 61 kcal, 4.8 g carbohydrate, 3.15 protein, 3.25 fat, 1.865
     // saturated; a cup weighs 244 g.
     const FoodItem* milk = find(1, "Milk", "Milk, whole");
     ASSERT_NE(milk, nullptr);
-    EXPECT_EQ(milk->serving, (ServingQuantity{1.0f, kCup, 0}));
+    EXPECT_EQ(milk->serving, (ServingQuantity{1.0f, ServingUnit::Cup, 0}));
     EXPECT_EQ(milk->ref2, milk->serving);
-    EXPECT_EQ(milk->ref1, (ServingQuantity{244.0f, kGram, 0}));
+    EXPECT_EQ(milk->ref1, (ServingQuantity{244.0f, ServingUnit::Gram, 0}));
     EXPECT_EQ(milk->nutrients, (Nutrients{149.0f, 11.712f, 0.0f, 7.686f, 7.93f, 4.551f}));
     const FoodItem* bagel = find(5, "Bread", "Bagel");
     ASSERT_NE(bagel, nullptr);
-    EXPECT_EQ(bagel->serving, (ServingQuantity{1.0f, kItem, 0}));
+    EXPECT_EQ(bagel->serving, (ServingQuantity{1.0f, ServingUnit::Item, 0}));
     EXPECT_EQ(bagel->ref1, ServingQuantity{});
     EXPECT_EQ(bagel->nutrients[kCalories], 245.0f);
 }
