@@ -26,7 +26,7 @@ struct UserListFile {
     std::vector<Text> names;
 };
 
-// Chunk 0's two bytes are read whatever its header says, as the format always has.
+// Chunk 0 holds exactly the two bytes of the format value, whatever it is.
 [[nodiscard]] StorageStatus readUserListFile(ChunkSource& source, UserListFile& list,
                                              const ReadOptions& options);
 [[nodiscard]] inline StorageStatus readUserListFile(std::span<const uint8_t> bytes,

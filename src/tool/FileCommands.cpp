@@ -242,20 +242,20 @@ std::string lower(std::string s) {
     return s;
 }
 
-// Reads the bytes as one kind strictly; on success describes what was found.
+// Reads the bytes as one kind, as the program reads them; on success describes what was found.
 StorageStatus checkAs(FileKind kind, std::span<const uint8_t> bytes, const std::string& path,
                       std::string& summary) {
-    const ReadOptions strict{path, true};
+    const ReadOptions options{path};
     switch (kind) {
         case FileKind::User: {
             UserFile file;
-            StorageStatus s = readUserFile(bytes, file, CalendarDate(), strict);
+            StorageStatus s = readUserFile(bytes, file, CalendarDate(), options);
             summary = count(file.days.size(), "day", "days");
             return s;
         }
         case FileKind::Catalogue: {
             FoodCatalogue catalogue;
-            StorageStatus s = readCatalogueFile(bytes, catalogue, strict);
+            StorageStatus s = readCatalogueFile(bytes, catalogue, options);
             std::size_t categories = 0;
             for (const CategoryList& g : catalogue.groups) {
                 categories += g.size();
@@ -266,7 +266,16 @@ StorageStatus checkAs(FileKind kind, std::span<const uint8_t> bytes, const std::
         }
         case FileKind::UserList: {
             UserListFile list;
-            StorageStatus s = readUserListFile(bytes, list, strict);
+            StorageStatus s = readUserListFile(bytes, list, options);
+            if (s) {
+                // A list the program would not load is no good list, however well it reads.
+                s = checkUserNames(list.names);
+                if (!s) {
+                    StorageError e = s.error();
+                    e.file = path;
+                    s = e;
+                }
+            }
             summary = count(list.names.size(), "name", "names");
             return s;
         }

@@ -17,7 +17,7 @@ namespace {
 
 TEST(ShippedCatalogue, IsAValidCatalogueWithFoodsInEveryGroup) {
     FoodCatalogue c;
-    const StorageStatus s = readCatalogueFile(shippedCatalogue(), c, {"FoodDB.ddb", true});
+    const StorageStatus s = readCatalogueFile(shippedCatalogue(), c, {"FoodDB.ddb"});
     ASSERT_TRUE(s.ok()) << s.message();
     EXPECT_EQ(c.header.version, 4);
     EXPECT_EQ(c.header.groupChunks, c.expectedGroupChunks());
@@ -82,7 +82,7 @@ TEST(ShippedCatalogue, HoldsTheTablesFoodsPer100GramsBesideTheEverydayFoods) {
     constexpr uint8_t kGram = 12;
     constexpr uint8_t kItem = 14;
     FoodCatalogue c;
-    ASSERT_TRUE(readCatalogueFile(shippedCatalogue(), c, {"FoodDB.ddb", true}).ok());
+    ASSERT_TRUE(readCatalogueFile(shippedCatalogue(), c, {"FoodDB.ddb"}).ok());
     const auto find = [&](int group, std::string_view category,
                           std::string_view name) -> const FoodItem* {
         for (const FoodCategory& cat : c.groups[group]) {

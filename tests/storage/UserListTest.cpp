@@ -275,7 +275,7 @@ TEST(UserList, AFileWithDuplicatesAndNullNamesIsReadInFileOrder) {
     const Bytes bytes = {0, 0, 0, 0, 2, 0,   0, 0, 1, 0, 1, 0,   0, 0, 16, 0,   0,
                          0, 0, 4, 0, 2, 'b', 0, 0, 0, 0, 2, 'a', 0, 0, 2,  'b', 0};
     UserListFile file;
-    ASSERT_TRUE(readUserListFile(bytes, file, {"Users.udb", true}).ok());
+    ASSERT_TRUE(readUserListFile(bytes, file, {"Users.udb"}).ok());
     ASSERT_EQ(file.names.size(), 4u);
     EXPECT_TRUE(file.names[1].isNull());
     EXPECT_EQ(file.names[2], "a");
