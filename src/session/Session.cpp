@@ -4,7 +4,9 @@
 #include <system_error>
 
 #include "calc/Totals.h"
+#include "core/Cp1252.h"
 #include "core/Names.h"
+#include "storage/CatalogueFile.h"
 #include "storage/CatalogueStorage.h"
 #include "storage/DataRoot.h"
 #include "storage/UserStorage.h"
@@ -215,7 +217,8 @@ SessionStatus Session::switchUser(std::string_view nameView) {
     const std::string name(nameView);
     SessionStatus status;
     if (m_users.find(name) == kNoPosition) {
-        status.add(std::string(kUserListFileName) + ": '" + name + "' is not a listed user");
+        status.add(std::string(kUserListFileName) + ": " + quotedText(name) +
+                   " is not a listed user");
         return status;
     }
     // Nothing typed for the open user may be lost by the switch.

@@ -61,9 +61,7 @@ bool isSafeUserName(std::string_view name) {
     }
     for (const char ch : name) {
         const auto c = static_cast<unsigned char>(ch);
-        // 0x81, 0x8D, 0x8F, 0x90 and 0x9D are the C1 controls Windows-1252 leaves undefined.
-        const bool undefined = c == 0x81 || c == 0x8D || c == 0x8F || c == 0x90 || c == 0x9D;
-        if (c < 0x20 || c == 0x7F || undefined || c == '/' || c == '\\') {
+        if (isControlByte(c) || c == '/' || c == '\\') {
             return false;
         }
     }
@@ -74,6 +72,30 @@ bool isSafeUserName(std::string_view name) {
 std::string unsafeUserNameReason() {
     return "a user name cannot be empty, \".\" or \"..\", nor hold \"/\", \"\\\" or a control "
            "character";
+}
+
+std::string unsafeUserNameReason(std::string_view name) {
+    if (name.empty()) {
+        return "a user name cannot be empty";
+    }
+    if (name == "." || name == "..") {
+        return "a user name cannot be \".\" or \"..\"";
+    }
+    if (name == kListFileName) {
+        return "a user name cannot be \"Users.udb\", the name of the list of users";
+    }
+    for (const char ch : name) {
+        if (isControlByte(static_cast<unsigned char>(ch))) {
+            return "a user name cannot hold a control character";
+        }
+        if (ch == '/' || ch == '\\') {
+            return "a user name cannot hold \"/\" or \"\\\"";
+        }
+    }
+    if (!isSafeUserName(name)) {
+        return "a user name cannot be longer than a folder's name can be";
+    }
+    return {};
 }
 
 std::string quotedName(std::string_view name) {

@@ -32,8 +32,10 @@ inline constexpr std::size_t kMaxFolderNameBytes = 255;
 // "..", the list file's name, holding "/", "\", a control character or NUL, or too long for a
 // folder name.
 [[nodiscard]] bool isSafeUserName(std::string_view name);
-// Why such a name is refused.
+// Why such names are refused, in general and for one name ("a user name cannot hold a control
+// character"); lower case, without a full stop.
 [[nodiscard]] std::string unsafeUserNameReason();
+[[nodiscard]] std::string unsafeUserNameReason(std::string_view name);
 // A name as a message can show it whatever it holds: printable ASCII as it is, any other byte
 // as \xNN, in single quotes.
 [[nodiscard]] std::string quotedName(std::string_view name);

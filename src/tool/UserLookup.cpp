@@ -37,13 +37,7 @@ std::optional<std::filesystem::path> listedUserFolder(const std::filesystem::pat
     }
     if (const std::optional<std::filesystem::path> folder = userFolderPath(root, user); !folder) {
         err << "nutrovex-tool: " << quotedName(user)
-            << " is not a usable user name: " << unsafeUserNameReason() << "\n";
-        return std::nullopt;
-    }
-    // A list written by hand may hold any name; only a safe one names a folder.
-    if (!isSafeUserName(user)) {
-        err << kUserListFileName << ": the user name '" << cp1252ToUtf8(user)
-            << "' cannot name a folder inside the users folder\n";
+            << " is not a usable user name: " << unsafeUserNameReason(user) << "\n";
         return std::nullopt;
     }
     for (const Text& name : list.names) {
@@ -51,7 +45,8 @@ std::optional<std::filesystem::path> listedUserFolder(const std::filesystem::pat
             return userFolderPath(root, user);
         }
     }
-    err << kUserListFileName << ": there is no user named '" << cp1252ToUtf8(user) << "'\n";
+    err << kUserListFileName << ": there is no user named " << cp1252ToUtf8(quotedText(user))
+        << "\n";
     return std::nullopt;
 }
 
