@@ -15,6 +15,7 @@
 #include "storage/DataRoot.h"
 #include "storage/FileIo.h"
 #include "tool/JsonPrint.h"
+#include "tool/UserLookup.h"
 
 namespace nutrovex::tool {
 
@@ -133,6 +134,13 @@ int usage(const char* line) {
     return kExitUsage;
 }
 
+// OUT inside a data root is written only with the root's lock, as the program writes it.
+bool lockRootOfOutput(const std::string& output, const char* usageLine, InstanceLock& lock) {
+    const std::optional<std::filesystem::path> root = dataRootHolding(output);
+    const std::string_view line(usageLine);
+    return !root || lockDataRoot(*root, lock, line.substr(0, line.find(' ')), std::cerr);
+}
+
 // write-*: JSON in, file out, exactly as the JSON says.
 template <typename Build>
 int writeFromJson(Args args, const char* usageLine, Build&& build) {
@@ -141,6 +149,10 @@ int writeFromJson(Args args, const char* usageLine, Build&& build) {
     }
     const std::string& input = args[0];
     const std::string& output = args[1];
+    InstanceLock lock;
+    if (!lockRootOfOutput(output, usageLine, lock)) {
+        return kExitDataError;
+    }
     std::string text;
     if (!readInput(input, text)) {
         std::cerr << input << ": cannot be read\n";
@@ -179,6 +191,10 @@ int writeFromJsonStream(Args args, const char* usageLine, Read&& read, Write&& w
     }
     const std::string& input = args[0];
     const std::string& output = args[1];
+    InstanceLock lock;
+    if (!lockRootOfOutput(output, usageLine, lock)) {
+        return kExitDataError;
+    }
     std::ifstream file;
     if (input != "-") {
         file.open(input, std::ios::binary);

@@ -64,20 +64,48 @@ std::optional<UserFiles> openUserFiles(const GlobalOptions& options, std::string
     if (access == Access::Write) {
         // The user is listed, so the root exists: taking the lock makes nothing new.
         files.lock = std::make_unique<InstanceLock>();
-        std::string reason;
-        switch (files.lock->acquire(files.root, reason)) {
-            case InstanceLock::Result::Acquired:
-                break;
-            case InstanceLock::Result::HeldElsewhere:
-                err << "nutrovex-tool " << command << ": " << files.root.string()
-                    << ": Nutrovex has this data root open; close it first\n";
-                return std::nullopt;
-            case InstanceLock::Result::Failed:
-                err << "nutrovex-tool " << command << ": " << reason << "\n";
-                return std::nullopt;
+        if (!lockDataRoot(files.root, *files.lock, command, err)) {
+            return std::nullopt;
         }
     }
     return files;
+}
+
+std::optional<std::filesystem::path> dataRootHolding(const std::filesystem::path& file) {
+    std::error_code ec;
+    std::filesystem::path folder =
+        std::filesystem::weakly_canonical(std::filesystem::absolute(file, ec), ec).parent_path();
+    if (ec) {
+        return std::nullopt;
+    }
+    for (int up = 0; up < 3 && !folder.empty(); ++up) {
+        if (std::filesystem::exists(folder / kLockFileName, ec) ||
+            std::filesystem::is_regular_file(userListPath(folder), ec)) {
+            return folder;
+        }
+        if (folder == folder.root_path()) {
+            break;
+        }
+        folder = folder.parent_path();
+    }
+    return std::nullopt;
+}
+
+bool lockDataRoot(const std::filesystem::path& root, InstanceLock& lock, std::string_view command,
+                  std::ostream& err) {
+    std::string reason;
+    switch (lock.acquire(root, reason)) {
+        case InstanceLock::Result::Acquired:
+            return true;
+        case InstanceLock::Result::HeldElsewhere:
+            err << "nutrovex-tool " << command << ": " << root.string()
+                << ": Nutrovex has this data root open; close it first\n";
+            return false;
+        case InstanceLock::Result::Failed:
+            break;
+    }
+    err << "nutrovex-tool " << command << ": " << reason << "\n";
+    return false;
 }
 
 }  // namespace nutrovex::tool
