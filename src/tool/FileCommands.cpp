@@ -173,7 +173,7 @@ int writeFromJson(Args args, const char* usageLine, Build&& build) {
         std::cerr << input << ": " << e.what() << '\n';
         return kExitDataError;
     }
-    const StorageStatus written = writeFileAtomically(output, bytes.bytes(), false);
+    const StorageStatus written = writeOutputFile(output, bytes.bytes());
     if (!written) {
         reportError(output, written.error());
         return kExitDataError;
@@ -217,8 +217,8 @@ int writeFromJsonStream(Args args, const char* usageLine, Read&& read, Write&& w
         std::cerr << input << ": cannot be read\n";
         return kExitDataError;
     }
-    AtomicFile out(output);
-    StorageStatus status = out.open(false);
+    OutputFile out(output);
+    StorageStatus status = out.open();
     if (status) {
         status = write(static_cast<ChunkSink&>(out));
     }

@@ -192,8 +192,8 @@ int exportFoods(const GlobalOptions& options, Args args, std::ostream& out, std:
         return out ? kExitOk : kExitDataError;
     }
     const auto* data = reinterpret_cast<const uint8_t*>(csv.data());
-    if (const StorageStatus written = writeFileAtomically(
-            *parsed->csvPath, std::span<const uint8_t>(data, csv.size()), false);
+    if (const StorageStatus written =
+            writeOutputFile(*parsed->csvPath, std::span<const uint8_t>(data, csv.size()));
         !written) {
         err << written.message() << "\n";
         return kExitDataError;
