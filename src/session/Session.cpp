@@ -41,9 +41,8 @@ Session::Session(std::filesystem::path root, const Clock& clock, SessionSettings
 Session::Start Session::start(std::string& reason) {
     switch (m_lock.acquire(m_root, reason)) {
         case InstanceLock::Result::Acquired:
-            // Saves of a copy that was killed may have left their temporary files.
-            removeStaleSaves(m_root);
-            removeStaleSaves(usersFolder(m_root));
+            // A copy that was killed may have left temporary files and a half-made user.
+            sweepDataRoot(m_root);
             return Start::Running;
         case InstanceLock::Result::HeldElsewhere:
             return Start::AlreadyRunning;

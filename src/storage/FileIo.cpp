@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <malloc.h>
 #include <signal.h>
+#include <stdio.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -394,13 +395,43 @@ StorageStatus AtomicFile::commit() {
         return fileError(name, "cannot replace the old file: " + systemReason(e));
     }
     // Make the rename itself durable.
-    const int dirFd = ::open(m_path.parent_path().empty() ? "." : m_path.parent_path().c_str(),
-                             O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (dirFd >= 0) {
-        (void)::fsync(dirFd);
-        ::close(dirFd);
-    }
+    syncFolder(m_path.parent_path().empty() ? std::filesystem::path(".") : m_path.parent_path());
     removeStaleTemporaries(m_path);
+    return {};
+}
+
+void syncFolder(const std::filesystem::path& folder) {
+    const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd >= 0) {
+        (void)::fsync(fd);
+        ::close(fd);
+    }
+}
+
+StorageStatus moveFolder(const std::filesystem::path& from, const std::filesystem::path& to) {
+    const std::string name = to.filename().string();
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) != 0) {
+        int e = errno;
+        if (e == EINVAL || e == ENOSYS) {
+            // A file system that cannot refuse by itself: look first.
+            struct stat st {};
+            if (::lstat(to.c_str(), &st) == 0) {
+                e = EEXIST;
+            } else if (::rename(from.c_str(), to.c_str()) == 0) {
+                e = 0;
+            } else {
+                e = errno;
+            }
+        }
+        if (e == EEXIST) {
+            return fileError(name, "a folder of that name is already there");
+        }
+        if (e != 0) {
+            return fileError(name, "the folder cannot be moved into place: " + systemReason(e));
+        }
+    }
+    syncFolder(to.parent_path());
+    syncFolder(from.parent_path());
     return {};
 }
 

@@ -160,6 +160,14 @@ private:
                                                 std::span<const uint8_t> bytes,
                                                 bool createFolder = true);
 
+// Flushes a folder's entries to the disk, so that a file renamed or made in it stays there.
+void syncFolder(const std::filesystem::path& folder);
+
+// Moves a folder to a new name in the same file system; never over anything already there, not
+// even an empty folder.
+[[nodiscard]] StorageStatus moveFolder(const std::filesystem::path& from,
+                                       const std::filesystem::path& to);
+
 // Removes the temporary files that saves of the given files left in folder when their process
 // was killed (".UserDB.ddb.tmp1234-0"), and nothing else; this process's own are kept. Only for
 // whoever holds the data root's lock, so that no other save can be under way. Returns how many

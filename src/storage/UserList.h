@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -79,6 +80,12 @@ public:
     // Adds a user: refused for a listed name, a name that could leave the users folder, or a
     // folder of that name already on disk. Makes the folder, then writes the list.
     [[nodiscard]] StorageStatus add(std::string_view name);
+    // Adds a user whose files are made before the name is listed, all or nothing: `write` puts
+    // them into a new folder beside the users folder, which is then moved in under the user's
+    // name, and only then is the name listed. Refused as add() refuses; a failure anywhere leaves
+    // no trace, and what a killed process left is swept by the next start (sweepDataRoot).
+    using FolderWriter = std::function<StorageStatus(const std::filesystem::path& folder)>;
+    [[nodiscard]] StorageStatus addWithFiles(std::string_view name, const FolderWriter& write);
     // Deletes the user's two files and folder (failures there ignored), then the name.
     [[nodiscard]] StorageStatus remove(Position pos);
     // Renames the user: the folder with everything in it moves to the new name (one rename),
