@@ -129,7 +129,7 @@ std::optional<std::filesystem::path> UserList::userFolder(std::string_view name)
     return userFolderPath(m_root, name);
 }
 
-StorageStatus UserList::read() {
+StorageStatus UserList::read(Missing missing) {
     FileSource source;
     StorageError error;
     StorageStatus status;
@@ -137,7 +137,7 @@ StorageStatus UserList::read() {
         case ReadFile::Missing:
             m_names.clear();
             m_readFailure.clear();
-            return write();
+            return missing == Missing::Make ? write() : StorageStatus();
         case ReadFile::Failed:
             status = error;
             break;
@@ -152,6 +152,11 @@ StorageStatus UserList::read() {
         }
     }
     m_readFailure = status.message();
+    if (!status) {
+        // A list not read whole, or holding a name that is not safe, does not load at all: no
+        // user of it is opened, so nothing is saved on its word.
+        m_names.clear();
+    }
     return status;
 }
 

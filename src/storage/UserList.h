@@ -62,10 +62,13 @@ public:
     // nullopt for a name that could leave the users folder.
     [[nodiscard]] std::optional<std::filesystem::path> userFolder(std::string_view name) const;
 
-    // Reads the list file; a missing one is replaced by a new, empty list. A list holding a name
-    // that would be refused when typed fails to load. After a failed read every change is
-    // refused, so nothing writes over names that could not be read, until a read succeeds.
-    [[nodiscard]] StorageStatus read();
+    // Reads the list file; a missing one is an empty list, written at once unless told to leave
+    // it. A list that does not
+    // read whole, or holds a name that would be refused when typed, does not load at all (no
+    // names). After a failed read every change is refused, so nothing writes over names that
+    // could not be read, until a read succeeds.
+    enum class Missing : bool { Make, Leave };
+    [[nodiscard]] StorageStatus read(Missing missing = Missing::Make);
     [[nodiscard]] StorageStatus write() const;
     [[nodiscard]] bool readWhole() const { return m_readFailure.empty(); }
 
