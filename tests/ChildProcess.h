@@ -88,22 +88,4 @@ inline std::vector<std::string> faultAt(long n, const std::string& how) {
             "ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0"};
 }
 
-// How many changes the program makes when nothing stops it.
-inline long changesMadeBy(const std::vector<std::string>& argv,
-                          const std::filesystem::path& scratch) {
-    const std::filesystem::path count = scratch / "changes";
-    const Ended ended = runProgram(argv,
-                                   {std::string("LD_PRELOAD=") + NUTROVEX_FAULT_LIBRARY,
-                                    "NUTROVEX_FAULT_COUNT=" + count.string(),
-                                    "ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0"},
-                                   scratch);
-    if (!ended.exited || ended.code != 0) {
-        return -1;
-    }
-    std::ifstream in(count);
-    long n = -1;
-    in >> n;
-    return n;
-}
-
 }  // namespace nutrovex::test

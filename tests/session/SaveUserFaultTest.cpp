@@ -3,14 +3,11 @@
 // swept, each file of the root is as it was or as the save made it, and a save that says it
 // succeeded left the new files.
 #include <gtest/gtest.h>
-#include <signal.h>
 
-#include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <string>
 
-#include "ChildProcess.h"
-#include "PrivateMounts.h"
 #include "StoppedRuns.h"
 #include "TempDir.h"
 #include "session/Session.h"
@@ -49,7 +46,7 @@ protected:
         before = files(root());
         test::TempDir copy;
         fs::copy(root(), copy.path() / "root", fs::copy_options::recursive);
-        const Ended whole = save(copy.path() / "root", {});
+        const Ended whole = stoppable().run(copy.path() / "root", {});
         EXPECT_TRUE(whole.exited && whole.code == 0) << whole.err;
         after = files(copy.path() / "root");
         EXPECT_NE(after, before);
@@ -57,8 +54,19 @@ protected:
 
     fs::path root() const { return dir.path() / "root"; }
 
-    Ended save(const fs::path& at, const std::vector<std::string>& env) {
-        return test::runProgram({NUTROVEX_SAVE_USER_CHILD, at.string()}, env, dir.path());
+    // Save User in a process of its own, stopped as the harness says.
+    test::StoppableRun stoppable() {
+        test::StoppableRun r;
+        r.root = root();
+        r.run = [this](const fs::path& at, const std::vector<std::string>& env) {
+            return test::runProgram({NUTROVEX_SAVE_USER_CHILD, at.string()}, env, dir.path());
+        };
+        r.files = [this](const fs::path& at) { return files(at); };
+        r.unlessFine = [this](const test::FileMap& now) {
+            return test::unlessOldOrNew(before, after, now);
+        };
+        r.after = after;
+        return r;
     }
 
     // The root's files once a start has swept it; the lock file is nobody's data.
@@ -81,93 +89,37 @@ protected:
 };
 
 TEST_F(SaveUserStopped, KilledAtEveryStepItLeavesTheOldOrTheNewFiles) {
-    test::TempDir scratch;
-    fs::copy(root(), scratch.path() / "root", fs::copy_options::recursive);
-    const long changes = test::changesMadeBy(
-        {NUTROVEX_SAVE_USER_CHILD, (scratch.path() / "root").string()}, scratch.path());
+    const test::StoppableRun save = stoppable();
+    const long changes = save.changes();
     ASSERT_GT(changes, 10);
-    int sawNew = 0;
-    for (long k = 1; k <= changes; ++k) {
-        test::TempDir copy;
-        fs::copy(root(), copy.path() / "root", fs::copy_options::recursive);
-        const Ended ended = save(copy.path() / "root", test::faultAt(k, "kill"));
-        ASSERT_EQ(ended.signal, SIGKILL) << "change " << k << ": " << ended.err;
-        const FileMap now = files(copy.path() / "root");
-        EXPECT_EQ(test::unlessOldOrNew(before, after, now), "") << "killed at change " << k;
-        sawNew += now == after ? 1 : 0;
-    }
     // The last steps only tidy up: the new files were in place before them.
-    EXPECT_GT(sawNew, 0);
+    const int whole = save.killedAtEachChange(changes);
+    EXPECT_GT(whole, 0);
     std::printf("Save User: killed at each of its %ld changes to the disk\n", changes);
 }
 
 TEST_F(SaveUserStopped, AFullDiskAtEveryStepFailsCleanlyOrSavesWhole) {
-    test::TempDir scratch;
-    fs::copy(root(), scratch.path() / "root", fs::copy_options::recursive);
-    const long changes = test::changesMadeBy(
-        {NUTROVEX_SAVE_USER_CHILD, (scratch.path() / "root").string()}, scratch.path());
+    const test::StoppableRun save = stoppable();
+    const long changes = save.changes();
     ASSERT_GT(changes, 10);
-    int failed = 0;
-    for (long k = 1; k <= changes; ++k) {
-        test::TempDir copy;
-        fs::copy(root(), copy.path() / "root", fs::copy_options::recursive);
-        const Ended ended = save(copy.path() / "root", test::faultAt(k, std::to_string(ENOSPC)));
-        ASSERT_TRUE(ended.exited) << "change " << k;
-        const FileMap now = files(copy.path() / "root");
-        EXPECT_EQ(test::unlessOldOrNew(before, after, now), "") << "disk full at change " << k;
-        if (ended.code == 0) {
-            EXPECT_EQ(now, after) << "a save that succeeded, disk full at change " << k;
-        } else {
-            ++failed;
-            EXPECT_NE(ended.err.find("the disk is full"), std::string::npos)
-                << "change " << k << ": " << ended.err;
-        }
-    }
-    EXPECT_GT(failed, 0);
+    const int refused = save.diskFullAtEachChange(changes);
+    EXPECT_GT(refused, 0);
     std::printf("Save User: a full disk at each of its %ld changes, %d of them refused\n", changes,
-                failed);
+                refused);
 }
 
 TEST_F(SaveUserStopped, OnDisksTooSmallItFailsCleanly) {
-    // A few pages more than the files take, for the folders and the lock file.
-    std::size_t used = 8 * 4096;
-    for (const auto& [path, bytes] : before) {
-        used += (bytes.size() + 4095) / 4096 * 4096;
-    }
-    // From a disk that holds the files and not a page more, to one with room for every new file
-    // beside its old one.
+    // From a disk that holds the files and not a page more, to one with room for both new files
+    // beside the old ones.
     const std::size_t changed = after.at("Users/Ann/UserDB.ddb").size() +
                                 after.at("Users/Ann/FoodDB.ddb").size() + 2 * 4096;
+    const std::size_t used = test::diskBytes(before);
     int disks = 0;
     int refused = 0;
-    int result = 0;
-    for (std::size_t room = 0; room <= changed && result == 0; room += changed / 20) {
-        const fs::path disk = dir.path() / "disk";
-        fs::create_directories(disk);
-        result = test::onSmallDisk(disk.string(), used + room, [&] {
-            fs::copy(root(), disk / "root", fs::copy_options::recursive);
-            const Ended ended = save(disk / "root", {});
-            const FileMap now = files(disk / "root");
-            const std::string wrong = test::unlessOldOrNew(before, after, now);
-            if (!wrong.empty() || (ended.code == 0 && now != after) ||
-                (ended.code != 0 && ended.err.find("the disk is full") == std::string::npos)) {
-                std::fprintf(stderr, "%zu bytes spare: %s %s\n", room, wrong.c_str(),
-                             ended.err.c_str());
-                return 1;
-            }
-            return ended.code == 0 ? 0 : 2;  // whole, or refused cleanly
-        });
-        ++disks;
-        if (result == 2) {
-            ++refused;
-            result = 0;
-        }
-    }
-    if (result == 77) {
+    if (!stoppable().onSmallDisks(used, used + changed, changed / 20, disks, refused)) {
         GTEST_SKIP()
             << "this system allows no private tmpfs; the full disk at every step stands in";
     }
-    EXPECT_EQ(result, 0);
     // The smallest disks refused it, the largest took it.
     EXPECT_GT(refused, 0);
     EXPECT_LT(refused, disks);

@@ -2,16 +2,12 @@
 // file system, and run on disks too small for it. Once the next start has swept, the new user is
 // there whole and listed, or nothing of it is, and every other file is as it was.
 #include <gtest/gtest.h>
-#include <signal.h>
 
-#include <algorithm>
-#include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <sstream>
 #include <string>
 
-#include "ChildProcess.h"
-#include "PrivateMounts.h"
 #include "StoppedRuns.h"
 #include "TempDir.h"
 #include "data/ShippedCatalogue.h"
@@ -37,7 +33,7 @@ protected:
         before = files(root());
         test::TempDir copy;
         fs::copy(root(), copy.path() / "root", fs::copy_options::recursive);
-        const Ended whole = demo(copy.path() / "root", {});
+        const Ended whole = stoppable().run(copy.path() / "root", {});
         EXPECT_TRUE(whole.exited && whole.code == 0) << whole.err;
         after = files(copy.path() / "root");
         EXPECT_TRUE(after.contains("Users/Cy/UserDB.ddb"));
@@ -46,9 +42,20 @@ protected:
 
     fs::path root() const { return dir.path() / "root"; }
 
-    Ended demo(const fs::path& at, const std::vector<std::string>& env) {
-        return test::runProgram({NUTROVEX_TOOL_PATH, "--root", at.string(), "demo", "--user", "Cy"},
-                                env, dir.path());
+    // The real tool's demo, stopped as the harness says.
+    test::StoppableRun stoppable() {
+        test::StoppableRun r;
+        r.root = root();
+        r.run = [this](const fs::path& at, const std::vector<std::string>& env) {
+            return test::runProgram(
+                {NUTROVEX_TOOL_PATH, "--root", at.string(), "demo", "--user", "Cy"}, env,
+                dir.path());
+        };
+        r.files = [this](const fs::path& at) { return files(at); };
+        r.unlessFine = [this](const test::FileMap& now) { return unlessAllOrNothing(now); };
+        r.after = after;
+        r.mostErrorLines = 1;
+        return r;
     }
 
     // The root's files once a start has swept it; the lock file is nobody's data.
@@ -83,103 +90,53 @@ protected:
 };
 
 TEST_F(DemoStopped, KilledAtEveryStepItMakesTheWholeUserOrNothing) {
-    test::TempDir scratch;
-    fs::copy(root(), scratch.path() / "root", fs::copy_options::recursive);
-    const long changes = test::changesMadeBy(
-        {NUTROVEX_TOOL_PATH, "--root", (scratch.path() / "root").string(), "demo", "--user", "Cy"},
-        scratch.path());
+    const test::StoppableRun demo = stoppable();
+    const long changes = demo.changes();
     ASSERT_GT(changes, 10);
-    int made = 0;
-    for (long k = 1; k <= changes; ++k) {
+    const int whole = demo.killedAtEachChange(changes);
+    EXPECT_GT(whole, 0);
+    std::printf(
+        "demo: killed at each of its %ld changes to the disk, %d late enough to leave all "
+        "a whole run leaves\n",
+        changes, whole);
+}
+
+TEST_F(DemoStopped, WhatAKilledDemoDidNotMakeCanBeMadeAgain) {
+    const test::StoppableRun demo = stoppable();
+    const long changes = demo.changes();
+    for (long k = 1; k <= changes; k += 3) {
         test::TempDir copy;
         fs::copy(root(), copy.path() / "root", fs::copy_options::recursive);
-        const Ended ended = demo(copy.path() / "root", test::faultAt(k, "kill"));
-        ASSERT_EQ(ended.signal, SIGKILL) << "change " << k << ": " << ended.err;
-        const FileMap now = files(copy.path() / "root");
-        EXPECT_EQ(unlessAllOrNothing(now), "") << "killed at change " << k;
-        made += now.contains("Users/Cy/UserDB.ddb") ? 1 : 0;
-        // What was not made can be made again.
-        if (!now.contains("Users/Cy/UserDB.ddb")) {
-            const Ended again = demo(copy.path() / "root", {});
+        (void)demo.run(copy.path() / "root", test::faultAt(k, "kill"));
+        if (!files(copy.path() / "root").contains("Users/Cy/UserDB.ddb")) {
+            const Ended again = demo.run(copy.path() / "root", {});
             EXPECT_EQ(again.code, 0) << "after a kill at change " << k << ": " << again.err;
+            EXPECT_EQ(files(copy.path() / "root"), after) << "after a kill at change " << k;
         }
     }
-    EXPECT_GT(made, 0);
-    std::printf("demo: killed at each of its %ld changes to the disk, the user made by %d\n",
-                changes, made);
 }
 
 TEST_F(DemoStopped, AFullDiskAtEveryStepFailsCleanlyOrMakesTheWholeUser) {
-    test::TempDir scratch;
-    fs::copy(root(), scratch.path() / "root", fs::copy_options::recursive);
-    const long changes = test::changesMadeBy(
-        {NUTROVEX_TOOL_PATH, "--root", (scratch.path() / "root").string(), "demo", "--user", "Cy"},
-        scratch.path());
+    const test::StoppableRun demo = stoppable();
+    const long changes = demo.changes();
     ASSERT_GT(changes, 10);
-    int refused = 0;
-    for (long k = 1; k <= changes; ++k) {
-        test::TempDir copy;
-        fs::copy(root(), copy.path() / "root", fs::copy_options::recursive);
-        const Ended ended = demo(copy.path() / "root", test::faultAt(k, std::to_string(ENOSPC)));
-        ASSERT_TRUE(ended.exited) << "change " << k;
-        const FileMap now = files(copy.path() / "root");
-        EXPECT_EQ(unlessAllOrNothing(now), "") << "disk full at change " << k;
-        if (ended.code == 0) {
-            EXPECT_EQ(now, after) << "disk full at change " << k;
-        } else {
-            ++refused;
-            EXPECT_EQ(ended.code, 1) << "change " << k;
-            EXPECT_NE(ended.err.find("the disk is full"), std::string::npos)
-                << "change " << k << ": " << ended.err;
-            EXPECT_EQ(std::count(ended.err.begin(), ended.err.end(), '\n'), 1)
-                << "change " << k << ": " << ended.err;
-        }
-    }
+    const int refused = demo.diskFullAtEachChange(changes);
     EXPECT_GT(refused, 0);
     std::printf("demo: a full disk at each of its %ld changes, %d of them refused\n", changes,
                 refused);
 }
 
 TEST_F(DemoStopped, OnDisksTooSmallItFailsCleanly) {
-    std::size_t used = 8 * 4096;
-    for (const auto& [path, bytes] : before) {
-        used += (bytes.size() + 4095) / 4096 * 4096;
-    }
-    std::size_t added = 2 * 4096;
-    for (const auto& [path, bytes] : after) {
-        added += (bytes.size() + 4095) / 4096 * 4096;
-    }
-    added -= used - 8 * 4096;
+    // From a disk that holds the root and not a page more, to one with room for the new user
+    // twice over.
+    const std::size_t used = test::diskBytes(before);
+    const std::size_t added = test::diskBytes(after) - used;
     int disks = 0;
     int refused = 0;
-    int result = 0;
-    for (std::size_t room = 0; room <= 2 * added && result == 0; room += added / 12) {
-        const fs::path disk = dir.path() / "disk";
-        fs::create_directories(disk);
-        result = test::onSmallDisk(disk.string(), used + room, [&] {
-            fs::copy(root(), disk / "root", fs::copy_options::recursive);
-            const Ended ended = demo(disk / "root", {});
-            const FileMap now = files(disk / "root");
-            const std::string wrong = unlessAllOrNothing(now);
-            if (!wrong.empty() || (ended.code == 0) != (now == after)) {
-                std::fprintf(stderr, "%zu bytes spare: %s %s\n", room, wrong.c_str(),
-                             ended.err.c_str());
-                return 1;
-            }
-            return ended.code == 0 ? 0 : 2;  // whole, or refused cleanly
-        });
-        ++disks;
-        if (result == 2) {
-            ++refused;
-            result = 0;
-        }
-    }
-    if (result == 77) {
+    if (!stoppable().onSmallDisks(used, used + 2 * added, added / 12, disks, refused)) {
         GTEST_SKIP()
             << "this system allows no private tmpfs; the full disk at every step stands in";
     }
-    EXPECT_EQ(result, 0);
-    // The smallest disks refused it, the largest took it.
     EXPECT_GT(refused, 0);
     EXPECT_LT(refused, disks);
     std::printf("demo: run on %d disks, too small for it on %d\n", disks, refused);
