@@ -47,7 +47,7 @@ struct Screenful {
         (void)session.initialLoad();
         if (kind == kShipped) {
             FoodCatalogue& c = session.catalogue();
-            if (!readCatalogueFile(shippedCatalogue(), c, {"FoodDB.ddb", true}).ok()) {
+            if (!readCatalogueFile(shippedCatalogue(), c, {"FoodDB.ddb"}).ok()) {
                 std::fprintf(stderr, "the shipped catalogue does not read\n");
                 std::exit(1);
             }

@@ -135,7 +135,9 @@ int main(int argc, char** argv) {
     QtSessionSettings settings(root);
     const std::vector<uint8_t> templateCatalogue = chooseTemplateCatalogue(
         QCoreApplication::applicationDirPath().toStdString(), shippedCatalogue());
-    Session session(root.path, clock, settings, templateCatalogue);
+    // The tour only looks: it writes nothing into the root, whatever it finds there.
+    Session session(root.path, clock, settings, templateCatalogue,
+                    parser.isSet(tourOption) ? Session::Access::LookOnly : Session::Access::Write);
 
     std::string reason;
     switch (session.start(reason)) {

@@ -37,19 +37,26 @@ bool allDigits(std::string_view s) {
     return true;
 }
 
-// A field as a message shows it: in quotes, control characters written as \xNN so that a
-// hostile file cannot reach the terminal through a message.
+// A field as a message shows it: in quotes, control characters (C0, DEL, and C1, which UTF-8
+// writes as C2 80 to C2 9F) written as \xNN so that a hostile file cannot reach the terminal
+// through a message.
 std::string quoted(std::string_view text) {
     static constexpr char kHex[] = "0123456789ABCDEF";
     std::string out = "'";
-    for (const char c : text) {
-        const auto u = static_cast<unsigned char>(c);
-        if (u < 0x20 || u == 0x7F) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        auto u = static_cast<unsigned char>(text[i]);
+        const bool c1 = u == 0xC2 && i + 1 < text.size() &&
+                        static_cast<unsigned char>(text[i + 1]) >= 0x80 &&
+                        static_cast<unsigned char>(text[i + 1]) <= 0x9F;
+        if (c1) {
+            u = static_cast<unsigned char>(text[++i]);
+        }
+        if (c1 || u < 0x20 || u == 0x7F) {
             out += "\\x";
             out += kHex[u >> 4];
             out += kHex[u & 0xF];
         } else {
-            out += c;
+            out += text[i];
         }
     }
     out += '\'';

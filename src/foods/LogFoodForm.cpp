@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/Cp1252.h"
 #include "core/StoredSize.h"
 #include "core/UserStore.h"
 #include "foods/CatalogueOps.h"
@@ -197,9 +198,9 @@ std::optional<Confirmation> LogFoodForm::confirmDeleteCategory() const {
     if (!c) {
         return std::nullopt;
     }
-    return Confirmation{
-        {"Do you wish to delete the category '" + c->name.str() + "' and all of its food items?",
-         "Delete Category", MessageKind::Warning}};
+    return Confirmation{{"Do you wish to delete the category " + quotedText(c->name.view()) +
+                             " and all of its food items?",
+                         "Delete Category", MessageKind::Warning}};
 }
 
 void LogFoodForm::deleteCategory() {
@@ -219,7 +220,7 @@ std::optional<Confirmation> LogFoodForm::confirmDeleteFood() const {
     if (!f) {
         return std::nullopt;
     }
-    return Confirmation{{"Do you wish to delete the food item '" + f->name.str() + "'?",
+    return Confirmation{{"Do you wish to delete the food item " + quotedText(f->name.view()) + "?",
                          "Delete Food", MessageKind::Warning},
                         true};
 }

@@ -30,7 +30,7 @@ FoodCsvText readFoodCsvFile(const std::filesystem::path& path) {
 StorageStatus exportFoodCsvFile(const FoodCatalogue& catalogue, const std::filesystem::path& path) {
     const std::string csv = foodsCsv(catalogue);
     const auto* data = reinterpret_cast<const uint8_t*>(csv.data());
-    return writeFileAtomically(path, std::span<const uint8_t>(data, csv.size()), false);
+    return writeOutputFile(path, std::span<const uint8_t>(data, csv.size()));
 }
 
 }  // namespace nutrovex

@@ -2,6 +2,9 @@
 
 #include <string>
 
+#include "core/Cp1252.h"
+#include "storage/DataRoot.h"
+
 namespace nutrovex {
 
 ScreenMessage UsersForm::loadError() {
@@ -9,18 +12,34 @@ ScreenMessage UsersForm::loadError() {
             MessageKind::Critical};
 }
 
-ScreenMessage UsersForm::addRefusal() {
-    return {"Could not add the user.  Make sure you are not inputting a duplicate name.",
-            "New User", MessageKind::Warning};
+namespace {
+
+// The second sentence of a refusal: why the name cannot be a user's, else the duplicate hint.
+std::string refusalReason(const std::optional<std::string>& name) {
+    if (!name) {
+        return "A user name can hold only the characters of Windows-1252.";
+    }
+    if (!isSafeUserName(*name)) {
+        std::string reason = unsafeUserNameReason(*name);
+        reason[0] = static_cast<char>(reason[0] - 'a' + 'A');
+        return reason + ".";
+    }
+    return "Make sure you are not inputting a duplicate name.";
 }
 
-ScreenMessage UsersForm::renameRefusal() {
-    return {"Could not rename the user.  Make sure you are not inputting a duplicate name.",
-            "Rename User", MessageKind::Warning};
+}  // namespace
+
+ScreenMessage UsersForm::addRefusal(const std::optional<std::string>& name) {
+    return {"Could not add the user.  " + refusalReason(name), "New User", MessageKind::Warning};
+}
+
+ScreenMessage UsersForm::renameRefusal(const std::optional<std::string>& newName) {
+    return {"Could not rename the user.  " + refusalReason(newName), "Rename User",
+            MessageKind::Warning};
 }
 
 ScreenMessage UsersForm::confirmDelete(std::string_view name) {
-    return {"Delete the user name and ALL ASSOCIATED DATA of '" + std::string(name) + "'?",
+    return {"Delete the user name and ALL ASSOCIATED DATA of " + quotedText(name) + "?",
             "Delete User", MessageKind::Question};
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "core/ScreenMessage.h"
@@ -11,8 +13,11 @@ namespace nutrovex {
 struct UsersForm {
     // "Error loading data files. ...": the start-up load could not read the data files.
     [[nodiscard]] static ScreenMessage loadError();
-    [[nodiscard]] static ScreenMessage addRefusal();
-    [[nodiscard]] static ScreenMessage renameRefusal();
+    // Why New... or Rename... was refused for the name typed: a name that cannot be a user's
+    // folder says why, and so does nullopt (a name Windows-1252 cannot hold); any other name gets
+    // the duplicate-name text.
+    [[nodiscard]] static ScreenMessage addRefusal(const std::optional<std::string>& name);
+    [[nodiscard]] static ScreenMessage renameRefusal(const std::optional<std::string>& newName);
     [[nodiscard]] static ScreenMessage confirmDelete(std::string_view name);
     [[nodiscard]] static ScreenMessage deleteRefusal();
 };

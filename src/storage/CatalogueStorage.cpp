@@ -140,7 +140,7 @@ std::vector<uint8_t> chooseTemplateCatalogue(const std::filesystem::path& progra
     StorageError error;
     if (readWholeFile(installedTemplatePath(programDir), bytes, error) == ReadFile::Read) {
         FoodCatalogue check;
-        if (readCatalogueFile(bytes.bytes(), check, {kCatalogueFileName, false}).ok()) {
+        if (readCatalogueFile(bytes.bytes(), check, {kCatalogueFileName}).ok()) {
             return {bytes.bytes().begin(), bytes.bytes().end()};
         }
     }

@@ -113,7 +113,7 @@ int drawChart(const GlobalOptions& options, Args args, std::ostream& err) {
         err << "nutrovex-tool chart: the picture could not be made\n";
         return kExitDataError;
     }
-    if (const StorageStatus written = writeFileAtomically(*pngPath, png, false); !written) {
+    if (const StorageStatus written = writeOutputFile(*pngPath, png); !written) {
         err << written.message() << "\n";
         return kExitDataError;
     }

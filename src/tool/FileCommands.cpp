@@ -15,6 +15,7 @@
 #include "storage/DataRoot.h"
 #include "storage/FileIo.h"
 #include "tool/JsonPrint.h"
+#include "tool/UserLookup.h"
 
 namespace nutrovex::tool {
 
@@ -133,6 +134,13 @@ int usage(const char* line) {
     return kExitUsage;
 }
 
+// OUT inside a data root is written only with the root's lock, as the program writes it.
+bool lockRootOfOutput(const std::string& output, const char* usageLine, InstanceLock& lock) {
+    const std::optional<std::filesystem::path> root = dataRootHolding(output);
+    const std::string_view line(usageLine);
+    return !root || lockDataRoot(*root, lock, line.substr(0, line.find(' ')), std::cerr);
+}
+
 // write-*: JSON in, file out, exactly as the JSON says.
 template <typename Build>
 int writeFromJson(Args args, const char* usageLine, Build&& build) {
@@ -141,6 +149,10 @@ int writeFromJson(Args args, const char* usageLine, Build&& build) {
     }
     const std::string& input = args[0];
     const std::string& output = args[1];
+    InstanceLock lock;
+    if (!lockRootOfOutput(output, usageLine, lock)) {
+        return kExitDataError;
+    }
     std::string text;
     if (!readInput(input, text)) {
         std::cerr << input << ": cannot be read\n";
@@ -161,7 +173,7 @@ int writeFromJson(Args args, const char* usageLine, Build&& build) {
         std::cerr << input << ": " << e.what() << '\n';
         return kExitDataError;
     }
-    const StorageStatus written = writeFileAtomically(output, bytes.bytes(), false);
+    const StorageStatus written = writeOutputFile(output, bytes.bytes());
     if (!written) {
         reportError(output, written.error());
         return kExitDataError;
@@ -179,6 +191,10 @@ int writeFromJsonStream(Args args, const char* usageLine, Read&& read, Write&& w
     }
     const std::string& input = args[0];
     const std::string& output = args[1];
+    InstanceLock lock;
+    if (!lockRootOfOutput(output, usageLine, lock)) {
+        return kExitDataError;
+    }
     std::ifstream file;
     if (input != "-") {
         file.open(input, std::ios::binary);
@@ -201,8 +217,8 @@ int writeFromJsonStream(Args args, const char* usageLine, Read&& read, Write&& w
         std::cerr << input << ": cannot be read\n";
         return kExitDataError;
     }
-    AtomicFile out(output);
-    StorageStatus status = out.open(false);
+    OutputFile out(output);
+    StorageStatus status = out.open();
     if (status) {
         status = write(static_cast<ChunkSink&>(out));
     }
@@ -242,20 +258,20 @@ std::string lower(std::string s) {
     return s;
 }
 
-// Reads the bytes as one kind strictly; on success describes what was found.
+// Reads the bytes as one kind, as the program reads them; on success describes what was found.
 StorageStatus checkAs(FileKind kind, std::span<const uint8_t> bytes, const std::string& path,
                       std::string& summary) {
-    const ReadOptions strict{path, true};
+    const ReadOptions options{path};
     switch (kind) {
         case FileKind::User: {
             UserFile file;
-            StorageStatus s = readUserFile(bytes, file, CalendarDate(), strict);
+            StorageStatus s = readUserFile(bytes, file, CalendarDate(), options);
             summary = count(file.days.size(), "day", "days");
             return s;
         }
         case FileKind::Catalogue: {
             FoodCatalogue catalogue;
-            StorageStatus s = readCatalogueFile(bytes, catalogue, strict);
+            StorageStatus s = readCatalogueFile(bytes, catalogue, options);
             std::size_t categories = 0;
             for (const CategoryList& g : catalogue.groups) {
                 categories += g.size();
@@ -266,7 +282,16 @@ StorageStatus checkAs(FileKind kind, std::span<const uint8_t> bytes, const std::
         }
         case FileKind::UserList: {
             UserListFile list;
-            StorageStatus s = readUserListFile(bytes, list, strict);
+            StorageStatus s = readUserListFile(bytes, list, options);
+            if (s) {
+                // A list the program would not load is no good list, however well it reads.
+                s = checkUserNames(list.names);
+                if (!s) {
+                    StorageError e = s.error();
+                    e.file = path;
+                    s = e;
+                }
+            }
             summary = count(list.names.size(), "name", "names");
             return s;
         }

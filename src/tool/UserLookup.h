@@ -34,6 +34,17 @@ struct UserFiles {
 
 enum class Access : bool { Read, Write };
 
+// The data root a file lies in: its own folder, or the one or two above it (the root, the users
+// folder, a user's folder), when that holds the root's lock file or a users list; nullopt for a
+// file outside any root.
+[[nodiscard]] std::optional<std::filesystem::path> dataRootHolding(
+    const std::filesystem::path& file);
+
+// Takes the root's lock for a command that writes into it, as the program does. False, with one
+// line on err, while the program has the root open or the lock cannot be taken.
+[[nodiscard]] bool lockDataRoot(const std::filesystem::path& root, InstanceLock& lock,
+                                std::string_view command, std::ostream& err);
+
 // Finds the listed user; a command that writes also takes the root's lock, and is refused while
 // the program has the root open. nullopt, with one line on err, when the command cannot go on.
 [[nodiscard]] std::optional<UserFiles> openUserFiles(const GlobalOptions& options,

@@ -195,8 +195,9 @@ TEST(FoodCsv, NamesWithControlCharactersAreRefused) {
               "the name 'Tab\\x09here' holds a control character (U+0009)");
     EXPECT_EQ(report.refused[2].line, 4u);
     EXPECT_EQ(report.refused[3].line, 5u);
-    EXPECT_EQ(report.refused[4].reason.substr(0, 14), "the name 'Odd\xC2");
-    EXPECT_NE(report.refused[4].reason.find("(U+0081)"), std::string::npos);
+    // A C1 control is shown escaped like the others, never sent to a terminal.
+    EXPECT_EQ(report.refused[4].reason,
+              "the name 'Odd\\x81one' holds a control character (U+0081)");
     EXPECT_EQ(report.foodsAdded, 1u);
 }
 

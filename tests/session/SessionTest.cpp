@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -260,7 +261,7 @@ TEST_F(SessionTest, AddingSwitchingRenamingAndDeletingUsers) {
     EXPECT_TRUE(fs::exists(root / "Users" / "Ann" / "UserDB.ddb"));
     EXPECT_EQ(s->days().currentRecord(), nullptr);
     EXPECT_FALSE(s->addUser("Ann").ok());
-    EXPECT_EQ(UsersForm::addRefusal().caption, "New User");
+    EXPECT_EQ(UsersForm::addRefusal("Ann").caption, "New User");
 
     status = s->switchUser("Zerbu");
     ASSERT_TRUE(status.ok()) << status.message();
@@ -289,6 +290,32 @@ TEST_F(SessionTest, AddingSwitchingRenamingAndDeletingUsers) {
 
     EXPECT_EQ(UsersForm::confirmDelete("Ann").text,
               "Delete the user name and ALL ASSOCIATED DATA of 'Ann'?");
+}
+
+TEST(UsersForm, ARefusedNameSaysWhyWhenItCannotBeAUsersName) {
+    const struct {
+        std::optional<std::string> name;
+        const char* why;
+    } cases[] = {
+        {"Ann", "Make sure you are not inputting a duplicate name."},
+        {"", "A user name cannot be empty."},
+        {"..", "A user name cannot be \".\" or \"..\"."},
+        {"a/b", "A user name cannot hold \"/\" or \"\\\"."},
+        {"a\x1b[2J", "A user name cannot hold a control character."},
+        {"\x9D", "A user name cannot hold a control character."},
+        {"Users.udb", "A user name cannot be \"Users.udb\", the name of the list of users."},
+        {std::string(200, '\xE9'), "A user name cannot be longer than a folder's name can be."},
+        {std::nullopt, "A user name can hold only the characters of Windows-1252."},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(UsersForm::addRefusal(c.name).text,
+                  std::string("Could not add the user.  ") + c.why);
+        EXPECT_EQ(UsersForm::renameRefusal(c.name).text,
+                  std::string("Could not rename the user.  ") + c.why);
+    }
+    // A name quoted in a message shows its control characters, never sends them.
+    EXPECT_EQ(UsersForm::confirmDelete("Ann\x1b[2J\x81").text,
+              "Delete the user name and ALL ASSOCIATED DATA of 'Ann\\x1B[2J\\x81'?");
 }
 
 TEST_F(SessionTest, ThePreselectedUserIgnoresCaseAndFallsBackToTheFirst) {
@@ -411,7 +438,7 @@ TEST_F(SessionTest, RenamingTheOpenUserMovesEverythingAndSavesAtOnce) {
     ASSERT_TRUE(s->addUser("Zerbu").ok());
 }
 
-TEST_F(SessionTest, StartUpReturnsToTheRememberedUserWhenListedAndReadable) {
+TEST_F(SessionTest, StartUpReturnsToTheRememberedUserWhenListed) {
     {
         auto s = started();
         ASSERT_TRUE(s->initialLoad().ok());
@@ -430,12 +457,33 @@ TEST_F(SessionTest, StartUpReturnsToTheRememberedUserWhenListedAndReadable) {
         EXPECT_EQ(s->openUserName(), c.opened) << c.remembered;
         EXPECT_EQ(s->rememberedUserName(), c.opened);
     }
-    // A remembered user whose file cannot be read is not opened at start-up.
-    cutShort(root / "Users" / "Ann" / "UserDB.ddb", 1);
-    settings.setCurrentUserName("Ann");
-    auto s = started();
-    (void)s->initialLoad();
-    EXPECT_EQ(s->openUserName(), "Zerbu");
+    // A remembered user whose logbook or catalogue cannot be read is still the one opened: the
+    // failure names her and the file, nothing of hers is saved over, and no other user is made
+    // or remembered in her place.
+    for (const char* file : {"UserDB.ddb", "FoodDB.ddb"}) {
+        const std::vector<uint8_t> whole = fileBytes(root / "Users" / "Ann" / file);
+        cutShort(root / "Users" / "Ann" / file, 1);
+        const std::vector<uint8_t> damaged = fileBytes(root / "Users" / "Ann" / file);
+        const std::vector<uint8_t> list = fileBytes(root / "Users" / "Users.udb");
+        const auto folders = std::distance(fs::directory_iterator(root / "Users"), {});
+        settings.setCurrentUserName("Ann");
+        auto s = started();
+        const SessionStatus loaded = s->initialLoad();
+        EXPECT_NE(loaded.message().find(std::string("User 'Ann': ") + file + ": chunk "),
+                  std::string::npos)
+            << loaded.message();
+        EXPECT_EQ(s->openUserName(), "Ann");
+        EXPECT_EQ(s->rememberedUserName(), "Ann");
+        s->apply(Notices{.userData = true, .catalogue = true});
+        EXPECT_FALSE(s->saveAll().ok());
+        EXPECT_EQ(fileBytes(root / "Users" / "Ann" / file), damaged);
+        EXPECT_EQ(fileBytes(root / "Users" / "Users.udb"), list);
+        EXPECT_EQ(std::distance(fs::directory_iterator(root / "Users"), {}), folders);
+        s.reset();
+        std::ofstream(root / "Users" / "Ann" / file, std::ios::binary | std::ios::trunc)
+            .write(reinterpret_cast<const char*>(whole.data()),
+                   static_cast<std::streamsize>(whole.size()));
+    }
 }
 
 TEST_F(SessionTest, AFirstCatalogueEditKeepsTheShippedFoods) {

@@ -17,7 +17,7 @@ namespace {
 
 TEST(ShippedCatalogue, IsAValidCatalogueWithFoodsInEveryGroup) {
     FoodCatalogue c;
-    const StorageStatus s = readCatalogueFile(shippedCatalogue(), c, {"FoodDB.ddb", true});
+    const StorageStatus s = readCatalogueFile(shippedCatalogue(), c, {"FoodDB.ddb"});
     ASSERT_TRUE(s.ok()) << s.message();
     EXPECT_EQ(c.header.version, 4);
     EXPECT_EQ(c.header.groupChunks, c.expectedGroupChunks());
@@ -91,7 +91,7 @@ TEST(ShippedCatalogue, IsAValidCatalogueWithFoodsInEveryGroup) {
 // for that weight; an everyday food keeps its own serving.
 TEST(ShippedCatalogue, HoldsTheSourcesFoodsBesideTheEverydayFoods) {
     FoodCatalogue c;
-    ASSERT_TRUE(readCatalogueFile(shippedCatalogue(), c, {"FoodDB.ddb", true}).ok());
+    ASSERT_TRUE(readCatalogueFile(shippedCatalogue(), c, {"FoodDB.ddb"}).ok());
     const auto find = [&](int group, std::string_view category,
                           std::string_view name) -> const FoodItem* {
         for (const FoodCategory& cat : c.groups[group]) {

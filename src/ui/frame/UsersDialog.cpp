@@ -128,7 +128,7 @@ void UsersDialog::addUser() {
         }
         // Refused: a duplicate, a name that cannot be a folder, or one the list could not take.
         if (!fresh || session.users().find(*name) == kNoPosition) {
-            (void)showMessage(&ask, UsersForm::addRefusal());
+            (void)showMessage(&ask, UsersForm::addRefusal(name));
             ask.nameEdit()->selectAll();
             ask.nameEdit()->setFocus();
             continue;
@@ -190,7 +190,7 @@ void UsersDialog::renameUser() {
         }
     }
     if (!renamed) {
-        (void)showMessage(this, UsersForm::renameRefusal());
+        (void)showMessage(this, UsersForm::renameRefusal(newName));
         return;
     }
     m_notifier->announceUserChanged();
