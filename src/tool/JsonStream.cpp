@@ -24,7 +24,7 @@ constexpr std::string_view kKeyNames[] = {
     "dayIndex", "first",   "count",       "days",        "chunk",     "texts",      "foods",
     "format",   "names"};
 constexpr std::size_t kKeyCount = std::size(kKeyNames);
-static_assert(kKeyCount < 256);
+static_assert(kKeyCount <= 64, "an object's names are a bit each of 64");
 
 // An open-addressed table of the names, hashed on their length and a few characters.
 class KeyTable {
@@ -45,7 +45,7 @@ public:
         }
         for (std::size_t h = hash(name);; ++h) {
             const uint8_t id = m_slots[h & kMask];
-            if (id == 0 || kKeyNames[id] == name) {
+            if (id == 0 || same(kKeyNames[id], name)) {
                 return id;
             }
         }
@@ -53,6 +53,18 @@ public:
 
 private:
     static constexpr std::size_t kMask = 255;
+    // The names are short: compared here rather than by a library call.
+    static bool same(std::string_view a, std::string_view b) {
+        if (a.size() != b.size()) {
+            return false;
+        }
+        for (std::size_t i = 0; i < a.size(); ++i) {
+            if (a[i] != b[i]) {
+                return false;
+            }
+        }
+        return true;
+    }
     static std::size_t hash(std::string_view s) {
         const auto at = [&](std::size_t i) { return static_cast<std::size_t>(uint8_t(s[i])); };
         return s.size() * 7 + at(0) * 31 + at(s.size() - 1) * 131 + at(s.size() / 2) * 17;
@@ -74,45 +86,65 @@ bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// JSON's grammar of a number; `integer` tells whether it has neither fraction nor exponent.
-bool validNumber(std::string_view s, bool& integer) {
+// A number's text read by JSON's grammar: whether it has neither fraction nor exponent, and
+// its digits as an integer (while there are at most 19 of them) with the power of ten they are
+// to be scaled by.
+struct NumberText {
+    bool integer = true;
+    bool negative = false;
+    int count = 0;  // digits of the significand
+    uint64_t digits = 0;
+    int64_t exponent = 0;
+};
+
+bool readNumber(std::string_view s, NumberText& n) {
     std::size_t i = 0;
+    auto digit = [&] {
+        if (++n.count <= 19) {
+            n.digits = n.digits * 10 + static_cast<uint64_t>(s[i] - '0');
+        }
+        ++i;
+    };
     if (i < s.size() && s[i] == '-') {
+        n.negative = true;
         ++i;
     }
     if (i < s.size() && s[i] == '0') {
-        ++i;
+        digit();
     } else if (i < s.size() && s[i] >= '1' && s[i] <= '9') {
         while (i < s.size() && isDigit(s[i])) {
-            ++i;
+            digit();
         }
     } else {
         return false;
     }
-    integer = true;
     if (i < s.size() && s[i] == '.') {
-        integer = false;
-        const std::size_t digits = ++i;
+        n.integer = false;
+        const std::size_t first = ++i;
         while (i < s.size() && isDigit(s[i])) {
-            ++i;
+            digit();
+            --n.exponent;
         }
-        if (i == digits) {
+        if (i == first) {
             return false;
         }
     }
     if (i < s.size() && (s[i] == 'e' || s[i] == 'E')) {
-        integer = false;
+        n.integer = false;
         ++i;
+        const bool negative = i < s.size() && s[i] == '-';
         if (i < s.size() && (s[i] == '+' || s[i] == '-')) {
             ++i;
         }
-        const std::size_t digits = i;
-        while (i < s.size() && isDigit(s[i])) {
-            ++i;
+        const std::size_t first = i;
+        int64_t e = 0;
+        for (; i < s.size() && isDigit(s[i]); ++i) {
+            e = std::min<int64_t>(e * 10 + (s[i] - '0'), 1000000);
         }
-        if (i == digits) {
+        if (i == first) {
             return false;
         }
+        n.exponent += negative ? -e : e;
     }
     return i == s.size();
 }
@@ -173,6 +205,11 @@ uint32_t JsonTree::add(uint32_t parent, uint8_t key, Kind kind) {
     n.key = key;
     if (parent != kNone) {
         Node& p = m_nodes[parent];
+        if (key != 0) {
+            const uint64_t bit = uint64_t{1} << key;
+            p.repeated = p.repeated || (p.keys & bit) != 0;
+            p.keys |= bit;
+        }
         if (p.last == kNone) {
             p.first = index;
         } else {
@@ -185,16 +222,31 @@ uint32_t JsonTree::add(uint32_t parent, uint8_t key, Kind kind) {
 }
 
 uint32_t JsonTree::member(uint32_t object, uint8_t key) const {
-    uint32_t found = kNone;
-    if (key == 0) {
+    Node& o = m_nodes[object];
+    if (key == 0 || (o.keys & (uint64_t{1} << key)) == 0) {
+        return kNone;
+    }
+    if (o.repeated) {  // the last of the name counts
+        uint32_t found = kNone;
+        for (uint32_t i = o.first; i != kNone; i = m_nodes[i].next) {
+            if (m_nodes[i].key == key) {
+                found = i;
+            }
+        }
         return found;
     }
-    for (uint32_t i = m_nodes[object].first; i != kNone; i = m_nodes[i].next) {
+    const uint32_t start = o.found == kNone ? o.first : m_nodes[o.found].next;
+    for (uint32_t i = start; i != kNone; i = m_nodes[i].next) {
         if (m_nodes[i].key == key) {
-            found = i;
+            return o.found = i;
         }
     }
-    return found;
+    for (uint32_t i = o.first; i != start; i = m_nodes[i].next) {
+        if (m_nodes[i].key == key) {
+            return o.found = i;
+        }
+    }
+    return kNone;
 }
 
 TreeValue TreeValue::operator[](std::size_t i) const {
@@ -291,14 +343,7 @@ bool JsonPull::ensure(std::size_t n) {
     return true;
 }
 
-int JsonPull::peekChar() {
-    if (m_p == m_end && !refill()) {
-        return -1;
-    }
-    return static_cast<unsigned char>(*m_p);
-}
-
-void JsonPull::skipBlanks() {
+void JsonPull::skipBlanksAcrossReads() {
     for (;;) {
         while (m_p < m_end && isBlank(*m_p)) {
             ++m_p;
@@ -671,8 +716,8 @@ void JsonPull::number(JsonTree* tree, uint32_t parent, uint8_t key, uint32_t* in
         text = m_number;
     }
     const char* at = text.data() == m_number.data() ? m_p : start;
-    bool integer = false;
-    if (!validNumber(text, integer)) {
+    NumberText number;
+    if (!readNumber(text, number)) {
         failAt(at, "not a number: " + std::string(text.substr(0, 40)));
     }
     JsonTree::Node scratch;
@@ -680,9 +725,20 @@ void JsonPull::number(JsonTree* tree, uint32_t parent, uint8_t key, uint32_t* in
         tree != nullptr ? tree->node(*index = tree->add(parent, key, Kind::Float)) : scratch;
     const char* first = text.data();
     const char* last = first + text.size();
-    if (integer) {
+    constexpr uint64_t kExactInDouble = uint64_t{1} << 53;
+    if (number.integer) {
         if (text == "-0") {  // a negative zero float
             n.d = -0.0;
+            return;
+        }
+        if (number.count <= 19 && !number.negative) {
+            n.kind = Kind::Unsigned;
+            n.u = number.digits;
+            return;
+        }
+        if (number.count <= 18 && number.negative) {
+            n.kind = Kind::Integer;
+            n.i = -static_cast<int64_t>(number.digits);
             return;
         }
         if (text[0] == '-') {
@@ -700,6 +756,17 @@ void JsonPull::number(JsonTree* tree, uint32_t parent, uint8_t key, uint32_t* in
                 return;
             }
         }
+    } else if (number.count <= 19 && number.digits <= kExactInDouble && number.exponent >= -22 &&
+               number.exponent <= 22) {
+        // Both the digits and the power of ten are exact doubles, so one division or
+        // multiplication rounds the value correctly, as reading it digit by digit would.
+        static constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                             1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                             1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+        double d = static_cast<double>(number.digits);
+        d = number.exponent < 0 ? d / kPowers[-number.exponent] : d * kPowers[number.exponent];
+        n.d = number.negative ? -d : d;
+        return;
     }
     // A fraction, an exponent, or an integer beyond 64 bits: a double.
     double d = 0.0;

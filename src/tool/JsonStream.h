@@ -42,10 +42,13 @@ public:
     struct Node {
         Kind kind = Kind::Null;
         uint8_t key = 0;         // the member's name (jsonKeyId), in an object
+        bool repeated = false;   // an object with a name given twice
+        uint32_t found = kNone;  // the member found last: the next is looked for first
         uint32_t count = 0;      // elements or members; a string's length
         uint32_t first = kNone;  // the first element or member
         uint32_t last = kNone;
         uint32_t next = kNone;  // the next element or member of the same container
+        uint64_t keys = 0;      // the names an object holds, a bit each
         union {
             uint64_t u = 0;
             int64_t i;
@@ -66,11 +69,12 @@ public:
     [[nodiscard]] std::string_view text(const Node& n) const {
         return {m_chars.data() + n.text, n.count};
     }
-    // The last member of object named `key`, or kNone.
+    // The last member of object named `key`, or kNone. Members are mostly asked for in the
+    // order they were written, so the search starts after the one found before.
     [[nodiscard]] uint32_t member(uint32_t object, uint8_t key) const;
 
 private:
-    std::vector<Node> m_nodes;
+    mutable std::vector<Node> m_nodes;
     std::string m_chars;
 };
 
@@ -180,8 +184,21 @@ private:
     [[noreturn]] void failAt(const char* at, const std::string& why) const;
     bool refill();
     bool ensure(std::size_t n);
-    void skipBlanks();
-    int peekChar();
+    void skipBlanks() {
+        while (m_p < m_end && (*m_p == ' ' || *m_p == '\n' || *m_p == '\r' || *m_p == '\t')) {
+            ++m_p;
+        }
+        if (m_p == m_end) {
+            skipBlanksAcrossReads();
+        }
+    }
+    void skipBlanksAcrossReads();
+    int peekChar() {
+        if (m_p == m_end && !refill()) {
+            return -1;
+        }
+        return static_cast<unsigned char>(*m_p);
+    }
     void expect(char c, const char* what);
     void value(JsonTree* tree, uint32_t parent, uint8_t key, uint32_t* index);
     void scalar(JsonTree* tree, uint32_t parent, uint8_t key, uint32_t* index);
