@@ -74,6 +74,15 @@ private:
 
 const KeyTable kKeys;
 
+bool sameChars(const char* p, std::string_view name) {
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        if (p[i] != name[i]) {
+            return false;
+        }
+    }
+    return true;
+}
+
 bool isBlank(char c) {
     return c == ' ' || c == '\n' || c == '\r' || c == '\t';
 }
@@ -517,22 +526,38 @@ uint8_t JsonPull::memberKey() {
     if (peekChar() != '"') {
         fail(m_p == m_end ? "the document ends early" : "expected a member name in quotes");
     }
+    // A file's names come in the same order record after record: the name that followed the
+    // last one the time before is tried first, where it lies.
+    const uint8_t guess = m_follows[m_lastKey];
+    const std::string_view expected = kKeyNames[guess];
     uint8_t id = 0;
-    // Most names are plain and whole in the buffer: looked up where they lie.
-    const char* q = m_p + 1;
-    while (q < m_end && *q != '"' && *q != '\\' && static_cast<unsigned char>(*q) >= 0x20 &&
-           static_cast<unsigned char>(*q) < 0x80) {
-        ++q;
-    }
-    if (q < m_end && *q == '"') {
-        id = jsonKeyId(std::string_view(m_p + 1, static_cast<std::size_t>(q - m_p - 1)));
-        m_p = q + 1;
+    if (guess != 0 && static_cast<std::size_t>(m_end - m_p) > expected.size() + 1 &&
+        m_p[expected.size() + 1] == '"' && sameChars(m_p + 1, expected)) {
+        id = guess;
+        m_p += expected.size() + 2;
     } else {
-        m_key.clear();
-        readString(m_key);
-        id = jsonKeyId(m_key);
+        // Most names are plain and whole in the buffer: looked up where they lie.
+        const char* q = m_p + 1;
+        while (q < m_end && *q != '"' && *q != '\\' && static_cast<unsigned char>(*q) >= 0x20 &&
+               static_cast<unsigned char>(*q) < 0x80) {
+            ++q;
+        }
+        if (q < m_end && *q == '"') {
+            id = jsonKeyId(std::string_view(m_p + 1, static_cast<std::size_t>(q - m_p - 1)));
+            m_p = q + 1;
+        } else {
+            m_key.clear();
+            readString(m_key);
+            id = jsonKeyId(m_key);
+        }
+        m_follows[m_lastKey] = id;
     }
-    expect(':', "':' after a member name");
+    m_lastKey = id;
+    if (m_p < m_end && *m_p == ':') {
+        ++m_p;
+    } else {
+        expect(':', "':' after a member name");
+    }
     return id;
 }
 

@@ -221,6 +221,9 @@ private:
     uint64_t m_lineStart = 0;
     std::string m_key;
     std::string m_number;
+    // For each name, the name that came next the time before.
+    uint8_t m_follows[64] = {};
+    uint8_t m_lastKey = 0;
     // Containers being walked by enterObject/enterArray: whether each is an object, whether
     // its first member is still to come.
     struct Open {
