@@ -445,7 +445,9 @@ void JsonPull::skip() {
 
 void JsonPull::finish() {
     skipBlanks();
-    if (peekChar() >= 0) {
+    // A NUL byte where a token would start ends the document, as it does for the whole-document
+    // parser (which reads C strings alike); what follows it is not read.
+    if (peekChar() > 0) {
         fail("more follows the end of the document");
     }
 }

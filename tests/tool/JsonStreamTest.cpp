@@ -156,6 +156,8 @@ TEST(JsonStream, TakesAndRefusesTheJsonTheWholeDocumentReaderDoes) {
         {"\xEF\xBB" + good, Outcome::NotJson},
         {" \r\n\t" + good + " \r\n\t", Outcome::Read},
         {good + " x", Outcome::NotJson},
+        {good + std::string(" \0 x", 4), Outcome::Read},  // a NUL ends the document
+        {good.substr(0, good.size() - 1) + std::string("\0}", 2), Outcome::NotJson},
         {good + "{}", Outcome::NotJson},
         {good.substr(0, good.size() - 1), Outcome::NotJson},
         {"", Outcome::NotJson},
