@@ -87,6 +87,8 @@ CatalogueLoadResult loadCatalogue(FoodCatalogue& catalogue,
         case ReadFile::Read:
             break;
     }
+    // A catalogue's records take about 1.1 times its file.
+    const HeapReserve reserve(source.size() + source.size() / 8);
     StorageStatus status = readCatalogueFile(source, catalogue, {kCatalogueFileName});
     catalogue.modified = false;
     if (!status) {

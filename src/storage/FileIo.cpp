@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <cstring>
 #include <string>
+#include <tuple>
 #include <utility>
 
 namespace nutrovex {
@@ -125,31 +126,57 @@ void removeStaleTemporaries(const std::filesystem::path& path) {
 }
 
 constexpr std::size_t kMappedBufferSize = std::size_t{1} << 20;
+// The allocator's own step: its padding of a heap growth, the least it gives back, the least
+// block it maps apart.
+constexpr std::size_t kDefaultHeapStep = std::size_t{128} << 10;
 // Large enough for any chunk, small enough to stay in the cache while it is parsed.
 constexpr std::size_t kWindowSize = std::size_t{256} << 10;
 
 }  // namespace
 
-void tuneHeapForLargeLoads() {
-    constexpr std::size_t kReserve = std::size_t{64} << 20;
-    constexpr std::size_t kLargePage = std::size_t{2} << 20;
-    (void)::mallopt(M_TOP_PAD, static_cast<int>(kReserve));
-    (void)::mallopt(M_TRIM_THRESHOLD, static_cast<int>(kReserve));
-    // Grow the heap now, past what is free at its top, so that the reserve is there at once; it is
-    // address space only until used, and asking for large pages on it costs nothing until then.
-    void* probe = ::malloc(::mallinfo2().keepcost + 4096);
-    if (probe == nullptr) {
+HeapReserve::HeapReserve(std::size_t bytes) {
+#if defined(__GLIBC__) && defined(MADV_POPULATE_WRITE)
+    constexpr std::size_t kPage = 4096;
+    constexpr std::size_t kSmallest = std::size_t{1} << 20;
+    constexpr std::size_t kLargest = std::size_t{1} << 30;
+    if (bytes < kSmallest || bytes > kLargest) {
         return;
     }
-    const auto from =
-        (reinterpret_cast<std::uintptr_t>(probe) + kLargePage - 1) & ~(kLargePage - 1);
-    const auto to = reinterpret_cast<std::uintptr_t>(::sbrk(0)) & ~(kLargePage - 1);
-#ifdef MADV_HUGEPAGE
-    if (to > from) {
-        (void)::madvise(reinterpret_cast<void*>(from), to - from, MADV_HUGEPAGE);
+    // What the heap has free at its top, up to the break, is where the records will go.
+    auto top = [] {
+        const auto end = reinterpret_cast<std::uintptr_t>(::sbrk(0));
+        return std::pair{end - ::mallinfo2().keepcost, end};
+    };
+    // Nothing freed at the top goes back to the system while the load fills it.
+    (void)::mallopt(M_TRIM_THRESHOLD, static_cast<int>(kLargest));
+    m_active = true;
+    auto [from, to] = top();
+    if (to - from < bytes) {
+        // Grow the heap by the reserve in one step: a block larger than its free top, taken from
+        // the heap rather than mapped apart, with the reserve as the padding of the growth.
+        const std::size_t probe = to - from + kPage;
+        (void)::mallopt(M_MMAP_THRESHOLD, static_cast<int>(probe + kPage));
+        (void)::mallopt(M_TOP_PAD, static_cast<int>(bytes));
+        void* volatile block = ::malloc(probe);  // volatile: the pair is not to be elided
+        ::free(block);
+        (void)::mallopt(M_TOP_PAD, static_cast<int>(kDefaultHeapStep));
+        (void)::mallopt(M_MMAP_THRESHOLD, static_cast<int>(kDefaultHeapStep));
+        std::tie(from, to) = top();
     }
+    from = (from + kPage - 1) & ~(kPage - 1);
+    to = std::min(to & ~(kPage - 1), from + bytes);
+    if (to > from) {
+        (void)::madvise(reinterpret_cast<void*>(from), to - from, MADV_POPULATE_WRITE);
+    }
+#else
+    (void)bytes;
 #endif
-    ::free(probe);
+}
+
+HeapReserve::~HeapReserve() {
+    if (m_active) {
+        (void)::mallopt(M_TRIM_THRESHOLD, static_cast<int>(kDefaultHeapStep));
+    }
 }
 
 ByteBuffer::ByteBuffer(std::size_t size) : m_size(size), m_capacity(size) {

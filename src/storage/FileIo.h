@@ -51,10 +51,20 @@ private:
     bool m_mapped = false;
 };
 
-// Lets the heap grow in large steps, so that loading the largest files takes a few system calls
-// instead of one for every 128 KiB of records. The program and the tool call it at start; memory
-// is only made resident when it is used.
-void tuneHeapForLargeLoads();
+// Readies `bytes` of heap for the records of a load while it lives: the heap grows by that much
+// at once and its pages are made resident in one call, rather than in a page fault each as the
+// records fill them (a fault costs microseconds where the program runs, and a load of the largest
+// files took over 10,000). Only for what the load will fill: its file's size tells that.
+class HeapReserve {
+public:
+    explicit HeapReserve(std::size_t bytes);
+    ~HeapReserve();
+    HeapReserve(const HeapReserve&) = delete;
+    HeapReserve& operator=(const HeapReserve&) = delete;
+
+private:
+    bool m_active = false;
+};
 
 enum class ReadFile { Read, Missing, Failed };
 
