@@ -1,5 +1,7 @@
 #include "core/ServingUnits.h"
 
+#include "core/Names.h"
+
 namespace nutrovex {
 
 const std::array<const char*, kUnitCount> kUnitNames = {"pinch", "tsp", "tbsp",  "cup", "pint",
@@ -45,6 +47,24 @@ bool copiesUnchanged(unsigned unit) {
 }
 
 }  // namespace
+
+std::optional<uint8_t> unitNamed(std::string_view text) {
+    if (!text.empty() && text.size() <= 4 &&
+        text.find_first_not_of("0123456789") == std::string_view::npos) {
+        unsigned code = 0;
+        for (const char c : text) {
+            code = code * 10 + static_cast<unsigned>(c - '0');
+        }
+        return code < kUnitCount ? std::optional<uint8_t>(static_cast<uint8_t>(code))
+                                 : std::nullopt;
+    }
+    for (std::size_t u = 0; u < kUnitNames.size(); ++u) {
+        if (compareIgnoringCase(text, kUnitNames[u]) == 0) {
+            return static_cast<uint8_t>(u);
+        }
+    }
+    return std::nullopt;
+}
 
 bool unitsCompatible(unsigned from, unsigned to) {
     return (from < 10) == (to < 10);

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string_view>
 
 #include "core/ServingQuantity.h"
 
@@ -10,6 +11,10 @@ namespace nutrovex {
 
 inline constexpr int kUnitCount = 15;
 extern const std::array<const char*, kUnitCount> kUnitNames;
+
+// A unit by its name in any case ("g", "Cup"), or by its code in digits ("12"); as the food CSV
+// and the recipes name them.
+[[nodiscard]] std::optional<uint8_t> unitNamed(std::string_view text);
 
 // Volume units (0..9) convert among themselves; weight and item units (10..14) among
 // themselves, "item" counting as one gram on purpose.

@@ -97,19 +97,6 @@ std::optional<int> groupOf(std::string_view text, std::string& reason) {
     return std::nullopt;
 }
 
-std::optional<uint8_t> unitOf(std::string_view text) {
-    if (allDigits(text)) {
-        const int u = std::stoi(std::string(text));
-        return u < kUnitCount ? std::optional<uint8_t>(static_cast<uint8_t>(u)) : std::nullopt;
-    }
-    for (int u = 0; u < kUnitCount; ++u) {
-        if (compareIgnoringCase(text, kUnitNames[static_cast<std::size_t>(u)]) == 0) {
-            return static_cast<uint8_t>(u);
-        }
-    }
-    return std::nullopt;
-}
-
 // A plain decimal number; "-0" is 0.
 std::optional<double> numberOf(std::string_view text) {
     if (!text.empty() && text.front() == '+') {
@@ -194,7 +181,7 @@ std::optional<FoodItem> foodOf(const std::array<std::string_view, kFoodCsvColumn
     if (!amount) {
         return std::nullopt;
     }
-    const std::optional<uint8_t> unit = unitOf(stripBlanks(f[kUnit]));
+    const std::optional<uint8_t> unit = unitNamed(stripBlanks(f[kUnit]));
     if (!unit) {
         reason = "the unit " + quoted(f[kUnit]) + " is not a serving unit";
         return std::nullopt;
