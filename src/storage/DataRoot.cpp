@@ -7,6 +7,8 @@
 #include "core/Cp1252.h"
 #include "storage/CatalogueFile.h"
 #include "storage/FileIo.h"
+#include "storage/RecipeFile.h"
+#include "storage/TargetsFile.h"
 #include "storage/UserFile.h"
 #include "storage/UserList.h"
 
@@ -37,8 +39,8 @@ std::optional<std::filesystem::path> userFolderPath(const std::filesystem::path&
 }
 
 std::size_t removeStaleSaves(const std::filesystem::path& folder) {
-    static constexpr std::array<std::string_view, 3> kOurFiles = {kUserFileName, kCatalogueFileName,
-                                                                  kUserListFileName};
+    static constexpr std::array<std::string_view, 5> kOurFiles = {
+        kUserFileName, kCatalogueFileName, kUserListFileName, kRecipesFileName, kTargetsFileName};
     return removeStaleTemporaries(folder, kOurFiles);
 }
 

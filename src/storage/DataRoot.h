@@ -19,7 +19,8 @@ namespace nutrovex {
                                                                   std::string_view name);
 
 // Removes what saves killed part-way left behind in a folder of the data root (the root, the
-// users folder or a user's folder): temporary files of our three files, nothing else. Only for
+// users folder or a user's folder): temporary files of our three files and the side files,
+// nothing else. Only for
 // the holder of the root's lock. Returns how many were removed.
 std::size_t removeStaleSaves(const std::filesystem::path& folder);
 

@@ -79,7 +79,8 @@ public:
     // Adds a user: refused for a listed name, a name that could leave the users folder, or a
     // folder of that name already on disk. Makes the folder, then writes the list.
     [[nodiscard]] StorageStatus add(std::string_view name);
-    // Deletes the user's two files and folder (failures there ignored), then the name.
+    // Deletes the user's files (the two data files and the side files) and folder (failures there
+    // ignored), then the name.
     [[nodiscard]] StorageStatus remove(Position pos);
     // Renames the user: the folder with everything in it moves to the new name (one rename),
     // then the list is written; refused when a folder of the new name is already there.
