@@ -40,8 +40,9 @@ Recipe farRecipe() {
             (group * (kCategories - 1) + category) * (kFoods + 1) + 1 + kFoods);
         char name[32];
         std::snprintf(name, sizeof name, "Sample food no. %06u", serial % 1000000);
-        r.ingredients.push_back(
-            {static_cast<uint8_t>(group), "Category " + std::to_string(category), name, 1.5f, 3});
+        r.ingredients.push_back({static_cast<uint8_t>(group),
+                                 "Category " + std::to_string(category), name, 1.5f,
+                                 ServingUnit::Cup});
     }
     return r;
 }

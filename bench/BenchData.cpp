@@ -57,8 +57,8 @@ FoodItem makeFood(uint32_t serial, int group) {
     std::snprintf(name, sizeof name, "Sample food no. %06u", serial % 1000000);  // 21 characters
     f.name = name;
     f.text2 = name;
-    f.serving = {1.5f, 3, 0};
-    f.ref2 = {1.0f, 3, 0};
+    f.serving = {1.5f, ServingUnit::Cup, 0};
+    f.ref2 = {1.0f, ServingUnit::Cup, 0};
     f.nutrients = {245.0f, 48.5f, 2.0f, 10.0f, 1.5f, 0.2f};
     f.ratio = 1.5f;
     f.group = static_cast<uint16_t>(group);

@@ -14,7 +14,7 @@
 #include "charts/HistoricChartForm.h"
 #include "core/UserStore.h"
 #include "logbook/DayCursor.h"
-#include "ui/charts/ChartPainter.h"
+#include "render/ChartPainter.h"
 
 namespace {
 

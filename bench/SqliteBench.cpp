@@ -37,7 +37,7 @@ void check(int rc, sqlite3* db) {
 
 void bindServing(sqlite3_stmt* s, int column, const ServingQuantity& q) {
     sqlite3_bind_double(s, column, q.amount);
-    sqlite3_bind_int(s, column + 1, q.unit);
+    sqlite3_bind_int(s, column + 1, unitByte(q.unit));
     sqlite3_bind_int(s, column + 2, q.sub);
 }
 
@@ -100,7 +100,7 @@ Text textColumn(sqlite3_stmt* s, int column) {
 
 ServingQuantity servingColumns(sqlite3_stmt* s, int column) {
     return {static_cast<float>(sqlite3_column_double(s, column)),
-            static_cast<uint8_t>(sqlite3_column_int(s, column + 1)),
+            unitFromByte(static_cast<uint8_t>(sqlite3_column_int(s, column + 1))),
             static_cast<uint8_t>(sqlite3_column_int(s, column + 2))};
 }
 

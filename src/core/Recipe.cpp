@@ -126,7 +126,7 @@ std::optional<RecipeProblem> recipeProblem(const Recipe& recipe) {
               in.amount <= static_cast<float>(kMaxIngredientAmount))) {
             return refuse("the amount must be from 0.005 to 10000");
         }
-        if (in.unit >= kUnitCount) {
+        if (!isKnownUnit(in.unit)) {
             return refuse("the unit is not a serving unit");
         }
     }

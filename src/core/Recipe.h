@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/ServingUnits.h"
+
 namespace nutrovex {
 
 // A recipe: catalogue foods, each in an amount and unit, making a number of servings. Its values
@@ -31,7 +33,7 @@ struct RecipeIngredient {
     std::string category;
     std::string food;
     float amount = 0.0f;
-    uint8_t unit = 0;
+    ServingUnit unit = ServingUnit::Pinch;
 
     friend bool operator==(const RecipeIngredient&, const RecipeIngredient&) = default;
 };

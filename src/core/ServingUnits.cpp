@@ -1,14 +1,15 @@
 #include "core/ServingUnits.h"
 
 #include "core/Names.h"
+#include "core/ServingQuantity.h"
 
 namespace nutrovex {
 
-const std::array<const char*, kUnitCount> kUnitNames = {"pinch", "tsp", "tbsp",  "cup", "pint",
-                                                        "qrt",   "gal", "fl oz", "l",   "ml",
-                                                        "oz",    "lbs", "g",     "kg",  "item"};
-
 namespace {
+
+constexpr std::array<const char*, kUnitCount> kUnitNames = {"pinch", "tsp", "tbsp",  "cup", "pint",
+                                                            "qrt",   "gal", "fl oz", "l",   "ml",
+                                                            "oz",    "lbs", "g",     "kg",  "item"};
 
 // To the family's base unit (fluid ounce, gram) and back, as doubles.
 constexpr double kToBase[kUnitCount] = {0.020833333333333332,
@@ -42,49 +43,56 @@ constexpr double kFromBase[kUnitCount] = {48.0,
                                           0.001,
                                           1.0};
 
-bool copiesUnchanged(unsigned unit) {
-    return unit == 7 || unit == 12 || unit == 14;
+// The family's base units themselves, copied without a multiplication.
+bool copiesUnchanged(ServingUnit unit) {
+    return unit == ServingUnit::FluidOunce || unit == ServingUnit::Gram ||
+           unit == ServingUnit::Item;
 }
 
 }  // namespace
 
-std::optional<uint8_t> unitNamed(std::string_view text) {
+const char* unitName(ServingUnit unit) {
+    return isKnownUnit(unit) ? kUnitNames[unitByte(unit)] : nullptr;
+}
+
+std::optional<ServingUnit> unitNamed(std::string_view text) {
     if (!text.empty() && text.size() <= 4 &&
         text.find_first_not_of("0123456789") == std::string_view::npos) {
-        unsigned code = 0;
+        unsigned byte = 0;
         for (const char c : text) {
-            code = code * 10 + static_cast<unsigned>(c - '0');
+            byte = byte * 10 + static_cast<unsigned>(c - '0');
         }
-        return code < kUnitCount ? std::optional<uint8_t>(static_cast<uint8_t>(code))
+        return byte < kUnitCount ? std::optional(unitFromByte(static_cast<uint8_t>(byte)))
                                  : std::nullopt;
     }
-    for (std::size_t u = 0; u < kUnitNames.size(); ++u) {
-        if (compareIgnoringCase(text, kUnitNames[u]) == 0) {
-            return static_cast<uint8_t>(u);
+    for (const ServingUnit u : kServingUnits) {
+        if (compareIgnoringCase(text, unitName(u)) == 0) {
+            return u;
         }
     }
     return std::nullopt;
 }
 
-bool unitsCompatible(unsigned from, unsigned to) {
-    return (from < 10) == (to < 10);
+bool unitsCompatible(ServingUnit from, ServingUnit to) {
+    return isVolumeUnit(from) == isVolumeUnit(to);
 }
 
-ConvertResult convertServing(float amount, unsigned from, unsigned to, float& out) {
+ConvertResult convertServing(float amount, ServingUnit from, ServingUnit to, float& out) {
     if (!unitsCompatible(from, to)) {
         return ConvertResult::Failed;
     }
     float base = 0.0f;
-    if (from < kUnitCount) {
+    if (isKnownUnit(from)) {
         base = copiesUnchanged(from)
                    ? amount
-                   : static_cast<float>(static_cast<double>(amount) * kToBase[from]);
+                   : static_cast<float>(static_cast<double>(amount) * kToBase[unitByte(from)]);
     }
-    if (to >= kUnitCount) {
+    if (!isKnownUnit(to)) {
         return ConvertResult::NothingWritten;
     }
-    out =
-        copiesUnchanged(to) ? base : static_cast<float>(static_cast<double>(base) * kFromBase[to]);
+    out = copiesUnchanged(to)
+              ? base
+              : static_cast<float>(static_cast<double>(base) * kFromBase[unitByte(to)]);
     return ConvertResult::Converted;
 }
 

@@ -31,14 +31,14 @@ double clampField(double value, double top) {
 
 }  // namespace
 
-std::optional<uint8_t> FoodValueFields::unit() const {
+std::optional<ServingUnit> FoodValueFields::unit() const {
     if (unitIndex < 0 || static_cast<std::size_t>(unitIndex) >= units.size()) {
         return std::nullopt;
     }
     return units[static_cast<std::size_t>(unitIndex)];
 }
 
-bool FoodValueFields::selectUnit(uint8_t unit) {
+bool FoodValueFields::selectUnit(ServingUnit unit) {
     const auto it = std::find(units.begin(), units.end(), unit);
     unitIndex = it == units.end() ? -1 : static_cast<int>(it - units.begin());
     return unitIndex >= 0;
@@ -52,28 +52,24 @@ void FoodValueFields::clearValues() {
     }
 }
 
-std::vector<uint8_t> allUnits() {
-    std::vector<uint8_t> units(kUnitCount);
-    for (int u = 0; u < kUnitCount; ++u) {
-        units[static_cast<std::size_t>(u)] = static_cast<uint8_t>(u);
-    }
-    return units;
+std::vector<ServingUnit> allUnits() {
+    return {kServingUnits.begin(), kServingUnits.end()};
 }
 
-std::vector<uint8_t> loggingUnits(const FoodItem& item) {
-    std::vector<uint8_t> units;
-    for (int u = 0; u < kUnitCount; ++u) {
-        const ServingQuantity& ref = item.referenceFor(static_cast<uint8_t>(u));
-        const bool fromReference = ref.amount != 0.0f && ref.unit < kUnitCount &&
-                                   unitsCompatible(ref.unit, static_cast<unsigned>(u));
+std::vector<ServingUnit> loggingUnits(const FoodItem& item) {
+    std::vector<ServingUnit> units;
+    for (const ServingUnit u : kServingUnits) {
+        const ServingQuantity& ref = item.referenceFor(u);
+        const bool fromReference =
+            ref.amount != 0.0f && isKnownUnit(ref.unit) && unitsCompatible(ref.unit, u);
         if (fromReference || u == item.serving.unit) {
-            units.push_back(static_cast<uint8_t>(u));
+            units.push_back(u);
         }
     }
     // Only a food without any reference serving (or with nothing usable) may be measured in
     // anything; an "item" reference allows just the item.
     const auto usable = [](const ServingQuantity& ref) {
-        return ref.amount != 0.0f && ref.unit < kUnitCount;
+        return ref.amount != 0.0f && isKnownUnit(ref.unit);
     };
     if (units.empty() || (!usable(item.ref1) && !usable(item.ref2))) {
         return allUnits();
@@ -81,7 +77,7 @@ std::vector<uint8_t> loggingUnits(const FoodItem& item) {
     return units;
 }
 
-void showItem(FoodValueFields& fields, const FoodItem& item, std::vector<uint8_t> units) {
+void showItem(FoodValueFields& fields, const FoodItem& item, std::vector<ServingUnit> units) {
     fields.units = std::move(units);
     fields.amount = clampField(item.serving.amount, kMaxServingAmount);
     (void)fields.selectUnit(item.serving.unit);
@@ -159,7 +155,7 @@ bool setNutrientReportingClamp(FoodItem& item, int nutrient, float value) {
 FoodItem buildEntry(const FoodItem& working, const FoodValueFields& fields, bool withMeal) {
     FoodItem entry = working;
     const ServingQuantity serving{static_cast<float>(fields.amount.value_or(0.0)),
-                                  fields.unit().value_or(0), working.serving.sub};
+                                  fields.unit().value_or(ServingUnit::Pinch), working.serving.sub};
     entry.serving = serving;
     entry.setReference(serving);  // the serving is its own reference: ratio 1
     (void)setNutrientReportingClamp(entry, kCalories,
@@ -192,7 +188,7 @@ uint16_t mealForHour(int hour) {
 FoodItemForm FoodItemForm::newItem(FoodCatalogue& catalogue, int group, int category) {
     FoodItemForm form(FoodFormKind::NewItem);
     form.m_catalogue = &catalogue;
-    form.m_working.serving = {1.0f, 3, 0};
+    form.m_working.serving = {1.0f, ServingUnit::Cup, 0};
     form.m_working.updateRatio();
     form.m_valid = group >= 0 && group < kFoodGroupCount;
     form.m_group = form.m_valid ? group : 0;
@@ -202,7 +198,7 @@ FoodItemForm FoodItemForm::newItem(FoodCatalogue& catalogue, int group, int cate
                                                                                     : -1;
     form.fields.units = allUnits();
     form.fields.amount = 1.0;
-    (void)form.fields.selectUnit(3);
+    (void)form.fields.selectUnit(ServingUnit::Cup);
     form.fields.calories = 0;
     for (int n = 1; n < kNutrientCount; ++n) {
         form.fields.grams[static_cast<std::size_t>(n)] = 0.0;

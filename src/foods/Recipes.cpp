@@ -32,27 +32,27 @@ const FoodItem* catalogueFood(const FoodCatalogue& catalogue, int group,
     return &c->foods[item];
 }
 
-std::string unitList(const std::vector<uint8_t>& units) {
+std::string unitList(const std::vector<ServingUnit>& units) {
     std::string names;
-    for (const uint8_t u : units) {
+    for (const ServingUnit u : units) {
         names += names.empty() ? "" : ", ";
-        names += u < kUnitCount ? kUnitNames[u] : "?";
+        names += isKnownUnit(u) ? unitName(u) : "?";
     }
     return names;
 }
 
-bool offers(const std::vector<uint8_t>& units, uint8_t unit) {
+bool offers(const std::vector<ServingUnit>& units, ServingUnit unit) {
     return std::find(units.begin(), units.end(), unit) != units.end();
 }
 
 // Why the unit cannot measure the food as logging would, or nullopt when it can.
-std::optional<std::string> unitProblem(const FoodItem& food, uint8_t unit) {
-    const std::vector<uint8_t> units = loggingUnits(food);
+std::optional<std::string> unitProblem(const FoodItem& food, ServingUnit unit) {
+    const std::vector<ServingUnit> units = loggingUnits(food);
     if (offers(units, unit)) {
         return std::nullopt;
     }
     return quotedForMessage(food.name.view()) + " cannot be measured in " +
-           (unit < kUnitCount ? kUnitNames[unit] : "that unit") + ", only in " + unitList(units);
+           (isKnownUnit(unit) ? unitName(unit) : "that unit") + ", only in " + unitList(units);
 }
 
 // Calories to whole ones, halves up; grams to a tenth, halves away from zero: the fields of the
@@ -144,7 +144,7 @@ FoodItem recipeFood(const Recipe& recipe, const Nutrients& perServing) {
     food.name = recipe.name;
     food.text2 = recipe.name;  // the find searches the second name
     food.group = recipe.group;
-    food.serving = {1.0f, 14, 0};
+    food.serving = {1.0f, ServingUnit::Item, 0};
     food.setReference(food.serving);
     for (int n = 0; n < kNutrientCount; ++n) {
         food.setNutrient(n, perServing[static_cast<std::size_t>(n)]);

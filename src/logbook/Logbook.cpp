@@ -174,40 +174,10 @@ Notices Logbook::deleteAllDays() {
     return moved();
 }
 
-ScreenMessage Logbook::confirmResetPersonal() {
-    return {"A reset will clear all fields.  Do you wish to reset your personal information?",
-            "Personal Information", MessageKind::Question};
-}
-
-Notices Logbook::resetPersonal() {
-    if (!userOpen()) {
-        return {};
-    }
-    m_days->store().profile.resetPersonal();
-    Notices n = moved();
-    n.personalInfoReset = true;
-    return n;
-}
-
-ScreenMessage Logbook::confirmResetGoals() {
-    return {"A reset will clear all fields.  Do you wish to reset your weight loss goals?",
-            "Reset Goals", MessageKind::Question};
-}
-
-Notices Logbook::resetGoals() {
-    if (!userOpen()) {
-        return {};
-    }
-    UserStore& store = m_days->store();
-    store.profile.resetGoals(store.today());
-    return moved();
-}
-
 Notices Logbook::waterChanged(bool editModified, std::string_view text) {
-    if (!userOpen() || (!editModified && !m_waterStepped)) {
+    if (!userOpen() || !editModified) {
         return {};
     }
-    m_waterStepped = false;
     unsigned value = 0;
     for (std::size_t i = 0; i < text.size() && i < kWaterMaxChars; ++i) {
         if (text[i] < '0' || text[i] > '9') {

@@ -95,15 +95,8 @@ public:
     // On Yes: the profile and goals are kept, the current date becomes today.
     Notices deleteAllDays();
 
-    [[nodiscard]] static ScreenMessage confirmResetPersonal();
-    Notices resetPersonal();
-    [[nodiscard]] static ScreenMessage confirmResetGoals();
-    Notices resetGoals();
-
-    // The water edit: a step of the arrows only arms the next change notification; a change
-    // the person made (editModified, or after a step) is stored, creating the day if needed.
-    // The form's own writes (neither) are ignored. The caller clears the edit's modified state.
-    void waterStepped() { m_waterStepped = true; }
+    // The water edit: a change the person made (editModified) is stored, creating the day if
+    // needed; the form's own writes are ignored. The caller clears the edit's modified state.
     Notices waterChanged(bool editModified, std::string_view text);
 
 private:
@@ -111,7 +104,6 @@ private:
     Notices moved();
 
     DayCursor* m_days;
-    bool m_waterStepped = false;
 };
 
 }  // namespace nutrovex

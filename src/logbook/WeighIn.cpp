@@ -18,8 +18,6 @@ const char* const kNoJournalText = "Enter daily notes here.";
 
 namespace {
 
-constexpr unsigned kUnitPounds = 11;
-constexpr unsigned kUnitKilograms = 13;
 constexpr int16_t kMaxWeightEntry = 999;
 
 }  // namespace
@@ -46,7 +44,7 @@ WholeResult dayWeightToWhole(float pounds, bool metric) {
         return weightToWhole(pounds, false);
     }
     float kilograms = 0.0f;
-    (void)convertServing(pounds, kUnitPounds, kUnitKilograms, kilograms);
+    (void)convertServing(pounds, ServingUnit::Pound, ServingUnit::Kilogram, kilograms);
     return {true, roundWhole(kilograms)};
 }
 
@@ -59,7 +57,8 @@ float storedWeightFromEntry(int16_t typed, bool metric) {
     }
     float pounds = typed;
     if (metric) {
-        (void)convertServing(static_cast<float>(typed), kUnitKilograms, kUnitPounds, pounds);
+        (void)convertServing(static_cast<float>(typed), ServingUnit::Kilogram, ServingUnit::Pound,
+                             pounds);
     }
     return pounds;
 }

@@ -5,6 +5,7 @@
 
 #include "calc/Totals.h"
 #include "core/Names.h"
+#include "session/UserCatalogue.h"
 #include "storage/CatalogueStorage.h"
 #include "storage/DataRoot.h"
 #include "storage/RecipeFile.h"
@@ -130,30 +131,13 @@ void Session::loadCatalogueFor(SessionStatus& status) {
     if (!m_shippedCatalogue.empty()) {
         status.add(installTemplateCatalogue(m_root, m_shippedCatalogue));
     }
-    const StorageStatus path = setCataloguePath(m_catalogue, m_users, m_store.dataFilePath);
-    if (!path) {
-        status.add(path);
-        m_catalogue.reset();
-        m_catalogue.filePath.clear();
-        m_catalogue.folderPath.clear();
-        m_catalogueFailure = path.message();
-        return;
-    }
-    const CatalogueLoadResult loaded = loadCatalogue(m_catalogue, templateCataloguePath(m_root));
-    switch (loaded.outcome) {
-        case CatalogueLoad::Read:
-            m_catalogueReadWhole = true;
-            break;
-        case CatalogueLoad::Copied:
-            m_catalogueReadWhole = true;
-            m_catalogueCopied = true;
-            break;
-        case CatalogueLoad::Failed:
-            status.add(loaded.status);
-            m_catalogueFailure = loaded.status.message();
-            m_catalogueReadWhole = !fileExists(m_catalogue.filePath);
-            break;
-    }
+    const UserCatalogueLoad loaded =
+        loadUserCatalogue(m_catalogue, m_users, m_store.dataFilePath, templateCataloguePath(m_root),
+                          MissingCatalogue::CopyTemplate);
+    status.add(loaded.status);
+    m_catalogueFailure = loaded.status.message();
+    m_catalogueReadWhole = loaded.readWhole;
+    m_catalogueCopied = loaded.outcome == CatalogueLoad::Copied;
 }
 
 void Session::closeUser() {

@@ -22,12 +22,12 @@ RecipeIngredient decodeIngredient(const Json& value, const std::string& path) {
     in.amount = static_cast<float>(number(value.at("amount"), member(path, "amount")));
     const std::string unitPath = member(path, "unit");
     const std::string unit = text(value.at("unit"), unitPath);
-    const std::optional<uint8_t> code = unitNamed(unit);
+    const std::optional<ServingUnit> code = unitNamed(unit);
     if (!code) {
         std::string names;
-        for (const char* n : kUnitNames) {
+        for (const ServingUnit u : kServingUnits) {
             names += names.empty() ? "" : ", ";
-            names += n;
+            names += unitName(u);
         }
         throw Refusal{unitPath,
                       "'" + sidejson::printable(unit) + "' is not a serving unit (" + names + ")"};
@@ -71,7 +71,8 @@ void appendRecipe(std::string& out, const Recipe& r) {
         out += ", \"amount\": ";
         appendFloat(out, in.amount);
         out += ", \"unit\": ";
-        appendString(out, in.unit < kUnitCount ? kUnitNames[in.unit] : std::to_string(in.unit));
+        appendString(out,
+                     isKnownUnit(in.unit) ? unitName(in.unit) : std::to_string(unitByte(in.unit)));
         out += "}";
     }
     out += "]}";

@@ -9,13 +9,13 @@
 #include "core/Cp1252.h"
 #include "core/UserStore.h"
 #include "logbook/DayCursor.h"
+#include "render/ChartPng.h"
 #include "session/SessionSettings.h"
 #include "storage/DataRoot.h"
 #include "storage/FileIo.h"
 #include "storage/UserFile.h"
 #include "storage/UserStorage.h"
 #include "tool/UserLookup.h"
-#include "ui/charts/ChartPng.h"
 
 namespace nutrovex::tool {
 

@@ -53,10 +53,6 @@ struct CatalogueFood {
     bool served;     // measured as people serve it (an item, a cup, an ounce), not weighed
 };
 
-// Grams and kilograms: the composition tables' raw ingredients come weighed.
-constexpr uint8_t kGramsUnit = 12;
-constexpr uint8_t kKilogramsUnit = 13;
-
 enum Meal { kBreakfast, kLunch, kDinner, kSnack };
 
 // Which food groups a meal draws on (the eight groups are fixed by the file format).
@@ -102,8 +98,10 @@ std::vector<CatalogueFood> usableFoods(const FoodCatalogue& catalogue) {
             for (std::size_t i = 0; i < categories[c].foods.size(); ++i) {
                 const FoodItem& food = categories[c].foods[i];
                 const float calories = food.shownNutrient(kCalories);
-                const bool served =
-                    food.serving.unit != kGramsUnit && food.serving.unit != kKilogramsUnit;
+                // Grams and kilograms: the catalogue's foods without a household measure come
+                // weighed.
+                const bool served = food.serving.unit != ServingUnit::Gram &&
+                                    food.serving.unit != ServingUnit::Kilogram;
                 // Skip what nobody eats by itself as a meal's part (a spoon of sugar, tea).
                 if (calories >= 40.0f && calories <= 800.0f) {
                     foods.push_back(

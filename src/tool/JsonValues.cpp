@@ -514,7 +514,7 @@ CalendarDate dateField(const Json& object, const char* name) {
 Json servingJson(const ServingQuantity& s) {
     Json j;
     j["amount"] = floatJson(s.amount);
-    j["unit"] = s.unit;
+    j["unit"] = unitByte(s.unit);
     j["sub"] = s.sub;
     return j;
 }
@@ -525,7 +525,7 @@ ServingQuantity servingValue(const Json& value, const char* what) {
     }
     ServingQuantity s;
     s.amount = floatField(value, "amount");
-    s.unit = intField<uint8_t>(value, "unit");
+    s.unit = unitFromByte(intField<uint8_t>(value, "unit"));
     s.sub = intField<uint8_t>(value, "sub");
     return s;
 }

@@ -10,6 +10,7 @@
 #include "core/Recipe.h"
 #include "core/ServingUnits.h"
 #include "foods/Recipes.h"
+#include "session/UserCatalogue.h"
 #include "storage/CatalogueStorage.h"
 #include "storage/DataRoot.h"
 #include "storage/FileIo.h"
@@ -70,28 +71,17 @@ std::optional<RecipeArgs> parseArgs(Args args, bool withFile, std::ostream& err,
     return parsed;
 }
 
-// The user's catalogue, or the template's foods for a user who has none yet (as the program
-// would start them), read without writing anything.
+// The user's catalogue as the program finds it, or the template's foods for a user who has none
+// yet, read without writing anything.
 bool readCatalogue(const UserFiles& files, FoodCatalogue& catalogue, std::ostream& err) {
-    std::error_code ec;
-    std::filesystem::path path = files.catalogue;
-    if (!std::filesystem::exists(path, ec)) {
-        path = templateCataloguePath(files.root);
-        if (!std::filesystem::exists(path, ec)) {
-            catalogue.filePath = files.catalogue;
-            catalogue.folderPath = files.folder;
-            return true;  // nothing to start from: an empty catalogue
-        }
-    }
-    catalogue.filePath = path;
-    catalogue.folderPath = path.parent_path();
-    const CatalogueLoadResult loaded = loadCatalogue(catalogue, {});
-    if (loaded.outcome != CatalogueLoad::Read) {
-        err << path.string() << ": " << loaded.status.message() << "\n";
+    const UserCatalogueLoad loaded =
+        loadUserCatalogue(catalogue, files.users, files.userFile, templateCataloguePath(files.root),
+                          MissingCatalogue::UseTemplate);
+    if (loaded.outcome == CatalogueLoad::Failed) {
+        err << (loaded.failed.empty() ? std::string() : loaded.failed.string() + ": ")
+            << loaded.status.message() << "\n";
         return false;
     }
-    catalogue.filePath = files.catalogue;
-    catalogue.folderPath = files.folder;
     return true;
 }
 
@@ -112,7 +102,7 @@ Json recipeJson(const Recipe& recipe, const FoodCatalogue& catalogue) {
                                {"category", cp1252ToUtf8(in.category)},
                                {"food", cp1252ToUtf8(in.food)},
                                {"amount", floatJson(in.amount)},
-                               {"unit", in.unit < kUnitCount ? kUnitNames[in.unit] : "?"}});
+                               {"unit", isKnownUnit(in.unit) ? unitName(in.unit) : "?"}});
     }
     const RecipeStatus status = recipeStatus(catalogue, recipe);
     Json missing = Json::array();

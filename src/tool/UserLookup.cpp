@@ -11,7 +11,8 @@
 namespace nutrovex::tool {
 
 std::optional<std::filesystem::path> listedUserFolder(const std::filesystem::path& root,
-                                                      std::string_view user, std::ostream& err) {
+                                                      std::string_view user, std::ostream& err,
+                                                      std::vector<Text>* names) {
     ByteBuffer bytes;
     StorageError error;
     switch (readWholeFile(userListPath(root), bytes, error)) {
@@ -48,6 +49,9 @@ std::optional<std::filesystem::path> listedUserFolder(const std::filesystem::pat
     }
     for (const Text& name : list.names) {
         if (name.view() == user) {
+            if (names != nullptr) {
+                *names = list.names;
+            }
             return userFolderPath(root, user);
         }
     }
@@ -59,10 +63,14 @@ std::optional<UserFiles> openUserFiles(const GlobalOptions& options, std::string
                                        Access access, std::string_view command, std::ostream& err) {
     UserFiles files;
     files.root = chooseDataRoot(options.root).path;
-    const std::optional<std::filesystem::path> folder = listedUserFolder(files.root, user, err);
+    std::vector<Text> names;
+    const std::optional<std::filesystem::path> folder =
+        listedUserFolder(files.root, user, err, &names);
     if (!folder) {
         return std::nullopt;
     }
+    files.users = UserList(files.root);
+    files.users.setNames(std::move(names));
     files.folder = *folder;
     files.userFile = files.folder / kUserFileName;
     files.catalogue = files.folder / kCatalogueFileName;

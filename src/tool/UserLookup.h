@@ -5,16 +5,21 @@
 #include <optional>
 #include <ostream>
 #include <string_view>
+#include <vector>
 
+#include "core/Text.h"
 #include "session/InstanceLock.h"
+#include "storage/UserList.h"
 #include "tool/Commands.h"
 
 namespace nutrovex::tool {
 
 // The folder of a user listed in the data root's user list, read without side effects (a
 // missing list is not written). nullopt, with the reason on err, when there is no such user.
+// names, when given, receives the list's names.
 [[nodiscard]] std::optional<std::filesystem::path> listedUserFolder(
-    const std::filesystem::path& root, std::string_view user, std::ostream& err);
+    const std::filesystem::path& root, std::string_view user, std::ostream& err,
+    std::vector<Text>* names = nullptr);
 
 // Where a command over one listed user's files works: the data root (--root, else its defaults),
 // the user's folder and the two files in it, and for a command that writes, the root's lock.
@@ -23,6 +28,7 @@ struct UserFiles {
     std::filesystem::path folder;
     std::filesystem::path userFile;   // UserDB.ddb
     std::filesystem::path catalogue;  // FoodDB.ddb
+    UserList users{{}};               // the root's list, as read
     std::unique_ptr<InstanceLock> lock;
 };
 

@@ -203,8 +203,8 @@ TEST(TargetProgress, ALoggedDayIsMeasuredFromItsFoodsAndBudget) {
     run.calories = 350;
     ASSERT_NE(day.appendExercise(run), kNoPosition);
     FoodItem fish;
-    fish.setReference({1, 14, 0});
-    fish.setServing({2, 14, 0});
+    fish.setReference({1, ServingUnit::Item, 0});
+    fish.setServing({2, ServingUnit::Item, 0});
     fish.setNutrient(kProtein, 43.75f);
     day.rawFields().groups[2].push_back(fish);
 

@@ -25,9 +25,9 @@ FoodItem rice() {
     FoodItem f;
     f.name = "Rice";
     f.text2 = "Rice";
-    f.setReference({100.0f, 12, 0});
-    f.setReference({1.0f, 3, 0}, true);
-    f.setServing({100.0f, 12, 0});
+    f.setReference({100.0f, ServingUnit::Gram, 0});
+    f.setReference({1.0f, ServingUnit::Cup, 0}, true);
+    f.setServing({100.0f, ServingUnit::Gram, 0});
     f.nutrients = {130.0f, 28.0f, 0.4f, 2.7f, 0.3f, 0.1f};
     return f;
 }
@@ -139,28 +139,30 @@ TEST(FoodForms, SettersClampAndReportOnlyATopClamp) {
     EXPECT_FLOAT_EQ(f.nutrients[kFat], 0.0f);
 }
 
+// The units from first to last, in list order.
+std::vector<ServingUnit> unitsFrom(ServingUnit first, ServingUnit last) {
+    return {kServingUnits.begin() + unitByte(first), kServingUnits.begin() + unitByte(last) + 1};
+}
+
 TEST(FoodForms, UnitsOfferedForLoggingFollowTheReferences) {
     FoodItem both = rice();
-    std::vector<uint8_t> expected;
-    for (uint8_t u = 0; u < 14; ++u) {
-        expected.push_back(u);
-    }
-    EXPECT_EQ(loggingUnits(both), expected);  // volume by the cup, weight by the grams
+    // Volume by the cup, weight by the grams.
+    EXPECT_EQ(loggingUnits(both), unitsFrom(ServingUnit::Pinch, ServingUnit::Kilogram));
     FoodItem bagel;
-    bagel.setReference({1.0f, 14, 0});
-    bagel.setServing({1.0f, 14, 0});
+    bagel.setReference({1.0f, ServingUnit::Item, 0});
+    bagel.setServing({1.0f, ServingUnit::Item, 0});
     // An item reference allows only the item: volumes and weights would measure against nothing.
-    EXPECT_EQ(loggingUnits(bagel), (std::vector<uint8_t>{14}));
+    EXPECT_EQ(loggingUnits(bagel), std::vector<ServingUnit>{ServingUnit::Item});
     FoodItem unmeasured;  // no reference at all: anything may be logged
-    unmeasured.setServing({1.0f, 14, 0});
+    unmeasured.setServing({1.0f, ServingUnit::Item, 0});
     EXPECT_EQ(loggingUnits(unmeasured), allUnits());
     FoodItem milk;
-    milk.setReference({1.0f, 3, 0});
-    milk.setServing({1.0f, 3, 0});
-    EXPECT_EQ(loggingUnits(milk), (std::vector<uint8_t>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
+    milk.setReference({1.0f, ServingUnit::Cup, 0});
+    milk.setServing({1.0f, ServingUnit::Cup, 0});
+    EXPECT_EQ(loggingUnits(milk), unitsFrom(ServingUnit::Pinch, ServingUnit::Millilitre));
     FoodItem slice = bagel;
-    slice.setReference({30.0f, 12, 0}, true);
-    EXPECT_EQ(loggingUnits(slice), (std::vector<uint8_t>{10, 11, 12, 13, 14}));
+    slice.setReference({30.0f, ServingUnit::Gram, 0}, true);
+    EXPECT_EQ(loggingUnits(slice), unitsFrom(ServingUnit::Ounce, ServingUnit::Item));
 }
 
 class CatalogueForms : public ::testing::Test {
@@ -186,7 +188,7 @@ TEST_F(CatalogueForms, ANewItemStartsAsOneCupAndStoresItsServingAsReference) {
     FoodItemForm form = filledNewItem("  Barley ");
     EXPECT_EQ(form.caption(), std::string("New Food Item"));
     EXPECT_EQ(form.fields.amount, 1.0);
-    EXPECT_EQ(form.fields.unit(), 3);
+    EXPECT_EQ(form.fields.unit(), ServingUnit::Cup);
     EXPECT_EQ(form.fields.calories, 0u);
     form.fields.amount = 0.5;
     form.fields.calories = 99999;  // typed, then OK without leaving the field
@@ -199,7 +201,7 @@ TEST_F(CatalogueForms, ANewItemStartsAsOneCupAndStoresItsServingAsReference) {
     const FoodItem& f = catalogue.groups[5][0].foods[0];
     EXPECT_EQ(f.name.str(), "Barley");
     EXPECT_EQ(f.text2.str(), "Barley");
-    EXPECT_EQ(f.serving, (ServingQuantity{0.5f, 3, 0}));
+    EXPECT_EQ(f.serving, (ServingQuantity{0.5f, ServingUnit::Cup, 0}));
     EXPECT_EQ(f.ref2, f.serving);
     EXPECT_EQ(f.ref1, ServingQuantity{});
     EXPECT_FLOAT_EQ(f.ratio, 1.0f);
@@ -272,8 +274,8 @@ TEST_F(CatalogueForms, ShownValuesFollowTheServing) {
 TEST_F(CatalogueForms, TypedValuesAreScaledWhenTheServingChanges) {
     FoodItem bagel;
     bagel.name = "Bagel";
-    bagel.setReference({1.0f, 14, 0});
-    bagel.setServing({1.0f, 14, 0});
+    bagel.setReference({1.0f, ServingUnit::Item, 0});
+    bagel.setServing({1.0f, ServingUnit::Item, 0});
     bagel.nutrients = {245.0f, 48.0f, 2.0f, 10.0f, 1.5f, 0.2f};
     ASSERT_EQ(addFoodItem(catalogue, 5, 0, bagel), 0);
     const auto check = [](FoodItemForm form, const char* what) {
@@ -364,7 +366,7 @@ TEST_F(CatalogueForms, InsertFoodLogsIntoTheCurrentDayAndEditEntryReplacesIt) {
     EXPECT_EQ(entry.key.value, 41u);
     EXPECT_EQ(entry.loggedFlag, 1);
     EXPECT_EQ(entry.meal, 2);
-    EXPECT_EQ(entry.serving, (ServingQuantity{200.0f, 12, 0}));
+    EXPECT_EQ(entry.serving, (ServingQuantity{200.0f, ServingUnit::Gram, 0}));
     EXPECT_EQ(entry.ref1, entry.serving);
     EXPECT_TRUE(sameFood(entry, day->allFoods()[0]));
     EXPECT_EQ(r.notices, (Notices{.userData = true, .dataChanged = true}));

@@ -17,8 +17,8 @@ FoodItem perItem(const char* name, float calories) {
     FoodItem f;
     f.name = name;
     f.text2 = name;
-    f.setReference({1.0f, 14, 0});
-    f.setServing({1.0f, 14, 0});
+    f.setReference({1.0f, ServingUnit::Item, 0});
+    f.setServing({1.0f, ServingUnit::Item, 0});
     f.setNutrient(kCalories, calories);
     f.setNutrient(kProtein, 4.0f);
     return f;
@@ -50,7 +50,7 @@ TEST_F(LogFood, InitialPositionsAreUsedOnceThenTheFirstEntries) {
     EXPECT_EQ(form.foodNames(), (std::vector<std::string_view>{"Onion", "Plain", "Sesame"}));
     EXPECT_EQ(form.selectedCopy().name.str(), "Sesame");
     EXPECT_EQ(form.fields.calories, 250u);
-    EXPECT_EQ(form.fields.unit(), 14);
+    EXPECT_EQ(form.fields.unit(), ServingUnit::Item);
     form.selectCategory(1);
     EXPECT_EQ(form.selectedCopy().name.str(), "Rye");
     form.selectCategory(0);

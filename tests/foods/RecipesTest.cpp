@@ -12,10 +12,10 @@
 namespace nutrovex {
 namespace {
 
-constexpr uint8_t kCup = 3;
-constexpr uint8_t kTbsp = 2;
-constexpr uint8_t kGram = 12;
-constexpr uint8_t kItem = 14;
+constexpr ServingUnit kCup = ServingUnit::Cup;
+constexpr ServingUnit kTbsp = ServingUnit::Tablespoon;
+constexpr ServingUnit kGram = ServingUnit::Gram;
+constexpr ServingUnit kItem = ServingUnit::Item;
 
 FoodItem catalogueFood(const char* name, ServingQuantity serving, Nutrients values) {
     FoodItem f;
@@ -122,7 +122,7 @@ TEST(Recipes, ARecipeBecomesAFoodOfTheCategoryRecipes) {
     EXPECT_EQ(food.key.value, counter + 2);
     EXPECT_EQ(saved.food.key, food.key);
     // It is logged like any food: one serving is one item.
-    EXPECT_EQ(loggingUnits(food), std::vector<uint8_t>{kItem});
+    EXPECT_EQ(loggingUnits(food), std::vector<ServingUnit>{kItem});
 }
 
 TEST(Recipes, EditingMakesTheFoodAgainUnderAFreshKey) {

@@ -155,13 +155,6 @@ TEST_F(LogbookTest, TheFormsOwnWaterWritesAreIgnored) {
     (void)logbook.pickDate(dmy(4, 5, 2002));
     EXPECT_EQ(logbook.waterChanged(false, "0"), Notices{});
     EXPECT_TRUE(store.days().empty());
-
-    // A step of the arrows arms exactly one change.
-    logbook.waterStepped();
-    EXPECT_EQ(logbook.waterChanged(false, "1"), (Notices{.userData = true, .dayCreated = true}));
-    EXPECT_EQ(store.dayAt(0).water(), 1);
-    EXPECT_EQ(logbook.waterChanged(false, "2"), Notices{});
-    EXPECT_EQ(store.dayAt(0).water(), 1);
 }
 
 TEST_F(LogbookTest, WaterTakesTwoDigitsAtMost) {
@@ -262,14 +255,6 @@ TEST_F(LogbookTest, Confirmations) {
     EXPECT_EQ(Logbook::confirmDeleteAllDays(),
               (ScreenMessage{"Are you sure you want to delete all days?", "All Days",
                              MessageKind::Question}));
-    EXPECT_EQ(Logbook::confirmResetPersonal(),
-              (ScreenMessage{"A reset will clear all fields.  Do you wish to reset your personal "
-                             "information?",
-                             "Personal Information", MessageKind::Question}));
-    EXPECT_EQ(Logbook::confirmResetGoals(),
-              (ScreenMessage{"A reset will clear all fields.  Do you wish to reset your weight "
-                             "loss goals?",
-                             "Reset Goals", MessageKind::Question}));
 }
 
 TEST_F(LogbookTest, DeleteAllDaysKeepsTheProfile) {
@@ -280,19 +265,6 @@ TEST_F(LogbookTest, DeleteAllDaysKeepsTheProfile) {
     EXPECT_EQ(store.profile.age(), 40);
     EXPECT_TRUE(currentIs(21, 11, 2002));
     EXPECT_EQ(logbook.figures()->record, "Record: -- of 0");
-}
-
-TEST_F(LogbookTest, ResetsClearTheirPartAndSayWhatHappened) {
-    store.profile.setAge(40);
-    store.profile.setGoalWeight(150.0f);
-    Notices n = logbook.resetGoals();
-    EXPECT_EQ(n, (Notices{.userData = true, .dataChanged = true}));
-    EXPECT_LT(store.profile.goalWeight(), 0.0f);
-    EXPECT_EQ(store.profile.age(), 40);
-
-    n = logbook.resetPersonal();
-    EXPECT_EQ(n, (Notices{.userData = true, .dataChanged = true, .personalInfoReset = true}));
-    EXPECT_EQ(store.profile.age(), -1);
 }
 
 }  // namespace

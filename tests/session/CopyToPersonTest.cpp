@@ -26,8 +26,8 @@ FoodItem food(const char* name, uint16_t group, float calories) {
     f.text2 = name;
     f.group = group;
     f.loggedFlag = 1;
-    f.setReference({1, 14, 0});
-    f.setServing({2, 14, 0});
+    f.setReference({1, ServingUnit::Item, 0});
+    f.setServing({2, ServingUnit::Item, 0});
     f.setNutrient(kCalories, calories);
     return f;
 }

@@ -47,8 +47,8 @@ protected:
         FoodItem bagel;
         bagel.name = "Bagel";
         bagel.text2 = "Bagel";
-        bagel.setReference({1, 14, 0});
-        bagel.setServing({1, 14, 0});
+        bagel.setReference({1, ServingUnit::Item, 0});
+        bagel.setServing({1, ServingUnit::Item, 0});
         bagel.setNutrient(kCalories, 245);
         bagels.foods.push_back(bagel);
         c.groups[5].push_back(bagels);

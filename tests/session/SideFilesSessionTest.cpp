@@ -27,7 +27,7 @@ Recipe bagelHalves() {
     r.name = "Bagel halves";
     r.group = 5;
     r.servings = 2;
-    r.ingredients = {{5, "Bagels", "Bagel", 1, 14}};
+    r.ingredients = {{5, "Bagels", "Bagel", 1, ServingUnit::Item}};
     return r;
 }
 

@@ -124,7 +124,7 @@ RecipeBook recipeBookVersion(const char* prefix) {
         for (int i = 0; i < 20; ++i) {
             recipe.ingredients.push_back(
                 {static_cast<uint8_t>(i % 8), "Category " + std::to_string(i),
-                 "Food " + std::to_string(i), 1.5f + static_cast<float>(i), 12});
+                 "Food " + std::to_string(i), 1.5f + static_cast<float>(i), ServingUnit::Gram});
         }
         book.push_back(std::move(recipe));
     }

@@ -18,9 +18,9 @@ Recipe pancakes() {
     r.name = "Pancakes";
     r.group = 5;
     r.servings = 4;
-    r.ingredients = {{5, "Flour", "Wheat flour", 250.0f, 12},
-                     {1, "Milk", "Milk, whole", 1.5f, 3},
-                     {2, "Eggs", "Egg", 2.0f, 14}};
+    r.ingredients = {{5, "Flour", "Wheat flour", 250.0f, ServingUnit::Gram},
+                     {1, "Milk", "Milk, whole", 1.5f, ServingUnit::Cup},
+                     {2, "Eggs", "Egg", 2.0f, ServingUnit::Item}};
     return r;
 }
 
@@ -31,7 +31,7 @@ RecipeBook sampleBook() {
         "e";  // Windows-1252
     creme.group = 0;
     creme.servings = 1000;
-    creme.ingredients = {{0, "Sweets \"best\"", "Sugar\\brown", 0.1f, 0}};
+    creme.ingredients = {{0, "Sweets \"best\"", "Sugar\\brown", 0.1f, ServingUnit::Pinch}};
     return {pancakes(), creme};
 }
 
@@ -68,8 +68,8 @@ TEST(RecipesFile, UnitsAreReadByNameInAnyCaseOrByCode) {
                              read)
                     .ok());
     ASSERT_EQ(read.size(), 1u);
-    EXPECT_EQ(read[0].ingredients[0].unit, 1);
-    EXPECT_EQ(read[0].ingredients[1].unit, 9);
+    EXPECT_EQ(read[0].ingredients[0].unit, ServingUnit::Teaspoon);
+    EXPECT_EQ(read[0].ingredients[1].unit, ServingUnit::Millilitre);
 }
 
 const std::string kValidRecipe =

@@ -84,8 +84,8 @@ UserFile goldenRecords() {
     bagel.loggedFlag = 1;
     bagel.name = "Bagel";
     bagel.text2 = Text::null();
-    bagel.serving = {1.0f, 14, 0};
-    bagel.ref2 = {1.0f, 14, 0};
+    bagel.serving = {1.0f, ServingUnit::Item, 0};
+    bagel.ref2 = {1.0f, ServingUnit::Item, 0};
     bagel.nutrients = {245.0f, 48.0f, 2.0f, 10.0f, 1.5f, 0.2f};
     bagel.ratio = 1.0f;
     bagel.group = 5;

@@ -1,7 +1,6 @@
 #include "ui/catalogue/CatalogueDialog.h"
 
 #include <QAbstractItemDelegate>
-#include <QFile>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QKeySequence>
@@ -11,10 +10,10 @@
 #include <QMenuBar>
 #include <QProgressDialog>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QVBoxLayout>
 
 #include "foods/FoodCsv.h"
+#include "session/FoodCsvFiles.h"
 #include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/catalogue/CFoodTreeCtrl.h"
@@ -27,8 +26,6 @@ namespace nutrovex {
 
 namespace {
 
-// Rows imported between two updates of the progress dialog.
-constexpr std::size_t kImportStep = 250;
 // Smaller files are imported without showing the progress at once.
 constexpr std::size_t kShowProgressFrom = 1000;
 
@@ -361,46 +358,40 @@ void CatalogueDialog::importCsv() {
     if (path.isEmpty()) {
         return;
     }
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        (void)present({"The file " + path.toStdString() +
-                           " cannot be read: " + file.errorString().toStdString(),
+    const FoodCsvText csv = readFoodCsvFile(path.toStdString());
+    if (!csv.failure.empty()) {
+        (void)present({"The file " + path.toStdString() + " cannot be read: " + csv.failure,
                        "Import", MessageKind::Warning});
         return;
     }
-    const QByteArray bytes = file.readAll();
-    FoodCatalogue& catalogue = m_notifier->session().catalogue();
-    FoodCsvImport import(
-        std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
-    const auto total = static_cast<int>(import.rowCount());
-    if (!import.finished()) {
-        CatalogueSnapshot before(catalogue);
-        QProgressDialog progress(QStringLiteral("Importing food items..."),
-                                 QStringLiteral("&Cancel"), 0, total, this);
-        progress.setWindowTitle(QStringLiteral("Import"));
-        progress.setWindowModality(Qt::WindowModal);
-        progress.setAutoClose(false);
-        progress.setAutoReset(false);
-        progress.setMinimumDuration(import.rowCount() >= kShowProgressFrom ? 0 : 2000);
-        while (!import.finished()) {
-            import.step(catalogue, kImportStep);
-            const auto done = static_cast<int>(import.rowsDone());
-            progress.setValue(done);
-            Q_EMIT importProgress(done, total);
-            if (progress.wasCanceled()) {
-                before.restore(catalogue);
-                m_model->reload();
-                afterCommand();
-                return;
+    std::unique_ptr<QProgressDialog> progress;
+    const FoodCsvImportResult result = importFoodCsv(
+        m_notifier->session().catalogue(), csv, [&](std::size_t rowsDone, std::size_t rows) {
+            const auto done = static_cast<int>(rowsDone);
+            const auto total = static_cast<int>(rows);
+            if (!progress) {
+                progress =
+                    std::make_unique<QProgressDialog>(QStringLiteral("Importing food items..."),
+                                                      QStringLiteral("&Cancel"), 0, total, this);
+                progress->setWindowTitle(QStringLiteral("Import"));
+                progress->setWindowModality(Qt::WindowModal);
+                progress->setAutoClose(false);
+                progress->setAutoReset(false);
+                progress->setMinimumDuration(rows >= kShowProgressFrom ? 0 : 2000);
             }
-        }
-    }
-    const ImportReport& report = import.report();
+            progress->setValue(done);
+            Q_EMIT importProgress(done, total);
+            return !progress->wasCanceled();
+        });
     m_model->reload();
-    if (report.foodsAdded > 0 || report.categoriesAdded > 0) {
-        publish(Notices{.catalogue = true, .dataChanged = true});
+    if (result.abandoned) {
+        afterCommand();
+        return;
     }
-    (void)present(importMessage(report));
+    if (result.notices.any()) {
+        publish(result.notices);
+    }
+    (void)present(importMessage(result.report));
     afterCommand();
 }
 
@@ -413,19 +404,14 @@ void CatalogueDialog::exportCsv() {
     if (path.isEmpty()) {
         return;
     }
-    const std::string csv = [this] {
+    const StorageStatus written = [&] {
         const WaitCursor wait;
-        return foodsCsv(m_notifier->session().catalogue());
+        return exportFoodCsvFile(m_notifier->session().catalogue(), path.toStdString());
     }();
-    QSaveFile file(path);
-    const bool written = file.open(QIODevice::WriteOnly) &&
-                         file.write(csv.data(), static_cast<qint64>(csv.size())) ==
-                             static_cast<qint64>(csv.size()) &&
-                         file.commit();
     if (!written) {
-        (void)present({"The file " + path.toStdString() +
-                           " cannot be written: " + file.errorString().toStdString(),
-                       "Export", MessageKind::Warning});
+        (void)present(
+            {"The file " + path.toStdString() + " cannot be written: " + written.message(),
+             "Export", MessageKind::Warning});
     }
     afterCommand();
 }

@@ -8,8 +8,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "render/ChartPainter.h"
 #include "session/Session.h"
-#include "ui/charts/ChartPainter.h"
 #include "ui/charts/ChartWidgets.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"

@@ -14,6 +14,7 @@ AboutDialog::AboutDialog(QWidget* parent)
     : QDialog(parent),
       m_product(new QLabel(toQString(AboutForm::productName()), this)),
       m_version(new QLabel(toQString(AboutForm::version()), this)),
+      m_licence(new QLabel(toQString(AboutForm::licence()), this)),
       m_ok(new QPushButton(toQString(AboutForm::okText()), this)) {
     setWindowTitle(toQString(AboutForm::title()));
     setModal(true);
@@ -29,6 +30,10 @@ AboutDialog::AboutDialog(QWidget* parent)
     m_version->setAlignment(Qt::AlignCenter);
     m_product->setAccessibleName(QStringLiteral("Product"));
     m_version->setAccessibleName(QStringLiteral("Version"));
+    m_licence->setFont(small);
+    m_licence->setAlignment(Qt::AlignCenter);
+    m_licence->setWordWrap(true);
+    m_licence->setAccessibleName(QStringLiteral("Licence"));
     m_ok->setAccessibleName(toQString(AboutForm::okText()));
     m_ok->setDefault(true);
 
@@ -39,6 +44,7 @@ AboutDialog::AboutDialog(QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_product);
     layout->addWidget(m_version);
+    layout->addWidget(m_licence);
     layout->addWidget(separator);
     layout->addWidget(m_ok, 0, Qt::AlignCenter);
 

@@ -108,7 +108,7 @@ TEST_F(FoodScreens, AFoodLoggedInOuncesShowsOnTheMealsScreenAndInTheDayTotals) {
     ASSERT_EQ(today().group(4).size(), 5u);
     const FoodItem& apple = today().group(4)[log.loggedPosition()];
     EXPECT_EQ(apple.name.str(), "Apple");
-    EXPECT_EQ(apple.serving.unit, 10);
+    EXPECT_EQ(apple.serving.unit, ServingUnit::Ounce);
     EXPECT_FLOAT_EQ(apple.serving.amount, 2.0f);
     EXPECT_EQ(apple.meal, 1);
     EXPECT_EQ(today().allFoods().size(), 6u);

@@ -9,7 +9,7 @@
 namespace nutrovex {
 namespace {
 
-TEST(AboutDialog, ShowsTheProductAndVersionAndClosesOnOk) {
+TEST(AboutDialog, ShowsTheProductVersionAndLicenceAndClosesOnOk) {
     AboutDialog dialog;
     dialog.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
@@ -20,6 +20,9 @@ TEST(AboutDialog, ShowsTheProductAndVersionAndClosesOnOk) {
     }
     EXPECT_TRUE(texts.contains(QStringLiteral("Nutrovex"))) << texts.join(u'|').toStdString();
     EXPECT_TRUE(texts.contains(QStringLiteral("V4.0.0.0"))) << texts.join(u'|').toStdString();
+    const QString all = texts.join(u'|');
+    EXPECT_TRUE(all.contains(QStringLiteral("GPL-3.0-or-later"))) << all.toStdString();
+    EXPECT_TRUE(all.contains(QStringLiteral("public domain"))) << all.toStdString();
 
     const auto buttons = dialog.findChildren<QPushButton*>();
     ASSERT_EQ(buttons.size(), 1);

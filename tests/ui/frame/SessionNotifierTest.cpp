@@ -53,7 +53,10 @@ TEST_F(SessionNotifierTest, ACommandsNoticesMarkTheDataAndReachEveryScreen) {
     EXPECT_EQ(signalCounts(), (std::vector<int>{0, 0, 1, 0}));
 
     // Resetting the personal information: the screens showing it reload, and all redraw.
-    EXPECT_TRUE(notifier.apply(logbook.resetPersonal()).ok());
+    session.store().profile.resetPersonal();
+    EXPECT_TRUE(
+        notifier.apply(Notices{.userData = true, .dataChanged = true, .personalInfoReset = true})
+            .ok());
     EXPECT_EQ(signalCounts(), (std::vector<int>{1, 1, 1, 0}));
 
     // A command that changed nothing announces nothing.
@@ -76,7 +79,8 @@ TEST_F(SessionNotifierTest, ASavePointWritesWhatChangedOrSaysWhyNot) {
     // the data stays modified for a later save, and the screens still hear about the change.
     fs::remove_all(userFile.parent_path());
     std::ofstream(userFile.parent_path()) << "in the way";
-    const SessionStatus status = notifier.applyAndSave(logbook.resetGoals());
+    const SessionStatus status =
+        notifier.applyAndSave(Notices{.userData = true, .dataChanged = true});
     ASSERT_FALSE(status.ok());
     EXPECT_NE(status.message().find("UserDB.ddb"), std::string::npos) << status.message();
     EXPECT_TRUE(session.userDataModified());

@@ -1,4 +1,4 @@
-#include "ui/charts/ChartPng.h"
+#include "render/ChartPng.h"
 
 #include <QBuffer>
 #include <QFont>
@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <memory>
 
-#include "ui/charts/ChartPainter.h"
+#include "render/ChartPainter.h"
 
 namespace nutrovex {
 
