@@ -28,9 +28,12 @@ struct Notices {
     bool dataChanged = false;
     bool dayCreated = false;
     bool personalInfoReset = false;
+    bool recipes = false;  // the person's recipes (Recipes.json) must be saved
+    bool targets = false;  // the person's targets (Targets.json) must be saved
 
     [[nodiscard]] bool any() const {
-        return userData || catalogue || dataChanged || dayCreated || personalInfoReset;
+        return userData || catalogue || dataChanged || dayCreated || personalInfoReset || recipes ||
+               targets;
     }
     Notices& operator|=(const Notices& other) {
         userData = userData || other.userData;
@@ -38,6 +41,8 @@ struct Notices {
         dataChanged = dataChanged || other.dataChanged;
         dayCreated = dayCreated || other.dayCreated;
         personalInfoReset = personalInfoReset || other.personalInfoReset;
+        recipes = recipes || other.recipes;
+        targets = targets || other.targets;
         return *this;
     }
     friend bool operator==(const Notices&, const Notices&) = default;

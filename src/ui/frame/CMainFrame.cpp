@@ -132,7 +132,7 @@ void CMainFrame::showUser() {
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
     Session& session = m_notifier->session();
-    if (session.userDataModified() || session.catalogueModified()) {
+    if (session.userDataModified() || session.catalogueModified() || session.sideFilesModified()) {
         SessionStatus status;
         {
             const WaitCursor wait;
