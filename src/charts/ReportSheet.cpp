@@ -1,5 +1,6 @@
 #include "charts/ReportSheet.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "calc/Bmr.h"
@@ -199,8 +200,7 @@ std::vector<BudgetSection> reportSummary(const RangeReport& report) {
     sections.push_back(std::move(trend));
 
     BudgetSection measured = measuredSection(report.maintenance, p);
-    measured.heading = "Measured maintenance, the " + std::to_string(kMaintenanceWindowDays) +
-                       " days to " + shortDate(report.to);
+    measured.heading = "Maintenance measured to " + shortDate(report.to);
     sections.push_back(std::move(measured));
     return sections;
 }
@@ -335,6 +335,27 @@ std::vector<ReportRow> reportRows(const RangeReport& report) {
         }
     }
     return rows;
+}
+
+std::vector<std::size_t> reportPageStarts(const std::vector<ReportRow>& rows,
+                                          std::size_t firstPageRows, std::size_t pageRows) {
+    pageRows = std::max<std::size_t>(pageRows, 2);
+    std::vector<std::size_t> starts;
+    std::size_t start = 0;
+    std::size_t room = firstPageRows > 0 ? firstPageRows : pageRows;
+    while (start < rows.size()) {
+        starts.push_back(start);
+        std::size_t end = std::min(start + room, rows.size());
+        const auto isTotal = [](ReportRowKind k) {
+            return k == ReportRowKind::WeekTotal || k == ReportRowKind::RangeTotal;
+        };
+        if (end > start + 1 && end < rows.size() && isTotal(rows[end - 1].kind)) {
+            --end;
+        }
+        start = end;
+        room = pageRows;
+    }
+    return starts;
 }
 
 std::vector<std::string> reportNotes(const RangeReport& report) {

@@ -294,10 +294,32 @@ TEST_F(RangeReportTest, SummarySaysWhoWhenWhatGoalAndWhatIsMissing) {
         "# Weight trend",
         "Trend: 180.0 to 180.0 lbs",
         "Rate: 0.0 lbs/week",
-        "# Measured maintenance, the 28 days to 1/14/2026",
+        "# Maintenance measured to 1/14/2026",
         " Measured maintenance needs 11 more days of food logging.",
         "Trend: 0.0 lbs/week"};
     EXPECT_EQ(lines, expected);
+}
+
+TEST(ReportPages, RowsFillPagesAndAWeeksTotalStaysWithItsAverage) {
+    const auto rowsOf = [](std::initializer_list<ReportRowKind> kinds) {
+        std::vector<ReportRow> rows;
+        for (const ReportRowKind k : kinds) {
+            rows.push_back({k, {}});
+        }
+        return rows;
+    };
+    using K = ReportRowKind;
+    using Starts = std::vector<std::size_t>;
+    const auto week = rowsOf({K::Day, K::Day, K::Day, K::WeekTotal, K::WeekAverage, K::Day,
+                              K::Day, K::WeekTotal, K::WeekAverage});
+    EXPECT_EQ(reportPageStarts(week, 3, 3), (Starts{0, 3, 6}));
+    // The fourth row is a total: it goes over with its average.
+    EXPECT_EQ(reportPageStarts(week, 4, 4), (Starts{0, 3, 7}));
+    EXPECT_EQ(reportPageStarts(week, 0, 20), (Starts{0}));
+    EXPECT_EQ(reportPageStarts(week, 1, 100), (Starts{0, 1}));
+    EXPECT_TRUE(reportPageStarts({}, 5, 5).empty());
+    // Pages too short for a total and its average still move on.
+    EXPECT_EQ(reportPageStarts(rowsOf({K::WeekTotal, K::WeekAverage}), 1, 1), (Starts{0, 1}));
 }
 
 }  // namespace
