@@ -30,11 +30,11 @@ struct ReportDay {
     bool recorded = false;  // the logbook has a record of the date
     bool hasFood = false;   // a food is logged, so its totals are intake and not a blank
     Nutrients totals{};
-    uint32_t exercise = 0;                   // calories of the day's exercises
-    std::optional<int16_t> bmr;              // none while the day has no activity level
-    std::optional<float> weight;             // pounds; none without a weigh-in
-    std::optional<float> trend;              // pounds; none before the first weigh-in
-    std::optional<int32_t> budget;           // the food budget, calories
+    uint32_t exercise = 0;          // calories of the day's exercises
+    std::optional<int16_t> bmr;     // none while the day has no activity level
+    std::optional<float> weight;    // pounds; none without a weigh-in
+    std::optional<float> trend;     // pounds; none before the first weigh-in
+    std::optional<int32_t> budget;  // the food budget, calories
     // Each set target in grams for the day (a percentage needs the day's budget).
     std::array<std::optional<double>, kTargetNutrientCount> targetGrams{};
     bool targetsJudged = false;  // a target is set and the day has food

@@ -157,9 +157,9 @@ std::vector<BudgetSection> reportSummary(const RangeReport& report) {
     sections.push_back({"Person", {{"Name:", personName(p)}, {"Profile:", profile}}});
 
     const ReportSums& all = report.whole.sums;
-    const std::string days = countText(static_cast<int>(report.days.size()), "day", "days") +
-                             ": " + countText(all.recordedDays, "with an entry", "with entries") +
-                             ", " + grouped(all.foodDays, 0) + " with food logged, " +
+    const std::string days = countText(static_cast<int>(report.days.size()), "day", "days") + ": " +
+                             countText(all.recordedDays, "with an entry", "with entries") + ", " +
+                             grouped(all.foodDays, 0) + " with food logged, " +
                              countText(all.weighIns, "weigh-in", "weigh-ins");
     sections.push_back({"Range", {{"Dates:", reportRangeText(report)}, {"Days:", days}}});
 
@@ -168,8 +168,7 @@ std::vector<BudgetSection> reportSummary(const RangeReport& report) {
         if (!w.ok || w.value < 0) {
             return std::string("not entered");
         }
-        return formatText("%d %s %s ", static_cast<int>(w.value), unit, word) +
-               longDateText(date);
+        return formatText("%d %s %s ", static_cast<int>(w.value), unit, word) + longDateText(date);
     };
     sections.push_back({"Goal and plan",
                         {{"Start:", goalWeight(p.startWeight(), "on", p.startDate())},
@@ -188,9 +187,8 @@ std::vector<BudgetSection> reportSummary(const RangeReport& report) {
 
     BudgetSection trend{"Weight trend", {}};
     if (report.trendStart && report.trendEnd) {
-        trend.rows.push_back(
-            {"Trend:", weightText(*report.trendStart, metric) + " to " +
-                           weightText(*report.trendEnd, metric) + ' ' + unit});
+        trend.rows.push_back({"Trend:", weightText(*report.trendStart, metric) + " to " +
+                                            weightText(*report.trendEnd, metric) + ' ' + unit});
     } else {
         trend.rows.push_back({"", "No weigh-in on or before these days starts a trend."});
     }
@@ -257,10 +255,11 @@ std::vector<ReportRow> reportDayRows(const RangeReport& report, const ReportBloc
         } else {
             for (const NutrientColumn& c : kNutrientColumns) {
                 row.cells.push_back(cell(nutrientText(
-                    c.nutrient, static_cast<double>(d.totals[static_cast<std::size_t>(c.nutrient)]))));
+                    c.nutrient,
+                    static_cast<double>(d.totals[static_cast<std::size_t>(c.nutrient)]))));
                 if (hasTarget(report, c)) {
-                    row.cells.push_back(optionalCell(
-                        d.targetGrams[static_cast<std::size_t>(*c.target)], grams));
+                    row.cells.push_back(
+                        optionalCell(d.targetGrams[static_cast<std::size_t>(*c.target)], grams));
                 }
             }
         }
@@ -270,7 +269,7 @@ std::vector<ReportRow> reportDayRows(const RangeReport& report, const ReportBloc
         row.cells.push_back(d.trend ? cell(weightText(*d.trend, metric)) : missingCell());
         row.cells.push_back(d.budget ? cell(calories(*d.budget)) : missingCell());
         if (targets) {
-            row.cells.push_back(!d.hasFood    ? missingCell()
+            row.cells.push_back(!d.hasFood     ? missingCell()
                                 : d.targetsMet ? cell("yes")
                                                : cell("no"));
         }

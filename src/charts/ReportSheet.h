@@ -85,8 +85,8 @@ struct ReportRow {
                                                      const ReportBlock& block, bool whole);
 
 // Where the table's pages begin: the index of each page's first row. The first page holds
-// `firstPageRows` rows (0: the table begins on a page of its own), every other `pageRows`. A week's total is never parted
-// from its average: when only the total would fit, the page ends before it.
+// `firstPageRows` rows (0: the table begins on a page of its own), every other `pageRows`. A week's
+// total is never parted from its average: when only the total would fit, the page ends before it.
 [[nodiscard]] std::vector<std::size_t> reportPageStarts(const std::vector<ReportRow>& rows,
                                                         std::size_t firstPageRows,
                                                         std::size_t pageRows);

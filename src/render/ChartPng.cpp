@@ -11,7 +11,6 @@
 
 namespace nutrovex {
 
-
 std::vector<uint8_t> historicChartPng(const WeightHistory& history,
                                       const std::vector<std::optional<float>>* trend, int width) {
     ensureGuiApplication();

@@ -176,7 +176,8 @@ std::vector<uint8_t> reportPdf(const RangeReport& report, ReportPaper paper) {
 
 std::string reportHtml(const RangeReport& report) {
     ensureGuiApplication();
-    std::string out = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>";
+    std::string out =
+        "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>";
     out += html(reportTitle(report) + ", " + reportRangeText(report));
     out += "</title>\n<style>";
     out += kStyle;
@@ -187,8 +188,8 @@ std::string reportHtml(const RangeReport& report) {
     for (std::size_t side = 0; side < 2; ++side) {
         out += "<div>\n";
         const std::size_t first = side == 0 ? 0 : std::min<std::size_t>(3, sections.size());
-        const std::size_t last = side == 0 ? first + std::min<std::size_t>(3, sections.size())
-                                           : sections.size();
+        const std::size_t last =
+            side == 0 ? first + std::min<std::size_t>(3, sections.size()) : sections.size();
         for (std::size_t s = first; s < last; ++s) {
             out += "<h2>" + html(sections[s].heading) + "</h2>\n<table>\n";
             for (const BudgetRow& row : sections[s].rows) {

@@ -252,8 +252,8 @@ double ReportPainter::paintChart(QPainter* painter, double top) const {
         QFont chartFont = fontOf(kTextPoints);
         chartFont.setPixelSize(kChartFontUnits);
         const HistoricChartLayout layout =
-            historicChartLayout(m_report->chart, QSize(kChartUnitsWide, kChartUnitsHigh),
-                                chartFont, &m_report->chartTrend);
+            historicChartLayout(m_report->chart, QSize(kChartUnitsWide, kChartUnitsHigh), chartFont,
+                                &m_report->chartTrend);
         const ChartColours colours = chartColours(printPalette());
         painter->save();
         painter->translate(m_page.left(), top);
@@ -265,8 +265,9 @@ double ReportPainter::paintChart(QPainter* painter, double top) const {
         painter->setFont(captionFont);
         painter->setPen(kInk);
         const QString caption = text(reportChartCaption(*m_report));
-        painter->drawText(QRectF(m_page.left(), captionTop, m_page.width(), captionMetrics.height()),
-                          Qt::AlignLeft | Qt::AlignVCenter, caption);
+        painter->drawText(
+            QRectF(m_page.left(), captionTop, m_page.width(), captionMetrics.height()),
+            Qt::AlignLeft | Qt::AlignVCenter, caption);
         double x = m_page.left() + captionMetrics.horizontalAdvance(caption) + points(12);
         const double y = captionTop + captionMetrics.height() / 2;
         const auto key = [&](const QColor& colour, Qt::PenStyle style, const QString& name) {
@@ -320,8 +321,8 @@ void ReportPainter::paintTableHeader(QPainter& painter, double top) const {
     double x = m_page.left();
     painter.setPen(kInk);
     for (const Column& column : m_columns) {
-        const Qt::Alignment align = isNumberColumn(column.head.column) ? Qt::AlignRight
-                                                                       : Qt::AlignLeft;
+        const Qt::Alignment align =
+            isNumberColumn(column.head.column) ? Qt::AlignRight : Qt::AlignLeft;
         const QRectF head(x + pad, top, column.width - 2 * pad, m_headerHeight / 2);
         const QRectF unit(x + pad, top + m_headerHeight / 2 - metrics.height() * 0.15,
                           column.width - 2 * pad, m_headerHeight / 2);

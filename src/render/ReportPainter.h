@@ -50,10 +50,10 @@ private:
     const RangeReport* m_report;
     QPagedPaintDevice* m_device;
     double m_dpi = 72.0;
-    QRectF m_page;         // the printable area, in device pixels
-    double m_footer = 0;   // the footer's height
+    QRectF m_page;        // the printable area, in device pixels
+    double m_footer = 0;  // the footer's height
     double m_bodyBottom = 0;
-    QFont m_text;          // the opening's text
+    QFont m_text;  // the opening's text
     QFont m_tableFont;
     double m_tablePoints = 7.5;
     double m_rowHeight = 0;

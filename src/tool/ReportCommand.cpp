@@ -73,7 +73,8 @@ int writeReport(const GlobalOptions& options, Args args, std::ostream& err) {
     const std::optional<CalendarDate> from = parseLogDate(*fromText);
     const std::optional<CalendarDate> to = parseLogDate(*toText);
     if (!from || !to) {
-        return refused(err, "'" + (from ? *toText : *fromText) + "' is not a date written M/D/YYYY");
+        return refused(err,
+                       "'" + (from ? *toText : *fromText) + "' is not a date written M/D/YYYY");
     }
 
     const std::optional<UserFiles> files =

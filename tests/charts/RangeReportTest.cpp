@@ -168,8 +168,8 @@ TEST_F(RangeReportTest, TargetsInGramsOfEachDaysBudget) {
     const RangeReport r = report(targets);
     const auto carb = static_cast<std::size_t>(TargetNutrient::Carbohydrate);
     EXPECT_DOUBLE_EQ(*r.days[0].targetGrams[carb], 120.0);  // 40% of 1200 cal at 4 cal a gram
-    EXPECT_FALSE(r.days[2].targetsJudged);                   // no food
-    EXPECT_FALSE(r.days[3].targetGrams[carb]);               // no budget, no grams
+    EXPECT_FALSE(r.days[2].targetsJudged);                  // no food
+    EXPECT_FALSE(r.days[3].targetGrams[carb]);              // no budget, no grams
     EXPECT_FALSE(r.days[3].targetsMet);
     EXPECT_DOUBLE_EQ(*r.days[7].targetGrams[carb], 99.0);
     EXPECT_TRUE(r.days[7].targetsMet);  // 40 g protein, 100 g carbohydrate of 99, 10 g fibre
@@ -231,8 +231,8 @@ TEST_F(RangeReportTest, SheetRowsMarkBlanksAndAddUp) {
         EXPECT_EQ(span, 12) << texts(row)[0];
     }
     using V = std::vector<std::string>;
-    EXPECT_EQ(texts(rows[0]), (V{"Mon 1/5/2026", "500", "50.0", "5.0", "20.0", "10.0", "3.0",
-                                 "200", "1,700", "180.0", "180.0", "1,200"}));
+    EXPECT_EQ(texts(rows[0]), (V{"Mon 1/5/2026", "500", "50.0", "5.0", "20.0", "10.0", "3.0", "200",
+                                 "1,700", "180.0", "180.0", "1,200"}));
     EXPECT_EQ(texts(rows[1]), (V{"Tue 1/6/2026", "no entry in the logbook*11"}));
     EXPECT_EQ(texts(rows[2]),
               (V{"Wed 1/7/2026", "no food logged*6", "0", "1,710", "181.0", "180.1", "1,010"}));
@@ -310,8 +310,8 @@ TEST(ReportPages, RowsFillPagesAndAWeeksTotalStaysWithItsAverage) {
     };
     using K = ReportRowKind;
     using Starts = std::vector<std::size_t>;
-    const auto week = rowsOf({K::Day, K::Day, K::Day, K::WeekTotal, K::WeekAverage, K::Day,
-                              K::Day, K::WeekTotal, K::WeekAverage});
+    const auto week = rowsOf({K::Day, K::Day, K::Day, K::WeekTotal, K::WeekAverage, K::Day, K::Day,
+                              K::WeekTotal, K::WeekAverage});
     EXPECT_EQ(reportPageStarts(week, 3, 3), (Starts{0, 3, 6}));
     // The fourth row is a total: it goes over with its average.
     EXPECT_EQ(reportPageStarts(week, 4, 4), (Starts{0, 3, 7}));
