@@ -134,6 +134,17 @@ std::optional<double> ReportSums::averageTargetGrams(TargetNutrient n) const {
     return averageOf(targetGrams[i], targetDays[i]);
 }
 
+ReportRange weekEndingOn(const CalendarDate& last) {
+    const CalendarDate to = CalendarDate::fromDmy(last.day, last.month, last.year);
+    return {steppedDate(to, -(kReportWeekDays - 1)), to};
+}
+
+ReportRange monthEndingOn(const CalendarDate& last) {
+    const CalendarDate to = CalendarDate::fromDmy(last.day, last.month, last.year);
+    const CalendarDate before = labelStepBack(to, LabelStep::Month);
+    return {steppedDate(before, 1), to};
+}
+
 std::optional<std::string> reportRangeProblem(const UserStore& store, const CalendarDate& from,
                                               const CalendarDate& to) {
     const int32_t first = dayNumber(from);

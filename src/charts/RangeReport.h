@@ -101,6 +101,15 @@ struct RangeReport {
     std::vector<std::optional<float>> chartTrend;
 };
 
+// The ranges offered besides a custom one, ending on a given day: the seven days to it, and the
+// month to it (from the day after the same date a month earlier, as the chart steps a month).
+struct ReportRange {
+    CalendarDate from;
+    CalendarDate to;
+};
+[[nodiscard]] ReportRange weekEndingOn(const CalendarDate& last);
+[[nodiscard]] ReportRange monthEndingOn(const CalendarDate& last);
+
 // Why a range cannot be reported, in one line; nullopt when it can. A range ending before it
 // starts, or holding no record of the logbook, cannot.
 [[nodiscard]] std::optional<std::string> reportRangeProblem(const UserStore& store,

@@ -300,6 +300,29 @@ TEST_F(RangeReportTest, SummarySaysWhoWhenWhatGoalAndWhatIsMissing) {
     EXPECT_EQ(lines, expected);
 }
 
+TEST(ReportRanges, AWeekAndAMonthEndOnTheDayGiven) {
+    struct Case {
+        CalendarDate last;
+        CalendarDate weekFrom;
+        CalendarDate monthFrom;
+    };
+    const Case cases[] = {
+        {dmy(25, 11, 2026), dmy(19, 11, 2026), dmy(26, 10, 2026)},
+        {dmy(3, 1, 2026), dmy(28, 12, 2025), dmy(4, 12, 2025)},
+        // A month back from 31 March lands on 1 March, as the chart's month steps do.
+        {dmy(31, 3, 2026), dmy(25, 3, 2026), dmy(2, 3, 2026)},
+        {dmy(1, 3, 2024), dmy(24, 2, 2024), dmy(2, 2, 2024)},
+    };
+    for (const Case& c : cases) {
+        const ReportRange week = weekEndingOn(c.last);
+        const ReportRange month = monthEndingOn(c.last);
+        EXPECT_TRUE(datesEqual(week.from, c.weekFrom)) << longDateText(c.last);
+        EXPECT_TRUE(datesEqual(month.from, c.monthFrom)) << longDateText(c.last);
+        EXPECT_TRUE(datesEqual(week.to, c.last));
+        EXPECT_TRUE(datesEqual(month.to, c.last));
+    }
+}
+
 TEST(ReportPages, RowsFillPagesAndAWeeksTotalStaysWithItsAverage) {
     const auto rowsOf = [](std::initializer_list<ReportRowKind> kinds) {
         std::vector<ReportRow> rows;
