@@ -80,7 +80,9 @@ void paint(QWidget& w) {
 void BM_CatalogueOpenToFirstPaint(benchmark::State& state) {
     Screenful& s = screenful(state.range(0) != 0);
     for (auto _ : state) {
-        CatalogueDialog dialog(s.notifier, nullptr);
+        CatalogueDialog dialog(
+            CatalogueForm(s.session.catalogue(), s.session.days(), s.session.foodRunState()),
+            s.notifier, nullptr);
         dialog.resize(kDefaultWindowWidth, kDefaultWindowHeight);
         dialog.show();
         paint(dialog);
@@ -92,7 +94,9 @@ BENCHMARK(BM_CatalogueOpenToFirstPaint)->Arg(0)->Arg(1)->Unit(benchmark::kMillis
 void BM_CatalogueExpandCategory(benchmark::State& state) {
     const bool full = state.range(0) != 0;
     Screenful& s = screenful(full);
-    CatalogueDialog dialog(s.notifier, nullptr);
+    CatalogueDialog dialog(
+        CatalogueForm(s.session.catalogue(), s.session.days(), s.session.foodRunState()),
+        s.notifier, nullptr);
     dialog.resize(kDefaultWindowWidth, kDefaultWindowHeight);
     dialog.show();
     paint(dialog);
@@ -115,7 +119,9 @@ BENCHMARK(BM_CatalogueExpandCategory)->Arg(0)->Arg(1)->Unit(benchmark::kMillisec
 // The find field searches when Enter is pressed: the search, the result selected and shown.
 void BM_CatalogueFindField(benchmark::State& state) {
     Screenful& s = screenful(state.range(0) != 0);
-    CatalogueDialog dialog(s.notifier, nullptr);
+    CatalogueDialog dialog(
+        CatalogueForm(s.session.catalogue(), s.session.days(), s.session.foodRunState()),
+        s.notifier, nullptr);
     dialog.setMessagePresenter([](const ScreenMessage&) { return true; });
     dialog.resize(kDefaultWindowWidth, kDefaultWindowHeight);
     dialog.show();

@@ -1,7 +1,7 @@
 # The engine's layers, lowest first, and the layers each one builds on directly. The build links
 # by this table and the layer check (cmake/LayerCheck.cmake) enforces it on every include, so the
 # two cannot drift apart.
-set(NUTROVEX_LAYERS core calc storage logbook foods charts controls session)
+set(NUTROVEX_LAYERS core calc storage logbook foods charts controls session forms)
 set(NUTROVEX_LAYER_core_USES "")
 set(NUTROVEX_LAYER_calc_USES core)
 set(NUTROVEX_LAYER_storage_USES core)
@@ -10,11 +10,13 @@ set(NUTROVEX_LAYER_foods_USES logbook)
 set(NUTROVEX_LAYER_charts_USES logbook)
 set(NUTROVEX_LAYER_controls_USES core)
 set(NUTROVEX_LAYER_session_USES storage foods charts controls)
+# One form per screen: what each screen shows and does, above the session it works on.
+set(NUTROVEX_LAYER_forms_USES session)
 # Above the engine: the screens, the tool and the program. Only ui and app may use Qt.
-set(NUTROVEX_LAYER_ui_USES session)
+set(NUTROVEX_LAYER_ui_USES forms)
 # The tool's chart command draws through the screens' chart painter (ui/charts/ChartPng.h, whose
 # interface is Qt-free); no tool file includes Qt itself.
-set(NUTROVEX_LAYER_tool_USES session ui)
+set(NUTROVEX_LAYER_tool_USES forms ui)
 set(NUTROVEX_LAYER_app_USES ui)
 set(NUTROVEX_QT_FOLDERS ui app)
 

@@ -12,6 +12,7 @@
 #include "core/Position.h"
 #include "core/ScreenMessage.h"
 #include "core/UserStore.h"
+#include "foods/FoodRunState.h"
 #include "logbook/DayCursor.h"
 #include "logbook/ExerciseLog.h"
 #include "session/InstanceLock.h"
@@ -54,6 +55,8 @@ public:
     [[nodiscard]] const UserList& users() const { return m_users; }
     [[nodiscard]] DayCursor& days() { return m_days; }
     [[nodiscard]] ExerciseClipboard& exerciseClipboard() { return m_exerciseClipboard; }
+    // What the food screens keep for the whole run: the lists' view, clipboards, find.
+    [[nodiscard]] FoodRunState& foodRunState() { return m_foodRunState; }
     [[nodiscard]] bool userOpen() const { return !m_store.dataFilePath.empty(); }
     [[nodiscard]] std::string_view openUserName() const { return m_store.profile.userName(); }
 
@@ -62,8 +65,9 @@ public:
     void apply(const Notices& notices);
     [[nodiscard]] bool userDataModified() const { return userOpen() && m_store.modified; }
     [[nodiscard]] bool catalogueModified() const { return userOpen() && m_catalogue.modified; }
-    // A screen's save point: writes the user data, then the catalogue, each only when modified.
-    SessionStatus saveModified();
+    // A screen's save point: writes what it names, the user data first, each only when modified.
+    SessionStatus save(SavePoint point);
+    SessionStatus saveModified() { return save(SavePoint::Both); }
 
     // Recomputes every day's nutrient totals, then writes the user's data file.
     SessionStatus saveUserData();
@@ -102,6 +106,7 @@ private:
     UserList m_users;
     DayCursor m_days;
     ExerciseClipboard m_exerciseClipboard;
+    FoodRunState m_foodRunState;
     bool m_userReadWhole = false;
     bool m_catalogueReadWhole = false;
     // The template was just copied in: until the catalogue is edited the file is already it.

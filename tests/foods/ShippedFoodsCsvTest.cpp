@@ -7,13 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "calc/Totals.h"
 #include "core/FoodCatalogue.h"
-#include "core/UserStore.h"
 #include "data/ShippedCatalogue.h"
 #include "foods/FoodCsv.h"
-#include "foods/LogFoodForm.h"
-#include "logbook/DayCursor.h"
 #include "storage/CatalogueFile.h"
 #include "storage/FileIo.h"
 
@@ -63,45 +59,6 @@ TEST(ShippedFoodsCsv, ImportedIntoAnEmptyCatalogueIsTheShippedCatalogueByteForBy
     const std::span<const uint8_t> shipped = shippedCatalogue();
     ASSERT_EQ(written.size(), shipped.size());
     EXPECT_TRUE(std::equal(shipped.begin(), shipped.end(), written.data()));
-}
-
-// A person logs 150 g of the tables' milled raw rice (per 100 g: 356 kcal, 81.05 g carbohydrate,
-// 2.81 fibre, 7.94 protein, 0.52 fat, 0.184 saturated fat): the form and the day show the
-// values of 150 g.
-TEST(ShippedFoodsCsv, RiceLoggedAt150GramsCountsItsValuesTimesOneAndAHalf) {
-    FoodCatalogue catalogue;
-    ASSERT_TRUE(importFoodsCsv(catalogue, readFile(NUTROVEX_FOODS_CSV)).refused.empty());
-    const FixedClock clock{CalendarDate::fromDmy(21, 11, 2026)};
-    UserStore store(clock);
-    DayCursor days(store);
-
-    LogFoodForm form(catalogue, days, {}, 5, -1, -1);
-    const std::vector<std::string_view> categories = form.categoryNames();
-    const auto cereals = std::find(categories.begin(), categories.end(), "Cereals and Millets");
-    ASSERT_NE(cereals, categories.end());
-    form.selectCategory(static_cast<int>(cereals - categories.begin()));
-    const std::vector<std::string_view> foods = form.foodNames();
-    const auto rice = std::find(foods.begin(), foods.end(), "Rice, raw, milled");
-    ASSERT_NE(rice, foods.end());
-    form.selectItem(static_cast<int>(rice - foods.begin()));
-    EXPECT_EQ(form.fields.amount, 100.0);
-    EXPECT_EQ(form.fields.calories, 356u);
-
-    form.amountChanged(150.0);
-    EXPECT_EQ(form.fields.calories, 534u);
-    const double shown[] = {0, 121.575, 4.215, 11.91, 0.78, 0.276};
-    for (int n = 1; n < kNutrientCount; ++n) {
-        EXPECT_NEAR(*form.fields.grams[n], shown[n], 1e-4) << n;
-    }
-    ASSERT_TRUE(form.log().done());
-
-    const DayRecord* day = days.currentDay();
-    ASSERT_NE(day, nullptr);
-    const Nutrients totals = computeDayTotals(*day);
-    EXPECT_EQ(wholeCalories(totals[kCalories]), 534u);
-    for (int n = 1; n < kNutrientCount; ++n) {
-        EXPECT_NEAR(totals[n], shown[n], 1e-4) << n;
-    }
 }
 
 }  // namespace

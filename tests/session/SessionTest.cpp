@@ -11,9 +11,8 @@
 #include "TempDir.h"
 #include "core/FoodCatalogue.h"
 #include "core/FoodItem.h"
-#include "foods/FoodForms.h"
+#include "foods/CatalogueOps.h"
 #include "session/Session.h"
-#include "session/UsersForm.h"
 #include "storage/CatalogueFile.h"
 
 namespace nutrovex {
@@ -189,15 +188,12 @@ TEST_F(SessionTest, ACatalogueEditIsSavedAtTheSavePointOnceTheSessionHasItsNotic
     {
         auto s = started();
         ASSERT_TRUE(s->initialLoad().ok());
-        CategoryNameForm form(s->catalogue(), 5, kNoPosition, false);
-        form.text = "Rolls";
-        const FormResult added = form.accept();
-        ASSERT_TRUE(added.done());
+        ASSERT_NE(addCategory(s->catalogue(), 5, "Rolls"), kNoPosition);
         EXPECT_FALSE(s->catalogueModified());
         EXPECT_TRUE(s->saveModified().ok());
         EXPECT_EQ(fileBytes(catalogueFile), shipped);
 
-        s->apply(added.notices);
+        s->apply(kCatalogueChanged);
         EXPECT_TRUE(s->catalogueModified());
         EXPECT_FALSE(s->userDataModified());
         const SessionStatus saved = s->saveModified();
@@ -260,7 +256,6 @@ TEST_F(SessionTest, AddingSwitchingRenamingAndDeletingUsers) {
     EXPECT_TRUE(fs::exists(root / "Users" / "Ann" / "UserDB.ddb"));
     EXPECT_EQ(s->days().currentRecord(), nullptr);
     EXPECT_FALSE(s->addUser("Ann").ok());
-    EXPECT_EQ(UsersForm::addRefusal().caption, "New User");
 
     status = s->switchUser("Zerbu");
     ASSERT_TRUE(status.ok()) << status.message();
@@ -286,9 +281,6 @@ TEST_F(SessionTest, AddingSwitchingRenamingAndDeletingUsers) {
     EXPECT_EQ(s->rememberedUserName(), "Ann");
     ASSERT_EQ(s->users().count(), 1u);
     EXPECT_EQ(s->preselectedUser(), 0);
-
-    EXPECT_EQ(UsersForm::confirmDelete("Ann").text,
-              "Delete the user name and ALL ASSOCIATED DATA of 'Ann'?");
 }
 
 TEST_F(SessionTest, ThePreselectedUserIgnoresCaseAndFallsBackToTheFirst) {

@@ -14,11 +14,12 @@
 #include <QSaveFile>
 #include <QVBoxLayout>
 
-#include "foods/FoodCsv.h"
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/catalogue/CFoodTreeCtrl.h"
 #include "ui/catalogue/CatalogueTreeModel.h"
+#include "ui/foods/CategoryNameDialog.h"
+#include "ui/foods/FindFoodDialog.h"
+#include "ui/foods/FoodItemDialog.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
 #include "ui/frame/WaitCursor.h"
@@ -27,8 +28,6 @@ namespace nutrovex {
 
 namespace {
 
-// Rows imported between two updates of the progress dialog.
-constexpr std::size_t kImportStep = 250;
 // Smaller files are imported without showing the progress at once.
 constexpr std::size_t kShowProgressFrom = 1000;
 
@@ -40,15 +39,13 @@ QAction* menuEntry(QMenu* menu, const char* text, QObject* owner) {
 
 }  // namespace
 
-CatalogueDialog::CatalogueDialog(SessionNotifier& notifier, QWidget* parent,
-                                 CatalogueOpeners openers, CatalogueClipboard* clipboard)
+CatalogueDialog::CatalogueDialog(CatalogueForm form, SessionNotifier& notifier, QWidget* parent,
+                                 CatalogueOpeners openers)
     : QDialog(parent),
+      m_form(std::move(form)),
       m_notifier(&notifier),
       m_openers(std::move(openers)),
-      m_ownClipboard(clipboard ? nullptr : std::make_unique<CatalogueClipboard>()),
-      m_form(std::make_unique<CatalogueScreenForm>(notifier.session().catalogue(),
-                                                   clipboard ? *clipboard : *m_ownClipboard)),
-      m_model(new CatalogueTreeModel(*m_form, this)),
+      m_model(new CatalogueTreeModel(m_form, this)),
       m_tree(new CFoodTreeCtrl(this)),
       m_ok(new QPushButton(QStringLiteral("OK"), this)),
       m_findEdit(new QLineEdit(this)),
@@ -91,13 +88,14 @@ CatalogueDialog::CatalogueDialog(SessionNotifier& notifier, QWidget* parent,
     connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_findButton, &QPushButton::clicked, this, &CatalogueDialog::find);
     connect(m_findEdit, &QLineEdit::returnPressed, this, &CatalogueDialog::find);
-    connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            &CatalogueDialog::updateMenus);
+    connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+        m_form.select(m_tree->currentPlace());
+        updateMenus();
+    });
     connect(m_tree, &CFoodTreeCtrl::foodEntered, this, &CatalogueDialog::enterFood);
     connect(m_tree, &CFoodTreeCtrl::nodeDoubleClicked, this, &CatalogueDialog::editFood);
     connect(m_tree, &CFoodTreeCtrl::deletePressed, this, [this] {
-        if (const std::optional<TreeDelete> what =
-                CatalogueScreenForm::deleteForKey(m_tree->currentPlace())) {
+        if (const std::optional<CatalogueForm::Command> what = m_form.deleteForKey()) {
             askDelete(*what);
         }
     });
@@ -123,6 +121,7 @@ CatalogueDialog::CatalogueDialog(SessionNotifier& notifier, QWidget* parent,
     }
 
     m_tree->setCurrentIndex(m_model->index(0, 0));
+    m_form.select(m_tree->currentPlace());
     m_tree->setFocus();
     updateMenus();
 }
@@ -156,37 +155,37 @@ void CatalogueDialog::buildMenus() {
         m_tree->addAction(a);
     }
 
-    connect(m_cut, &QAction::triggered, this,
-            [this] { showChange(m_form->cut(m_tree->currentPlace())); });
+    using Command = CatalogueForm::Command;
+    connect(m_cut, &QAction::triggered, this, [this] { showChange(m_form.command(Command::Cut)); });
     connect(m_copy, &QAction::triggered, this,
-            [this] { showChange(m_form->copy(m_tree->currentPlace())); });
+            [this] { showChange(m_form.command(Command::Copy)); });
     connect(m_paste, &QAction::triggered, this,
-            [this] { showChange(m_form->paste(m_tree->currentPlace())); });
+            [this] { showChange(m_form.command(Command::Paste)); });
     connect(m_rename, &QAction::triggered, this,
             [this] { m_tree->editPlace(m_tree->currentPlace()); });
     connect(m_insertCategory, &QAction::triggered, this, &CatalogueDialog::insertCategory);
     connect(m_insertFood, &QAction::triggered, this, &CatalogueDialog::insertFood);
     connect(m_deleteAll, &QAction::triggered, this,
-            [this] { askDelete(TreeDelete::AllCategories); });
+            [this] { askDelete(Command::DeleteAllCategories); });
     connect(m_deleteCategory, &QAction::triggered, this,
-            [this] { askDelete(TreeDelete::Category); });
+            [this] { askDelete(Command::DeleteCategory); });
     connect(m_import, &QAction::triggered, this, &CatalogueDialog::importCsv);
     connect(m_export, &QAction::triggered, this, &CatalogueDialog::exportCsv);
 }
 
 void CatalogueDialog::updateMenus() {
-    const TreePlace place = m_tree->currentPlace();
-    const TreeMenuState m = m_form->menu(place);
-    const bool groupMenu = place.node == TreeNode::Group;
+    const CatalogueView v = m_form.view();
+    const TreeMenuState& m = v.menu;
+    const bool groupMenu = v.selected.node == TreeNode::Group;
     m_cut->setEnabled(m.cut);
     m_copy->setEnabled(m.copy);
     m_paste->setEnabled(m.paste);
     m_rename->setEnabled(m.rename);
-    m_insertCategory->setEnabled(m.insertCategory && m_openers.newCategory != nullptr);
+    m_insertCategory->setEnabled(m.insertCategory);
     // A group's menu has no "Food Item" in Insert and "All Categories" in Delete; the menu of a
     // category or food has "Food Item" and "Category".
     m_insertFood->setVisible(!groupMenu);
-    m_insertFood->setEnabled(m.insertFood && m_openers.newFood != nullptr);
+    m_insertFood->setEnabled(m.insertFood);
     m_deleteAll->setVisible(groupMenu);
     m_deleteAll->setEnabled(m.deleteAllCategories);
     m_deleteCategory->setVisible(!groupMenu);
@@ -205,29 +204,30 @@ bool CatalogueDialog::present(const ScreenMessage& message) {
     return m_present ? m_present(message) : showMessage(this, message);
 }
 
-void CatalogueDialog::publish(const Notices& notices) {
+void CatalogueDialog::publish(const Outcome& outcome) {
     m_publishing = true;
-    showFailure(this, m_notifier->apply(notices));
+    showFailure(this, m_notifier->apply(outcome));
     m_publishing = false;
 }
 
-void CatalogueDialog::showChange(const TreeChange& change) {
-    if (change.changedGroup) {
-        m_model->groupChanged(*change.changedGroup);
+void CatalogueDialog::showChange(const Outcome& outcome) {
+    const CatalogueView v = m_form.view();
+    if (v.changedGroup) {
+        m_model->groupChanged(*v.changedGroup);
     }
-    if (change.notices.any()) {
-        publish(change.notices);
+    if (outcome.notices.any() || outcome.save != SavePoint::Nothing) {
+        publish(outcome);
     }
-    if (change.select) {
-        m_tree->selectPlace(*change.select);
+    if (v.changedGroup || v.reopenEditor) {
+        m_tree->selectPlace(v.selected);
     }
-    if (change.message) {
-        (void)present(*change.message);
+    if (outcome.message) {
+        (void)present(*outcome.message);
     }
     afterCommand();
     // Last: taking the focus from an open editor would end its edit again.
-    if (change.reopenEditor && change.select) {
-        m_tree->editPlace(*change.select);
+    if (v.reopenEditor) {
+        m_tree->editPlace(v.selected);
     }
 }
 
@@ -241,6 +241,7 @@ void CatalogueDialog::afterCommand() {
 
 void CatalogueDialog::selectPlace(const TreePlace& place) {
     m_tree->selectPlace(place);
+    m_form.select(m_tree->currentPlace());
     updateMenus();
 }
 
@@ -255,21 +256,21 @@ void CatalogueDialog::renameAfterEditorClosed() {
     }
     const PendingRename pending = *m_pendingRename;
     m_pendingRename.reset();
+    m_form.select(pending.place);
     const std::optional<std::string> name = fromQString(pending.text);
-    TreeChange change;
     if (!name) {
-        change.message = renameRefusal(pending.place.node);
-        change.reopenEditor = true;
-        change.select = pending.place;
-    } else {
-        change = m_form->rename(pending.place, *name);
+        // A character the catalogue cannot hold: refused as a taken name is.
+        (void)present(renameRefusal(pending.place.node));
+        afterCommand();
+        m_tree->editPlace(pending.place);
+        return;
     }
-    showChange(change);
+    showChange(m_form.edit(CatalogueForm::Field::Label, *name));
 }
 
-void CatalogueDialog::askDelete(TreeDelete what) {
-    const TreePlace place = m_tree->currentPlace();
-    const std::optional<Confirmation> question = m_form->confirmDelete(place, what);
+void CatalogueDialog::askDelete(CatalogueForm::Command what) {
+    m_form.select(m_tree->currentPlace());
+    const std::optional<Confirmation> question = m_form.confirmation(what);
     if (!question) {
         return;
     }
@@ -285,70 +286,72 @@ void CatalogueDialog::askDelete(TreeDelete what) {
         yes = box->exec() == QMessageBox::Yes;
     }
     if (yes) {
-        showChange(m_form->remove(place, what));
+        showChange(m_form.command(what));
     } else {
         afterCommand();
     }
 }
 
 void CatalogueDialog::enterFood() {
-    const TreePlace place = m_tree->currentPlace();
-    if (place.node != TreeNode::Food || !m_openers.insertFood) {
+    std::optional<FoodItemForm> insert = m_form.insertFoodForm();
+    if (!insert) {
         return;
     }
-    const std::optional<Position> logged = m_openers.insertFood(this, place);
-    if (logged && m_openers.selectInFoodGrid) {
-        m_openers.selectInFoodGrid(*logged);
+    FoodItemDialog dialog(std::move(*insert), *m_notifier, this);
+    if (dialog.exec() == QDialog::Accepted && dialog.form().result().done() &&
+        m_openers.showLogged) {
+        m_openers.showLogged(this, dialog.form().result().group, dialog.form().result().position);
     }
     afterCommand();
 }
 
 void CatalogueDialog::editFood() {
-    const TreePlace place = m_tree->currentPlace();
-    if (place.node != TreeNode::Food || !m_openers.editFood) {
+    std::optional<FoodItemForm> edit = m_form.editFoodForm();
+    if (!edit) {
         return;
     }
-    if (const std::optional<TreePlace> edited = m_openers.editFood(this, place)) {
-        showChange(CatalogueScreenForm::stored(*edited));
+    const TreePlace place = m_form.view().selected;
+    FoodItemDialog dialog(std::move(*edit), *m_notifier, this);
+    if (dialog.exec() == QDialog::Accepted && dialog.form().result().done()) {
+        showChange(m_form.stored(
+            TreePlace::ofFood(place.group, place.category, dialog.form().result().position)));
     }
 }
 
 void CatalogueDialog::insertCategory() {
-    if (!m_openers.newCategory) {
-        return;
-    }
-    if (const std::optional<TreePlace> added =
-            m_openers.newCategory(this, m_tree->currentPlace().group)) {
-        showChange(CatalogueScreenForm::stored(*added));
+    CategoryNameDialog dialog(m_form.newCategoryForm(), *m_notifier, this);
+    if (dialog.exec() == QDialog::Accepted && dialog.form().result().done()) {
+        const FormResult& made = dialog.form().result();
+        showChange(m_form.stored(TreePlace::ofCategory(made.group, made.position)));
     }
 }
 
 void CatalogueDialog::insertFood() {
-    const TreePlace place = m_tree->currentPlace();
-    if (place.node == TreeNode::Group || !m_openers.newFood) {
+    std::optional<FoodItemForm> create = m_form.newFoodForm();
+    if (!create) {
         return;
     }
-    if (const std::optional<TreePlace> added = m_openers.newFood(this, place)) {
-        showChange(CatalogueScreenForm::stored(*added));
+    FoodItemDialog dialog(std::move(*create), *m_notifier, this);
+    if (dialog.exec() == QDialog::Accepted && dialog.form().result().done()) {
+        const FormResult& made = dialog.form().result();
+        showChange(m_form.stored(TreePlace::ofFood(made.group, made.category, made.position)));
     }
 }
 
 void CatalogueDialog::find() {
     const std::optional<std::string> text = fromQString(m_findEdit->text());
-    const CatalogueScreenForm::FindAnswer answer = m_form->find(text.value_or(std::string()));
-    if (answer.message) {
-        (void)present(*answer.message);
+    const Outcome refused = m_form.find(text.value_or(std::string()));
+    if (refused.message) {
+        (void)present(*refused.message);
         m_findEdit->setFocus();
         return;
     }
-    std::optional<TreePlace> chosen;
-    if (m_openers.findFood) {
-        chosen = m_openers.findFood(this, m_form->finder(), answer.text);
-    } else {
-        chosen = CatalogueScreenForm::placeOf(m_form->finder().results().front());
-    }
+    FindFoodDialog dialog(m_form.findForm(), this);
+    const std::optional<FindResult> chosen =
+        dialog.exec() == QDialog::Accepted ? dialog.form().chosen() : std::nullopt;
     if (chosen) {
-        m_tree->selectPlace(*chosen);
+        m_form.select(*chosen);
+        m_tree->selectPlace(m_form.view().selected);
         afterCommand();
     }
 }
@@ -363,44 +366,44 @@ void CatalogueDialog::importCsv() {
     }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        (void)present({"The file " + path.toStdString() +
-                           " cannot be read: " + file.errorString().toStdString(),
-                       "Import", MessageKind::Warning});
+        (void)present(CatalogueForm::fileRefusal(path.toStdString(),
+                                                 file.errorString().toStdString(), false));
         return;
     }
     const QByteArray bytes = file.readAll();
-    FoodCatalogue& catalogue = m_notifier->session().catalogue();
-    FoodCsvImport import(
-        std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
-    const auto total = static_cast<int>(import.rowCount());
-    if (!import.finished()) {
-        CatalogueSnapshot before(catalogue);
-        QProgressDialog progress(QStringLiteral("Importing food items..."),
-                                 QStringLiteral("&Cancel"), 0, total, this);
-        progress.setWindowTitle(QStringLiteral("Import"));
-        progress.setWindowModality(Qt::WindowModal);
-        progress.setAutoClose(false);
-        progress.setAutoReset(false);
-        progress.setMinimumDuration(import.rowCount() >= kShowProgressFrom ? 0 : 2000);
-        while (!import.finished()) {
-            import.step(catalogue, kImportStep);
-            const auto done = static_cast<int>(import.rowsDone());
-            progress.setValue(done);
+    m_form.startImport(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+    ImportProgress progress = m_form.importProgress();
+    if (!progress.finished) {
+        const auto total = static_cast<int>(progress.total);
+        QProgressDialog shown(QStringLiteral("Importing food items..."), QStringLiteral("&Cancel"),
+                              0, total, this);
+        shown.setWindowTitle(QStringLiteral("Import"));
+        shown.setWindowModality(Qt::WindowModal);
+        shown.setAutoClose(false);
+        shown.setAutoReset(false);
+        shown.setMinimumDuration(progress.total >= kShowProgressFrom ? 0 : 2000);
+        while (!progress.finished) {
+            m_form.importStep();
+            progress = m_form.importProgress();
+            const auto done = static_cast<int>(progress.done);
+            shown.setValue(done);
             Q_EMIT importProgress(done, total);
-            if (progress.wasCanceled()) {
-                before.restore(catalogue);
+            if (shown.wasCanceled()) {
+                (void)m_form.cancelImport();
                 m_model->reload();
                 afterCommand();
                 return;
             }
         }
     }
-    const ImportReport& report = import.report();
+    const Outcome outcome = m_form.finishImport();
     m_model->reload();
-    if (report.foodsAdded > 0 || report.categoriesAdded > 0) {
-        publish(Notices{.catalogue = true, .dataChanged = true});
+    if (outcome.notices.any()) {
+        publish(outcome);
     }
-    (void)present(importMessage(report));
+    if (outcome.message) {
+        (void)present(*outcome.message);
+    }
     afterCommand();
 }
 
@@ -415,7 +418,7 @@ void CatalogueDialog::exportCsv() {
     }
     const std::string csv = [this] {
         const WaitCursor wait;
-        return foodsCsv(m_notifier->session().catalogue());
+        return m_form.exportText();
     }();
     QSaveFile file(path);
     const bool written = file.open(QIODevice::WriteOnly) &&
@@ -423,16 +426,15 @@ void CatalogueDialog::exportCsv() {
                              static_cast<qint64>(csv.size()) &&
                          file.commit();
     if (!written) {
-        (void)present({"The file " + path.toStdString() +
-                           " cannot be written: " + file.errorString().toStdString(),
-                       "Export", MessageKind::Warning});
+        (void)present(
+            CatalogueForm::fileRefusal(path.toStdString(), file.errorString().toStdString(), true));
     }
     afterCommand();
 }
 
 void CatalogueDialog::done(int result) {
-    // The catalogue is saved when the screen closes.
-    showFailure(this, m_notifier->applyAndSave(Notices{}));
+    // Whatever the screen changed and could not save at once is saved when it closes.
+    showFailure(this, m_notifier->save(m_form.close()));
     QDialog::done(result);
 }
 

@@ -5,17 +5,21 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "session/AboutForm.h"
+#include "forms/frame/AboutForm.h"
 #include "ui/TextConvert.h"
 
 namespace nutrovex {
 
 AboutDialog::AboutDialog(QWidget* parent)
     : QDialog(parent),
-      m_product(new QLabel(toQString(AboutForm::productName()), this)),
-      m_version(new QLabel(toQString(AboutForm::version()), this)),
-      m_ok(new QPushButton(toQString(AboutForm::okText()), this)) {
-    setWindowTitle(toQString(AboutForm::title()));
+      m_product(new QLabel(this)),
+      m_version(new QLabel(this)),
+      m_ok(new QPushButton(this)) {
+    const AboutView v = AboutForm().view();
+    setWindowTitle(toQString(v.title));
+    m_product->setText(toQString(v.productName));
+    m_version->setText(toQString(v.version));
+    m_ok->setText(toQString(v.okText));
     setModal(true);
 
     QFont big = m_product->font();
@@ -29,7 +33,7 @@ AboutDialog::AboutDialog(QWidget* parent)
     m_version->setAlignment(Qt::AlignCenter);
     m_product->setAccessibleName(QStringLiteral("Product"));
     m_version->setAccessibleName(QStringLiteral("Version"));
-    m_ok->setAccessibleName(toQString(AboutForm::okText()));
+    m_ok->setAccessibleName(toQString(v.okText));
     m_ok->setDefault(true);
 
     auto* separator = new QFrame(this);

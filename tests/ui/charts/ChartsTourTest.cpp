@@ -23,7 +23,7 @@ TEST_F(ChartsTour, EveryChartOpensOnTheSessionsDataAtBothSizes) {
     }
     QTemporaryDir pictures;
     ASSERT_TRUE(pictures.isValid());
-    const std::vector<TourStop> stops = chartsTourStops(notifier);
+    const std::vector<TourStop> stops = chartsTourStops(session, notifier);
     const QStringList failures = runTour(pictures.path(), stops, nullptr);
     EXPECT_TRUE(failures.isEmpty()) << failures.join(QStringLiteral("; ")).toStdString();
 

@@ -9,7 +9,7 @@
 #include <QTest>
 #include <algorithm>
 
-#include "charts/HistoricChartForm.h"
+#include "forms/charts/HistoricChartForm.h"
 #include "ui/Screenshot.h"
 #include "ui/charts/ChartPainter.h"
 #include "ui/charts/ChartScreenFixture.h"
@@ -90,7 +90,8 @@ int rowRuns(const QImage& image, int fromX, int toX, int fromY, int toY, Test te
 class HistoricChartScreen : public test::ChartScreenFixture {
 protected:
     std::unique_ptr<HistoricChartDialog> open() {
-        auto dialog = std::make_unique<HistoricChartDialog>(notifier, nullptr, chartSettings);
+        auto dialog = std::make_unique<HistoricChartDialog>(
+            HistoricChartForm(session.days(), chartSettings), notifier, nullptr);
         dialog->show();
         QApplication::processEvents();
         return dialog;

@@ -9,9 +9,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "logbook/ExerciseLog.h"
-#include "logbook/WeighIn.h"
-#include "ui/ScreenTestSession.h"
+#include "forms/exercise/ExerciseLogForm.h"
+#include "forms/logbook/WeighInForm.h"
+#include "ui/ScreenSession.h"
 #include "ui/exercise/EditExerciseDialog.h"
 #include "ui/exercise/ExerciseLogDialog.h"
 #include "ui/exercise/ExercisePicker.h"
@@ -20,15 +20,16 @@
 namespace nutrovex {
 namespace {
 
-class ExerciseLogDialogTest : public test::ScreenTestSession {
+class ExerciseLogDialogTest : public test::ScreenSession {
 protected:
     void weigh(const char* pounds) {
-        WeighIn weighIn(session.days());
-        ASSERT_TRUE(notifier.apply(weighIn.weightEdited(pounds)).ok());
+        WeighInForm weighIn(session.days());
+        ASSERT_TRUE(notifier.apply(weighIn.edit(WeighInForm::Field::Weight, pounds)).ok());
     }
 
     std::unique_ptr<ExerciseLogDialog> open() {
-        auto dialog = std::make_unique<ExerciseLogDialog>(notifier, nullptr);
+        auto dialog = std::make_unique<ExerciseLogDialog>(
+            ExerciseLogForm(session.days(), session.exerciseClipboard()), notifier, nullptr);
         dialog->setMessagePresenter(presenter());
         dialog->show();
         QApplication::setActiveWindow(dialog.get());
@@ -169,8 +170,8 @@ TEST_F(ExerciseLogDialogTest, TheGridCopiesPastesDeletesAndEditsItsExercises) {
     EXPECT_EQ(todays()[2].name.view(), "Rowing");
 
     // Edit the pasted row through "Edit Exercise": 45 minutes, 200 calories.
-    dialog->setEditRunner([&](Position row) {
-        EditExerciseDialog edit(notifier, dialog.get(), row);
+    dialog->setEditRunner([&](EditExerciseForm form) {
+        EditExerciseDialog edit(std::move(form), notifier, dialog.get());
         edit.show();
         EXPECT_EQ(edit.windowTitle(), QStringLiteral("Edit Exercise"));
         EXPECT_EQ(edit.picker()->nameEdit()->text(), QStringLiteral("Rowing"));
@@ -238,18 +239,18 @@ TEST_F(ExerciseLogDialogTest, TheScreenIsWorkedWithTheKeyboardAlone) {
 
 TEST_F(ExerciseLogDialogTest, TheTourShowsTheLogAndTheEditScreen) {
     weigh("150");
-    ExerciseLog log(session.days(), session.exerciseClipboard());
-    log.form.chooseType(15);
-    log.form.minutes = "30";
-    ASSERT_FALSE(log.calories());
-    ASSERT_TRUE(notifier.apply(log.log().notices).ok());
+    ExerciseLogForm log(session.days(), session.exerciseClipboard());
+    log.edit(ExerciseLogForm::Field::Type, "Running");
+    log.edit(ExerciseLogForm::Field::Minutes, "30");
+    ASSERT_TRUE(notifier.apply(log.command(ExerciseLogForm::Command::Calories)).ok());
+    ASSERT_TRUE(notifier.apply(log.command(ExerciseLogForm::Command::Log)).ok());
 
     // $NUTROVEX_SCREENSHOT_DIR keeps the pictures for a person to look at.
     QTemporaryDir temporary;
     ASSERT_TRUE(temporary.isValid());
     const QString kept = qEnvironmentVariable("NUTROVEX_SCREENSHOT_DIR");
     const QDir out(kept.isEmpty() ? temporary.path() : kept);
-    EXPECT_TRUE(runTour(out.path(), exerciseTourStops(notifier), nullptr).isEmpty());
+    EXPECT_TRUE(runTour(out.path(), exerciseTourStops(session, notifier), nullptr).isEmpty());
     for (const char* name :
          {"exercise-log", "exercise-log@2x", "edit-exercise", "edit-exercise@2x"}) {
         EXPECT_TRUE(QFile::exists(out.filePath(QString::fromLatin1(name) + QStringLiteral(".png"))))

@@ -79,15 +79,26 @@ void typeInto(QLineEdit* field, const QString& text) {
     }
 }
 
-using FoodScreens = test::FoodScreensTest;
+class FoodScreens : public test::FoodScreensTest {
+protected:
+    FoodRunState& run() { return session->foodRunState(); }
+    MealsForm mealsForm() { return MealsForm(session->catalogue(), session->days(), run()); }
+    FoodGridForm gridForm(int group) {
+        return FoodGridForm(session->catalogue(), session->days(), run(), group);
+    }
+    LogFoodForm logFoodForm(int group) {
+        return LogFoodForm(session->catalogue(), session->days(), run(), group);
+    }
+    int foodRows(const FoodGridDialog& grid) { return grid.form().view().rows.foodCount; }
+};
 
 TEST_F(FoodScreens, AFoodLoggedInOuncesShowsOnTheMealsScreenAndInTheDayTotals) {
-    MealsDialog meals(*notifier, nullptr);
+    MealsDialog meals(mealsForm(), *notifier, nullptr);
     showActive(meals);
     EXPECT_EQ(meals.groupValue(4, 0), QStringLiteral("200"));
     EXPECT_EQ(meals.summaryValue(0, 0), QStringLiteral("445"));
 
-    LogFoodDialog log(*notifier, &meals, 4);
+    LogFoodDialog log(logFoodForm(4), *notifier, &meals);
     showActive(log);
     EXPECT_EQ(log.foodList()->currentText(), QStringLiteral("Apple"));
     FoodFieldsWidget* fields = log.fields();
@@ -106,7 +117,7 @@ TEST_F(FoodScreens, AFoodLoggedInOuncesShowsOnTheMealsScreenAndInTheDayTotals) {
     QTest::mouseClick(log.logButton(), Qt::LeftButton);
     EXPECT_EQ(log.result(), QDialog::Accepted);
     ASSERT_EQ(today().group(4).size(), 5u);
-    const FoodItem& apple = today().group(4)[log.loggedPosition()];
+    const FoodItem& apple = today().group(4)[log.form().result().position];
     EXPECT_EQ(apple.name.str(), "Apple");
     EXPECT_EQ(apple.serving.unit, 10);
     EXPECT_FLOAT_EQ(apple.serving.amount, 2.0f);
@@ -121,7 +132,7 @@ TEST_F(FoodScreens, AFoodLoggedInOuncesShowsOnTheMealsScreenAndInTheDayTotals) {
 }
 
 TEST_F(FoodScreens, ACategoryAndAFoodMadeInsideLogFoodAreSelectedAndLogged) {
-    LogFoodDialog log(*notifier, nullptr, 3);  // vegetables: no category yet
+    LogFoodDialog log(logFoodForm(3), *notifier, nullptr);  // vegetables: no category yet
     showActive(log);
     EXPECT_FALSE(log.categoryList()->isEnabled());
     EXPECT_FALSE(log.logButton()->isEnabled());
@@ -149,7 +160,6 @@ TEST_F(FoodScreens, ACategoryAndAFoodMadeInsideLogFoodAreSelectedAndLogged) {
     menuEntry(log, {QStringLiteral("&Edit"), QStringLiteral("&New"), QStringLiteral("Food &Item")})
         ->trigger();
     EXPECT_EQ(log.foodList()->currentText(), QStringLiteral("Spinach"));
-    EXPECT_TRUE(log.catalogueChanged());
     EXPECT_TRUE(session->catalogueModified());
 
     QTest::mouseClick(log.logButton(), Qt::LeftButton);
@@ -170,7 +180,7 @@ TEST_F(FoodScreens, AnInvalidValueIsRefusedWithTheFocusOnItsField) {
         {"empty fat", [](FoodFieldsWidget* f) { return f->gramsEdit(kFat); }, QString()},
     };
     for (const auto& c : cases) {
-        LogFoodDialog log(*notifier, nullptr, 4);
+        LogFoodDialog log(logFoodForm(4), *notifier, nullptr);
         showActive(log);
         QLineEdit* field = c.field(log.fields());
         typeInto(field, c.typed);
@@ -184,7 +194,9 @@ TEST_F(FoodScreens, AnInvalidValueIsRefusedWithTheFocusOnItsField) {
     }
 
     // The same rule in Insert Food, under its own caption.
-    InsertFoodDialog insert(*notifier, nullptr, 5, 0, 0);
+    FoodItemDialog insert(
+        FoodItemForm::insertIntoDay(session->catalogue(), 5, 0, 0, session->days(), run().view),
+        *notifier, nullptr);
     showActive(insert);
     EXPECT_TRUE(insert.nameField()->isReadOnly());
     typeInto(insert.fields()->gramsEdit(kProtein), QString());
@@ -199,7 +211,7 @@ TEST_F(FoodScreens, AnInvalidValueIsRefusedWithTheFocusOnItsField) {
 }
 
 TEST_F(FoodScreens, TwoCopiedFoodsPasteIntoAnotherDay) {
-    FoodGridDialog grid(*notifier, nullptr, 4);
+    FoodGridDialog grid(gridForm(4), *notifier, nullptr);
     showActive(grid);
     CFoodGridCtrl* g = grid.grid();
     g->setFocus();
@@ -208,20 +220,20 @@ TEST_F(FoodScreens, TwoCopiedFoodsPasteIntoAnotherDay) {
 
     session->days().nextDay();
     (void)notifier->apply(Notices{.dataChanged = true});  // as the logbook does on a new day
-    EXPECT_EQ(grid.form().rows().foodCount, 0);
+    EXPECT_EQ(foodRows(grid), 0);
     QTest::keyClick(g, Qt::Key_V, Qt::ControlModifier);
 
     const DayRecord* tomorrow = session->days().currentRecord();
     ASSERT_NE(tomorrow, nullptr);
     EXPECT_EQ(names(tomorrow->group(4)), (std::vector<std::string>{"Fig", "Kiwi"}));
     EXPECT_EQ(tomorrow->allFoods().size(), 2u);
-    EXPECT_EQ(grid.form().rows().foodCount, 2);
+    EXPECT_EQ(foodRows(grid), 2);
     session->days().previousDay();
     EXPECT_EQ(today().group(4).size(), 4u);  // copying took nothing away
 }
 
 TEST_F(FoodScreens, DeletingThreeRowsTakesTheirTwinsOutOfAllFoods) {
-    FoodGridDialog fruit(*notifier, nullptr, 4);
+    FoodGridDialog fruit(gridForm(4), *notifier, nullptr);
     showActive(fruit);
     CFoodGridCtrl* g = fruit.grid();
     g->setFocus();
@@ -241,9 +253,8 @@ TEST_F(FoodScreens, DeletingThreeRowsTakesTheirTwinsOutOfAllFoods) {
     QTest::keyClick(g, Qt::Key_Delete);
     EXPECT_EQ(names(today().group(4)), (std::vector<std::string>{"Plum"}));
 
-    FoodGridDialog all(*notifier, nullptr, kAllFoodsGroup);
     std::vector<std::string> shown;
-    for (const LogRow& row : all.form().rows().rows) {
+    for (const LogRow& row : gridForm(kAllFoodsGroup).view().rows.rows) {
         if (row.kind == LogRowKind::Food) {
             shown.push_back(row.text);
         }
@@ -252,7 +263,7 @@ TEST_F(FoodScreens, DeletingThreeRowsTakesTheirTwinsOutOfAllFoods) {
 }
 
 TEST_F(FoodScreens, FindingPieSelectsTheChosenFoodInLogFood) {
-    LogFoodDialog log(*notifier, nullptr, 4);
+    LogFoodDialog log(logFoodForm(4), *notifier, nullptr);
     showActive(log);
     QStringList listed;
     whenShown<FindFoodDialog>([&listed](FindFoodDialog* find) {
@@ -288,7 +299,7 @@ TEST_F(FoodScreens, RecentFoodsAreLoggedAgainWithTheirServing) {
         }
     }
     session->days().nextDay();
-    LogFoodDialog log(*notifier, nullptr, 5);
+    LogFoodDialog log(logFoodForm(5), *notifier, nullptr);
     showActive(log);
     ASSERT_EQ(log.recentList()->count(), 5);
     log.recentList()->setFocus();
@@ -319,7 +330,7 @@ void expectNamed(QWidget& screen, const char* which) {
 }
 
 TEST_F(FoodScreens, EveryScreenIsReachedAndLeftWithTheKeyboard) {
-    MealsDialog meals(*notifier, nullptr);
+    MealsDialog meals(mealsForm(), *notifier, nullptr);
     showActive(meals);
     expectNamed(meals, "meals");
     pressButton(meals, QStringLiteral("Toggle &Nutrients"));
@@ -358,7 +369,7 @@ TEST_F(FoodScreens, EveryScreenIsReachedAndLeftWithTheKeyboard) {
     EXPECT_FALSE(meals.isVisible());
     EXPECT_EQ(meals.result(), QDialog::Accepted);
 
-    FoodGridDialog fruit(*notifier, nullptr, 4);
+    FoodGridDialog fruit(gridForm(4), *notifier, nullptr);
     showActive(fruit);
     fruit.grid()->setFocus();
     whenShown<FoodItemDialog>([](FoodItemDialog* edit) {
@@ -372,7 +383,8 @@ TEST_F(FoodScreens, EveryScreenIsReachedAndLeftWithTheKeyboard) {
     EXPECT_EQ(today().group(4).back().name.str(), "Fig");
     EXPECT_EQ(today().group(4).back().meal, 3);
 
-    CategoryNameDialog category(*notifier, nullptr, 4, 0, true);
+    CategoryNameDialog category(CategoryNameForm(session->catalogue(), 4, 0, true), *notifier,
+                                nullptr);
     showActive(category);
     expectNamed(category, "category");
     EXPECT_EQ(category.windowTitle(), QStringLiteral("Edit Category"));
@@ -382,7 +394,8 @@ TEST_F(FoodScreens, EveryScreenIsReachedAndLeftWithTheKeyboard) {
 
 TEST_F(FoodScreens, LogFoodReachedFromMealsOpensTheCatalogue) {
     QWidget* openedFrom = nullptr;
-    MealsDialog meals(*notifier, nullptr, [&openedFrom](QWidget* parent) { openedFrom = parent; });
+    MealsDialog meals(mealsForm(), *notifier, nullptr,
+                      [&openedFrom](QWidget* parent) { openedFrom = parent; });
     showActive(meals);
     QWidget* logScreen = nullptr;
     whenShown<FoodGridDialog>([&logScreen](FoodGridDialog* grid) {
@@ -411,7 +424,7 @@ TEST_F(FoodScreens, EveryTourStopOpensOnTheSessionsData) {
     const QString out = qEnvironmentVariableIsSet("NUTROVEX_SCREENSHOT_DIR")
                             ? qEnvironmentVariable("NUTROVEX_SCREENSHOT_DIR")
                             : pictures.path();
-    const std::vector<TourStop> stops = foodsTourStops(*notifier);
+    const std::vector<TourStop> stops = foodsTourStops(*session, *notifier);
     EXPECT_EQ(stops.size(), 9u);
     const QStringList failures = runTour(out, stops, nullptr);
     EXPECT_TRUE(failures.isEmpty()) << failures.join(QStringLiteral("; ")).toStdString();

@@ -29,11 +29,13 @@
 namespace nutrovex {
 namespace {
 
-class DayScreensTest : public ::testing::Test, protected test::LogbookSession {
+class DayScreensTest : public test::LogbookScreens {
 protected:
+    // One of the logbook's screens, made as the logbook makes it.
     template <typename Screen>
-    std::unique_ptr<Screen> show() {
-        auto screen = std::make_unique<Screen>(notifier, nullptr);
+    std::unique_ptr<Screen> show(ScreenMaker LogbookOpeners::*which) {
+        auto screen = std::unique_ptr<Screen>(qobject_cast<Screen*>((screens().*which)(nullptr)));
+        EXPECT_NE(screen, nullptr);
         screen->show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(screen.get()));
         return screen;
@@ -57,7 +59,7 @@ protected:
 };
 
 TEST_F(DayScreensTest, TheJournalKeepsANoteOnlyForADayAndAppendsLinesAtTheEnd) {
-    auto empty = show<JournalDialog>();
+    auto empty = show<JournalDialog>(&LogbookOpeners::journal);
     EXPECT_EQ(empty->editor()->toPlainText(), QStringLiteral("Enter daily notes here."));
     QTest::keyClicks(empty->editor(), QStringLiteral("lost"));
     EXPECT_TRUE(session.store().days().empty());
@@ -65,7 +67,7 @@ TEST_F(DayScreensTest, TheJournalKeepsANoteOnlyForADayAndAppendsLinesAtTheEnd) {
     empty.reset();
 
     addDay(21, 11, 2002, 180.0f).setNote("Ran");
-    auto journal = show<JournalDialog>();
+    auto journal = show<JournalDialog>(&LogbookOpeners::journal);
     EXPECT_EQ(journal->editor()->toPlainText(), QStringLiteral("Ran"));
     // Enter with the caret at the start still starts a new line at the end.
     journal->editor()->moveCursor(QTextCursor::Start);
@@ -73,14 +75,15 @@ TEST_F(DayScreensTest, TheJournalKeepsANoteOnlyForADayAndAppendsLinesAtTheEnd) {
     QTest::keyClicks(journal->editor(), QStringLiteral("Ate"));
     EXPECT_EQ(session.days().currentRecord()->note(), "Ran\r\nAte");
     EXPECT_TRUE(session.userDataModified());
-    // Cancel undoes nothing.
+    // Cancel undoes nothing, and the note is saved as the screen closes.
     QTest::mouseClick(journal->cancelButton(), Qt::LeftButton);
     EXPECT_EQ(session.days().currentRecord()->note(), "Ran\r\nAte");
+    EXPECT_FALSE(session.userDataModified());
 }
 
 TEST_F(DayScreensTest, TheJournalTakesNoCharacterPastItsLimitAndCutsWithTheEditMenu) {
     addDay(21, 11, 2002, 180.0f).setNote(std::string(510, 'x'));
-    auto journal = show<JournalDialog>();
+    auto journal = show<JournalDialog>(&LogbookOpeners::journal);
     QTest::keyClicks(journal->editor(), QStringLiteral("abc"));
     EXPECT_EQ(session.days().currentRecord()->note(), std::string(510, 'x') + "ab");
     EXPECT_EQ(journal->editor()->toPlainText().size(), 512);
@@ -99,12 +102,12 @@ TEST_F(DayScreensTest, TheJournalTakesNoCharacterPastItsLimitAndCutsWithTheEditM
 TEST_F(DayScreensTest, AGainGoalLeavesTheBudgetAskingForAWeight) {
     addDay(21, 11, 2002, 180.0f, 1800.0f, 300);
     setGainingGoal();
-    auto box = show<FoodBudgetBoxDialog>();
+    auto box = show<FoodBudgetBoxDialog>(&LogbookOpeners::foodBudgetBox);
     EXPECT_EQ(box->budgetText(),
               QStringLiteral("To achieve the goals you have set, your food budget "
                              "is:  (Weight required for BMR). calories."));
     EXPECT_TRUE(box->goalText().startsWith(QStringLiteral("To gain 10 lbs in 70 days")));
-    auto page = show<FoodBudgetDialog>();
+    auto page = show<FoodBudgetDialog>(&LogbookOpeners::foodBudget);
     const auto& sections = page->page()->sections();
     ASSERT_GE(sections.size(), 5u);
     EXPECT_EQ(
@@ -126,7 +129,7 @@ TEST_F(DayScreensTest, AGainGoalLeavesTheBudgetAskingForAWeight) {
 TEST_F(DayScreensTest, TheSummaryTableListsEveryDayAndHighlightsTheCurrentOne) {
     fillSixWeeks();
     (void)session.days().setCurrentDate(CalendarDate::fromDmy(20, 11, 2002));
-    auto screen = show<SummaryTableDialog>();
+    auto screen = show<SummaryTableDialog>(&LogbookOpeners::summaryTable);
     SummaryTableGrid* table = screen->table();
     EXPECT_EQ(table->grid().rowCount(), 43);
     EXPECT_EQ(table->text(0, 0), QStringLiteral("Date"));
@@ -193,7 +196,7 @@ void menuKeys(QWidget& screen, Qt::Key menu, std::initializer_list<Qt::Key> entr
 
 TEST_F(DayScreensTest, EveryScreenIsReachedUsedAndLeftWithTheKeyboard) {
     fillSixWeeks();
-    LogbookDialog logbook(notifier, nullptr);
+    LogbookDialog logbook(LogbookForm(session.days()), notifier, nullptr, screens());
     logbook.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&logbook));
     // OK, the arrows, the date, four buttons (Meals and Exercise disabled here), the water and
@@ -289,7 +292,7 @@ TEST(LogbookTour, EveryStopOpensOnTheDemoUserWithItsMeasuredMaintenance) {
     SessionNotifier notifier(session);
 
     // Four months of days make a valid measurement, and a plausible one.
-    FoodBudgetDialog budget(notifier, nullptr);
+    FoodBudgetDialog budget(FoodBudgetForm(session.days()), notifier, nullptr);
     const std::vector<BudgetSection>& sections = budget.page()->sections();
     ASSERT_EQ(sections.size(), 6u);
     EXPECT_EQ(sections[5].heading, "Measured");
@@ -306,7 +309,7 @@ TEST(LogbookTour, EveryStopOpensOnTheDemoUserWithItsMeasuredMaintenance) {
     // NUTROVEX_SCREENSHOT_DIR keeps the pictures for a person to look at.
     const QString keep = qEnvironmentVariable("NUTROVEX_SCREENSHOT_DIR");
     const QString out = keep.isEmpty() ? temp.path() : keep;
-    const std::vector<TourStop> stops = logbookTourStops(notifier);
+    const std::vector<TourStop> stops = logbookTourStops(session, notifier);
     EXPECT_TRUE(runTour(out, stops, nullptr).isEmpty());
     std::vector<std::string> names;
     for (const TourStop& s : stops) {
