@@ -23,9 +23,6 @@ public:
     MealsDialog(MealsForm form, SessionNotifier& notifier, QWidget* parent,
                 std::function<void(QWidget*)> openCatalogue = {});
 
-    [[nodiscard]] QToolButton* groupButton(int group) const {
-        return m_groups[static_cast<std::size_t>(group)];
-    }
     [[nodiscard]] QString groupValue(int group, int line) const;
     [[nodiscard]] QString summaryValue(int column, int line) const;
 

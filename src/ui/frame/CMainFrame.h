@@ -33,7 +33,6 @@ public:
                QWidget* parent = nullptr);
 
     [[nodiscard]] CNutrovexView* view() const { return m_view; }
-    [[nodiscard]] QAction* saveUserAction() const { return m_saveUser; }
     [[nodiscard]] QAction* usersAction() const { return m_users; }
 
     // The start-up load, under the wait cursor. Failures are shown. Returns whether everything

@@ -52,7 +52,6 @@ public:
     [[nodiscard]] QSpinBox* waterBox() const { return m_water; }
     // "Logbook", "Food Log", "Daily Journal", "Summary Table": a tap opens that screen.
     [[nodiscard]] QTabBar* tabs() const { return m_tabs; }
-    [[nodiscard]] QPushButton* dateButton() const { return m_date; }
     [[nodiscard]] QToolButton* previousButton() const { return m_previous; }
     [[nodiscard]] QToolButton* nextButton() const { return m_next; }
     // The figure's button ("Weight", "Meals", "BMR", "Exercise").
