@@ -74,18 +74,6 @@ TEST_F(LogFood, InitialPositionsAreUsedOnceThenTheFirstEntries) {
     EXPECT_EQ(again.view().category, 0);
 }
 
-TEST_F(LogFood, TheMealIsPreselectedByTheClock) {
-    for (const auto& [hour, meal] :
-         {std::pair{8, 0}, std::pair{12, 1}, std::pair{18, 2}, std::pair{22, 3}}) {
-        CalendarDate now = CalendarDate::fromDmy(25, 9, 2002);
-        now.hour = static_cast<int16_t>(hour);
-        const FixedClock at(now);
-        UserStore other(at);
-        DayCursor cursor(other);
-        EXPECT_EQ(LogFoodForm(catalogue, cursor, run, 5).view().fields.meal, meal) << hour;
-    }
-}
-
 TEST_F(LogFood, EmptyGroupsAndCategoriesDisableWhatTheyCannotFill) {
     LogFoodForm form(catalogue, days, run, 5, 0, 0);
     ASSERT_TRUE(form.view().valuesEnabled);

@@ -74,19 +74,6 @@ TEST_F(ActivityFormTest, ManualBmrIsTypedAndKeptWhenTheWeightChanges) {
     EXPECT_EQ(day.bmr(), 1683);
 }
 
-TEST_F(ActivityFormTest, LevelFourDiffersByGender) {
-    DayRecord& day = weighedToday();
-    (void)level(4);
-    const int man = day.bmr();
-    ASSERT_TRUE(store.profile.setGender(1));
-    (void)level(3);
-    (void)level(4);
-    const int woman = day.bmr();
-    // 1861.7 × 1.6 for him; her 655 + 9.6 × 81 + 1.8 × 178 - 4.7 × 30 = 1612, × 1.4.
-    EXPECT_EQ(man, 2978);
-    EXPECT_EQ(woman, 2256);
-}
-
 TEST_F(ActivityFormTest, SetAsDailyDefaultReachesNewDaysNotDaysWithALevel) {
     DayRecord& yesterday = addDay(20, 11, 2002);
     setDayWeight(yesterday, 180.0f, store.profile);

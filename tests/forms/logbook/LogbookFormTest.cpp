@@ -179,28 +179,6 @@ TEST_F(LogbookTest, EveryNavigationMarksTheDataModified) {
               (Notices{.userData = true, .dataChanged = true}));
 }
 
-TEST_F(LogbookTest, NextPastTheLastRecordAndBack) {
-    addDay(3, 5, 2002);
-    addDay(5, 5, 2002);
-    (void)logbook.command(Command::Last);
-    (void)logbook.command(Command::Next);
-    LogbookFigures f = figures();
-    EXPECT_EQ(f.date, "Monday May 6, 2002");
-    EXPECT_EQ(f.record, "Record: -- of 2");
-    (void)logbook.command(Command::Last);
-    f = figures();
-    EXPECT_EQ(f.date, "Sunday May 5, 2002");
-    EXPECT_EQ(f.record, "Record: 2 of 2");
-}
-
-TEST_F(LogbookTest, NavigationOnAnEmptyList) {
-    (void)logbook.command(Command::Next);
-    EXPECT_TRUE(currentIs(22, 11, 2002));
-    (void)logbook.command(Command::First);
-    EXPECT_TRUE(currentIs(22, 11, 2002));
-    EXPECT_EQ(figures().record, "Record: -- of 0");
-}
-
 TEST_F(LogbookTest, WithoutAnOpenUserNothingHappens) {
     addDay(3, 5, 2002);
     store.dataFilePath.clear();

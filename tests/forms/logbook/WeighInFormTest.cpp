@@ -72,16 +72,6 @@ TEST_F(WeighInTest, ZeroErasesTheWeightOfAnExistingDay) {
     EXPECT_EQ(LogbookForm(cursor).view().figures.bmr, "0");
 }
 
-TEST_F(WeighInTest, AManualBmrSurvivesANewWeight) {
-    (void)weigh("150");
-    DayRecord& day = store.dayAt(0);
-    ASSERT_TRUE(day.setLevel(kLevelManual));
-    ASSERT_TRUE(day.setBmr(1234));
-    (void)weigh("160");
-    EXPECT_EQ(day.bmr(), 1234);
-    EXPECT_FLOAT_EQ(day.weight(), 160.0f);
-}
-
 TEST_F(WeighInTest, KilogramsAreShownAndStoredInPounds) {
     ASSERT_TRUE(store.profile.setUnits(1));
     EXPECT_EQ(weighIn.view(), (WeighInView{"Saturday May 4, 2002", "", "kg"}));

@@ -2,12 +2,10 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProgressDialog>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
 #include <filesystem>
 #include <fstream>
@@ -18,7 +16,6 @@
 #include "ui/ScreenSession.h"
 #include "ui/catalogue/CFoodTreeCtrl.h"
 #include "ui/catalogue/CatalogueDialog.h"
-#include "ui/catalogue/CatalogueTour.h"
 #include "ui/catalogue/CatalogueTreeModel.h"
 #include "ui/foods/FindFoodDialog.h"
 #include "ui/foods/FoodItemDialog.h"
@@ -308,17 +305,6 @@ TEST_F(CatalogueDialogTest, TheScreenIsWorkedWithTheKeyboardAlone) {
     EXPECT_FALSE(session.catalogueModified());  // saved at once
     QTest::keyClick(&tree, Qt::Key_Escape);
     EXPECT_FALSE(dialog->isVisible());
-}
-
-TEST_F(CatalogueDialogTest, TheTourOpensTheScreenOnAFood) {
-    // $NUTROVEX_SCREENSHOT_DIR keeps the pictures for a person to look at.
-    QTemporaryDir temporary;
-    ASSERT_TRUE(temporary.isValid());
-    const QString kept = qEnvironmentVariable("NUTROVEX_SCREENSHOT_DIR");
-    const QDir out(kept.isEmpty() ? temporary.path() : kept);
-    EXPECT_TRUE(runTour(out.path(), catalogueTourStops(session, notifier), nullptr).isEmpty());
-    EXPECT_TRUE(QFile::exists(out.filePath(QStringLiteral("catalogue.png"))));
-    EXPECT_TRUE(QFile::exists(out.filePath(QStringLiteral("catalogue@2x.png"))));
 }
 
 }  // namespace

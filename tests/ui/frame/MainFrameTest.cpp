@@ -1,15 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
-#include <QDir>
-#include <QImage>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QPushButton>
 #include <QSet>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <fstream>
@@ -20,7 +17,6 @@
 #include "ui/ScreenSession.h"
 #include "ui/frame/CMainFrame.h"
 #include "ui/frame/CNutrovexView.h"
-#include "ui/frame/FrameTour.h"
 #include "ui/frame/HelpDialog.h"
 #include "ui/frame/ProgramOpeners.h"
 #include "ui/frame/UsersDialog.h"
@@ -28,13 +24,9 @@
 #include "ui/profile/PersonalInfoDialog.h"
 
 namespace nutrovex {
-
-std::vector<TourStop> profileTourStops(Session& session, SessionNotifier& notifier);
-
 namespace {
 
 namespace fs = std::filesystem;
-using namespace Qt::StringLiterals;
 using test::answerMessage;
 using test::SeenMessage;
 using test::whenModal;
@@ -226,30 +218,6 @@ TEST_F(MainFrameTest, EveryScreenIsReachedUsedAndLeftWithTheKeyboard) {
     frame.usersAction()->trigger();
     EXPECT_TRUE(listed);
     EXPECT_TRUE(frame.isVisible());
-}
-
-// The other areas' screens need foods and days to show; their own tests run their stops.
-TEST_F(MainFrameTest, TheTourSavesTheMainWindowsAndProfileScreens) {
-    ASSERT_TRUE(session.initialLoad());
-    QTemporaryDir out;
-    ASSERT_TRUE(out.isValid());
-    const auto window = frame();
-
-    std::vector<TourStop> stops = frameTourStops(session, notifier);
-    for (TourStop& stop : profileTourStops(session, notifier)) {
-        stops.push_back(std::move(stop));
-    }
-    const QStringList failures = runTour(out.path(), stops, window.get());
-    EXPECT_TRUE(failures.isEmpty()) << failures.join(u'\n').toStdString();
-    const auto picture = [&out](const char* name) {
-        return QImage(QDir(out.path()).filePath(QString::fromLatin1(name) + ".png"_L1));
-    };
-    for (const char* name :
-         {"main-menu", "help", "about", "users", "personal-information", "goals"}) {
-        EXPECT_EQ(picture(name).size(), QSize(kDefaultWindowWidth, kDefaultWindowHeight)) << name;
-    }
-    // The date picker keeps its own small size over the screen that opens it.
-    EXPECT_FALSE(picture("calendar-picker").isNull());
 }
 
 }  // namespace

@@ -160,25 +160,6 @@ TEST_F(UsersDialogTest, DeleteAndRenameActOnTheEntrySelectedThroughAccessibility
     EXPECT_EQ(session.openUserName(), "Lee");
 }
 
-TEST_F(UsersDialogTest, DeletingTheOpenUserGivesWayToAnother) {
-    ASSERT_TRUE(session.addUser("Ann"));  // open and remembered
-    open();
-    ASSERT_EQ(selected(), QStringLiteral("Ann"));
-
-    int changes = 0;
-    QObject::connect(&notifier, &SessionNotifier::userChanged, [&changes] { ++changes; });
-    SeenMessage seen;
-    answerMessage(QMessageBox::Yes, &seen);
-    press(QStringLiteral("Delete"));
-    EXPECT_EQ(seen.caption, QStringLiteral("Delete User"));
-    EXPECT_EQ(seen.icon, QMessageBox::Question);
-    EXPECT_EQ(listed(), "Zerbu");
-    EXPECT_FALSE(std::filesystem::exists(root() / "Users" / "Ann"));
-    EXPECT_EQ(session.openUserName(), "Zerbu");
-    EXPECT_EQ(selected(), QStringLiteral("Zerbu"));
-    EXPECT_GE(changes, 1);
-}
-
 TEST_F(UsersDialogTest, OkOpensTheSelectedUserAndPreselectsTheRememberedOne) {
     ASSERT_TRUE(session.addUser("Ann"));
     ASSERT_TRUE(session.addUser("Lee"));

@@ -100,19 +100,6 @@ TEST_F(LogbookDialogTest, WeighingInShowsWeightBmrAndTotalAndSavesOnClosing) {
     EXPECT_NE(written(), before);
 }
 
-TEST_F(LogbookDialogTest, ZeroWeighedInOnAnEmptyDateCreatesNothing) {
-    open();
-    QTest::mouseClick(dialog->figureButton(Figure::Weight), Qt::LeftButton);
-    WeighInDialog* weighIn = child<WeighInDialog>();
-    ASSERT_NE(weighIn, nullptr);
-    QTest::keyClicks(weighIn->weightEdit(), QStringLiteral("0"));
-    QTest::keyClick(weighIn, Qt::Key_Escape);  // Escape acts as OK
-    EXPECT_FALSE(weighIn->isVisible());
-    EXPECT_TRUE(session.store().days().empty());
-    EXPECT_FALSE(fs::exists(userFile()));  // nothing changed, nothing written
-    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: -- of 0"));
-}
-
 TEST_F(LogbookDialogTest, TheKeysWalkTheDaysAndTheDateLinePicksOne) {
     addDay(18, 11, 2002, 180.0f);
     addDay(19, 11, 2002, 181.0f);
@@ -141,28 +128,17 @@ TEST_F(LogbookDialogTest, TheKeysWalkTheDaysAndTheDateLinePicksOne) {
     EXPECT_EQ(session.store().days().size(), 2u);  // walking never created a day
 }
 
-TEST_F(LogbookDialogTest, WaterOnADateBetweenTwoRecordsCreatesTheMiddleOne) {
-    addDay(3, 5, 2002, 150.0f);
-    addDay(5, 5, 2002, 151.0f);
-    (void)session.days().setCurrentDate(CalendarDate::fromDmy(4, 5, 2002));
+TEST_F(LogbookDialogTest, WaterTypedForADateWithoutARecordIsStoredInANewDay) {
     open();
-    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: -- of 2"));
-
     dialog->waterBox()->setFocus();
-    QTest::keyClick(dialog->waterBox(), Qt::Key_Up);
-    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: 2 of 3"));
-    // Two digits at most.
     dialog->waterBox()->selectAll();
-    QTest::keyClicks(dialog->waterBox(), QStringLiteral("995"));
-    EXPECT_EQ(dialog->waterBox()->value(), 99);
+    QTest::keyClicks(dialog->waterBox(), QStringLiteral("6"));
     ASSERT_NE(session.days().currentRecord(), nullptr);
-    EXPECT_EQ(session.days().currentRecord()->water(), 99);
-    EXPECT_TRUE(session.userDataModified());
-
-    // Moving to another day shows its own count without storing anything.
+    EXPECT_EQ(session.days().currentRecord()->water(), 6);
+    EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: 1 of 1"));
+    // Another day shows its own count.
     QTest::keyClick(dialog.get(), Qt::Key_PageUp);
     EXPECT_EQ(dialog->waterBox()->value(), 0);
-    EXPECT_EQ(session.store().dayAt(0).water(), 0);
 }
 
 TEST_F(LogbookDialogTest, DeletingARangeOverGapsKeepsTheOthersAndTheDate) {
