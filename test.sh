@@ -3,8 +3,9 @@
 #   ./test.sh          the default build (warnings as errors) and all tests
 #   ./test.sh --asan   the same under AddressSanitizer and UndefinedBehaviorSanitizer
 #   ./test.sh --fuzz [SECONDS] [--keep]
-#                      every fuzz target for SECONDS each (default 20; clang, libFuzzer); with
-#                      --keep the grown corpora are minimised into fuzz/corpus
+#                      every fuzz target for SECONDS each (default 20; clang, libFuzzer), from
+#                      the seeds in fuzz/corpus and the grown corpora in the cache; with --keep
+#                      what a run grows is minimised into the cache (see fuzz/run.sh), never git
 set -euo pipefail
 cd "$(dirname "$0")"
 source tools/setup.sh

@@ -1,19 +1,27 @@
 #include "BenchData.h"
 
 #include <fcntl.h>
+#include <spawn.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
+#include <iterator>
 #include <memory>
+#include <sstream>
 #include <string>
 
 #include "core/CalendarDate.h"
 #include "storage/CatalogueStorage.h"
 #include "storage/UserStorage.h"
+
+extern char** environ;
 
 namespace nutrovex::bench {
 
@@ -57,8 +65,8 @@ FoodItem makeFood(uint32_t serial, int group) {
     std::snprintf(name, sizeof name, "Sample food no. %06u", serial % 1000000);  // 21 characters
     f.name = name;
     f.text2 = name;
-    f.serving = {1.5f, 3, 0};
-    f.ref2 = {1.0f, 3, 0};
+    f.serving = {1.5f, ServingUnit::Cup, 0};
+    f.ref2 = {1.0f, ServingUnit::Cup, 0};
     f.nutrients = {245.0f, 48.5f, 2.0f, 10.0f, 1.5f, 0.2f};
     f.ratio = 1.5f;
     f.group = static_cast<uint16_t>(group);
@@ -213,6 +221,104 @@ void reportRatio(benchmark::State& state, double measured, double reference, con
     state.counters["ms"] = measured / n * 1e3;
     state.counters[std::string(what) + "_ms"] = reference / n * 1e3;
     state.counters["ratio"] = measured / reference;
+}
+
+ProcessFigures runFresh(std::vector<std::string> command, const std::string& in,
+                        const std::string& out) {
+    static int runs = 0;
+    const std::string tag = std::to_string(++runs);
+    const std::string result = (benchFolder() / ("measured-" + tag + ".txt")).string();
+    const std::string output =
+        out.empty() ? (benchFolder() / ("output-" + tag + ".txt")).string() : out;
+    if (command[0].empty()) {
+        command[0] = "/proc/self/exe";
+    }
+    std::vector<std::string> words = {"/proc/self/exe", "--measure", result, in, output};
+    words.insert(words.end(), command.begin(), command.end());
+    std::vector<char*> argv;
+    for (std::string& w : words) {
+        argv.push_back(w.data());
+    }
+    argv.push_back(nullptr);
+    ProcessFigures f;
+    pid_t pid = 0;
+    int status = 0;
+    const bool ran = ::posix_spawn(&pid, argv[0], nullptr, nullptr, argv.data(), environ) == 0 &&
+                     ::waitpid(pid, &status, 0) == pid && WIFEXITED(status) &&
+                     WEXITSTATUS(status) == 0;
+    int exitCode = -1;
+    long maxKb = 0;
+    long minor = 0;
+    long major = 0;
+    if (FILE* r = ran ? std::fopen(result.c_str(), "r") : nullptr) {
+        f.ok = std::fscanf(r, "%d %lf %ld %ld %ld", &exitCode, &f.seconds, &maxKb, &minor,
+                           &major) == 5 &&
+               exitCode == 0;
+        std::fclose(r);
+    }
+    f.maxResidentBytes = static_cast<double>(maxKb) * 1024.0;
+    f.minorFaults = static_cast<double>(minor);
+    f.majorFaults = static_cast<double>(major);
+    std::error_code ec;
+    fs::remove(result, ec);
+    if (out.empty()) {
+        std::ifstream text(output);
+        f.output.assign(std::istreambuf_iterator<char>(text), std::istreambuf_iterator<char>());
+        fs::remove(output, ec);
+        std::istringstream numbers(f.output);
+        for (double x = 0; numbers >> x;) {
+            f.printed.push_back(x);
+        }
+    }
+    return f;
+}
+
+int measureChild(int argc, char** argv) {
+    if (argc < 6) {
+        return 2;
+    }
+    const auto start = Clock::now();
+    const pid_t pid = ::fork();
+    if (pid == 0) {
+        const int in = ::open(argv[3], O_RDONLY | O_CLOEXEC);
+        const int out = ::open(argv[4], O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+        if (in < 0 || out < 0 || ::dup2(in, STDIN_FILENO) < 0 || ::dup2(out, STDOUT_FILENO) < 0) {
+            ::_exit(127);
+        }
+        ::execv(argv[5], argv + 5);
+        ::_exit(127);
+    }
+    int status = 0;
+    rusage usage{};
+    if (pid < 0 || ::wait4(pid, &status, 0, &usage) != pid) {
+        return 1;
+    }
+    const double seconds = secondsSince(start);
+    FILE* f = std::fopen(argv[2], "w");
+    if (f == nullptr) {
+        return 1;
+    }
+    std::fprintf(f, "%d %.9f %ld %ld %ld\n", WIFEXITED(status) ? WEXITSTATUS(status) : -1, seconds,
+                 usage.ru_maxrss, usage.ru_minflt, usage.ru_majflt);
+    std::fclose(f);
+    return 0;
+}
+
+void reportLoadAverage(benchmark::State& state) {
+    double load = 0;
+    if (FILE* f = std::fopen("/proc/loadavg", "r")) {
+        if (std::fscanf(f, "%lf", &load) != 1) {
+            load = 0;
+        }
+        std::fclose(f);
+    }
+    state.counters["load_avg"] = load;
+}
+
+double minorFaultsSoFar() {
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_minflt);
 }
 
 }  // namespace nutrovex::bench

@@ -7,6 +7,8 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "core/FoodCatalogue.h"
 #include "core/UserStore.h"
@@ -51,5 +53,47 @@ inline double secondsSince(Clock::time_point start) {
 
 // Sets the counters ms, <what>_ms and ratio from totals over every iteration.
 void reportRatio(benchmark::State& state, double measured, double reference, const char* what);
+
+// ---- Fresh processes ----
+// The figures that matter are taken as the program meets them: in a process just started, with
+// the allocator as the program has it. Such benchmarks run one process an iteration and repeat
+// (min, median and max come from the repetitions, see bench/run-all.sh).
+
+// What one process measured: the numbers it printed, and what the system counted for it.
+struct ProcessFigures {
+    bool ok = false;
+    std::vector<double> printed;  // every number on its standard output, in order
+    std::string output;
+    double seconds = 0;  // from its start to its end
+    double maxResidentBytes = 0;
+    double minorFaults = 0;
+    double majorFaults = 0;
+};
+
+// Runs `command` (a program and its arguments; "" as the program is this program) with its
+// standard input from `in` and its output to `out` ("" keeps it in `output` and `printed`). It
+// is started by a small fresh copy of this program, so that what the system counts is its own:
+// a process made straight from this one would count this one's memory as its own.
+ProcessFigures runFresh(std::vector<std::string> command, const std::string& in = "/dev/null",
+                        const std::string& out = "");
+// The fresh copy's side: `--measure RESULT IN OUT PROGRAM ARGS...` runs PROGRAM and writes its
+// exit status, seconds, peak resident kilobytes and page faults to RESULT.
+int measureChild(int argc, char** argv);
+
+// Repeated `repetitions` times, one process an iteration, its time set by the benchmark.
+inline benchmark::internal::Benchmark* freshProcesses(benchmark::internal::Benchmark* b,
+                                                      int repetitions) {
+    return b->Iterations(1)
+        ->Repetitions(repetitions)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond);
+}
+
+// The system's load average over the last minute, as a counter beside the figures: the
+// machines here are shared and busy.
+void reportLoadAverage(benchmark::State& state);
+
+// Page faults of this process so far (minor, as a load takes them).
+double minorFaultsSoFar();
 
 }  // namespace nutrovex::bench

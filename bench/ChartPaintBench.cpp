@@ -14,7 +14,7 @@
 #include "core/UserStore.h"
 #include "forms/charts/HistoricChartForm.h"
 #include "logbook/DayCursor.h"
-#include "ui/charts/ChartPainter.h"
+#include "render/ChartPainter.h"
 
 namespace {
 

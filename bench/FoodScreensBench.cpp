@@ -28,8 +28,8 @@ FoodItem food(const std::string& name, uint16_t group, uint16_t meal) {
     f.text2 = name;
     f.group = group;
     f.meal = meal;
-    f.setReference({1.0f, 14, 0});
-    f.setServing({1.0f, 14, 0});
+    f.setReference({1.0f, ServingUnit::Item, 0});
+    f.setServing({1.0f, ServingUnit::Item, 0});
     f.setNutrient(kCalories, 120.0f);
     f.setNutrient(kCarbohydrate, 14.5f);
     return f;

@@ -38,9 +38,8 @@ foreach(page IN LISTS man_pages)
 endforeach()
 add_custom_target(nutrovex_man_pages ALL DEPENDS ${compressed_pages})
 install(FILES ${compressed_pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-# The food tables' licence travels with the catalogue made from them.
-install(FILES ${dist}/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/nutrovex)
-install(FILES ${PROJECT_SOURCE_DIR}/data/food-tables-LICENSE.txt
+# The licences: the program's own and the public-domain status of the shipped food data.
+install(FILES ${dist}/copyright ${PROJECT_SOURCE_DIR}/LICENSE
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/nutrovex)
 
 if(TARGET nutrovex)
@@ -76,7 +75,7 @@ set(CPACK_PACKAGE_VENDOR "Zerbu")
 set(CPACK_PACKAGE_CONTACT "Nutrovex developers <nutrovex@localhost>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "personal nutrition and fitness logbook")
 set(CPACK_PACKAGE_DESCRIPTION
-    "Nutrovex keeps a logbook of days for several people on one machine: weigh-ins, foods eaten by meal, exercises, water and notes. From these it computes the basal metabolic rate, the day's calories and nutrients, a daily food budget and weight charts. Its starting food catalogue holds the Indian Food Composition Tables 2017 and everyday foods. nutrovex-tool inspects, converts and scripts the data files.")
+    "Nutrovex keeps a logbook of days for several people on one machine: weigh-ins, foods eaten by meal, exercises, water and notes. From these it computes the basal metabolic rate, the day's calories and nutrients, a daily food budget and weight charts. Its starting food catalogue holds nearly five thousand foods of the USDA National Nutrient Database for Standard Reference (public domain) beside everyday foods. nutrovex-tool inspects, converts and scripts the data files.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)

@@ -6,7 +6,7 @@ if(NOT SOURCE_DIR)
   message(FATAL_ERROR "LayerCheck: SOURCE_DIR is not set")
 endif()
 
-set(folders ${NUTROVEX_LAYERS} ui tool app)
+set(folders ${NUTROVEX_LAYERS} render ui tool app)
 set(known_prefixes ${folders})
 set(violations 0)
 set(checked 0)

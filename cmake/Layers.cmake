@@ -12,13 +12,16 @@ set(NUTROVEX_LAYER_controls_USES core)
 set(NUTROVEX_LAYER_session_USES storage foods charts controls)
 # One form per screen: what each screen shows and does, above the session it works on.
 set(NUTROVEX_LAYER_forms_USES session)
-# Above the engine: the screens, the tool and the program. Only ui and app may use Qt.
-set(NUTROVEX_LAYER_ui_USES forms)
-# The tool's chart command draws through the screens' chart painter (ui/charts/ChartPng.h, whose
-# interface is Qt-free); no tool file includes Qt itself.
-set(NUTROVEX_LAYER_tool_USES forms ui)
+# Above the engine: the drawing the program and the tool share, the screens, the tool and the
+# program. Only render, ui and app may use Qt.
+set(NUTROVEX_LAYER_render_USES charts)
+set(NUTROVEX_LAYER_ui_USES forms render)
+# The tool's chart command draws through render/ChartPng.h, whose interface is Qt-free; no tool
+# file includes Qt itself, and the tool never reaches the screens. Its demo logbook is typed in
+# through the screens' forms.
+set(NUTROVEX_LAYER_tool_USES forms render)
 set(NUTROVEX_LAYER_app_USES ui)
-set(NUTROVEX_QT_FOLDERS ui app)
+set(NUTROVEX_QT_FOLDERS render ui app)
 
 # Every layer a folder may include: itself and everything below it, however far.
 function(nutrovex_layer_closure layer out)

@@ -1,10 +1,11 @@
 # Turns foods.csv into the catalogue JSON that `nutrovex-tool write-catalogue` writes as FoodDB.ddb.
 #   cmake -DCSV=foods.csv -DOUT=FoodDB.json -P CsvToCatalogue.cmake
 # Rows: group (0-7), category, name, amount, unit, calories, carbohydrate, fiber, protein, fat,
-# saturated fat, a field quoted where it holds a comma; each category's rows together, categories
-# and foods already in name order.
+# saturated fat and grams (the header names it when the file has it), a field quoted where it holds
+# a comma; each category's rows together, categories and foods already in name order.
 # Every food is a new catalogue food: flag 1, its name again as its second text, its serving
 # also its reference serving (ratio 1), keys issued from the catalogue's counter in file order.
+# A food with grams has them as its weight reference beside its volume or item serving.
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -12,7 +13,14 @@ set(unit_names "pinch;tsp;tbsp;cup;pint;qrt;gal;fl oz;l;ml;oz;lbs;g;kg;item")
 set(group_names "Sweets, Fats, Oils;Milk, Yogurt, Cheese;Meat, Poultry, Fish;Vegetables;Fruit, Fruit Juice;Bread, Cereal, Pasta;Drinks, Beer, Soda;Restaurants, Other")
 
 file(STRINGS "${CSV}" rows ENCODING UTF-8)
-list(POP_FRONT rows)  # the header row
+list(POP_FRONT rows header)
+if(header STREQUAL "group,category,name,amount,unit,calories,carbohydrate,fiber,protein,fat,saturated fat")
+  set(columns 11)
+elseif(header STREQUAL "group,category,name,amount,unit,calories,carbohydrate,fiber,protein,fat,saturated fat,grams")
+  set(columns 12)
+else()
+  message(FATAL_ERROR "${CSV}: unexpected header: ${header}")
+endif()
 
 foreach(g RANGE 7)
   set(group_${g} "")
@@ -62,8 +70,12 @@ foreach(row IN LISTS rows)
     endif()
   endwhile()
   list(LENGTH fields n)
-  if(NOT n EQUAL 11)
-    message(FATAL_ERROR "${CSV}: a row needs 11 columns: ${row}")
+  if(NOT n EQUAL columns)
+    message(FATAL_ERROR "${CSV}: a row needs ${columns} columns: ${row}")
+  endif()
+  set(grams "")
+  if(columns EQUAL 12)
+    list(GET fields 11 grams)
   endif()
   list(GET fields 0 group)
   list(GET fields 1 category)
@@ -89,10 +101,16 @@ foreach(row IN LISTS rows)
   set(serving "{\"amount\": ${amount}, \"unit\": ${unit}, \"sub\": 0}")
   set(none "{\"amount\": 0, \"unit\": 0, \"sub\": 0}")
   if(unit GREATER_EQUAL 10 AND unit LESS_EQUAL 13)
+    if(NOT grams STREQUAL "")
+      message(FATAL_ERROR "${CSV}: grams for a serving that is itself a weight: ${row}")
+    endif()
     set(ref1 "${serving}")
     set(ref2 "${none}")
-  else()
+  elseif(grams STREQUAL "")
     set(ref1 "${none}")
+    set(ref2 "${serving}")
+  else()
+    set(ref1 "{\"amount\": ${grams}, \"unit\": 12, \"sub\": 0}")
     set(ref2 "${serving}")
   endif()
   string(REPLACE ";" ", " nutrients "${nutrients}")

@@ -1,5 +1,6 @@
-// Feeds arbitrary bytes to the FoodDB.ddb reader. Whatever the bytes, reading must end in a
-// clean result; a file the strict reader accepts must write back byte for byte.
+// Feeds arbitrary bytes to the FoodDB.ddb reader. Whatever the bytes, reading must end in a clean
+// result: a refusal names the chunk and an offset inside the file, and a file that reads whole
+// writes back byte for byte, so that nothing read whole is ever changed by saving it.
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -9,17 +10,18 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace nutrovex;
     const std::span<const uint8_t> bytes(data, size);
-    FoodCatalogue lenient;
-    const StorageStatus loose = readCatalogueFile(bytes, lenient, {"FoodDB.ddb"});
-    if (!loose && loose.message().empty()) {
-        std::abort();
-    }
-    FoodCatalogue strict;
-    if (!readCatalogueFile(bytes, strict, {"FoodDB.ddb", true})) {
+    FoodCatalogue file;
+    const StorageStatus read = readCatalogueFile(bytes, file, {"FoodDB.ddb"});
+    if (!read) {
+        const StorageError& e = read.error();
+        if (read.message().empty() || e.chunk < 0 || e.offset < 0 ||
+            static_cast<std::size_t>(e.offset) > size) {
+            std::abort();
+        }
         return 0;
     }
     ByteBuffer out;
-    if (!writeCatalogueFile(strict, out, VersionOnWrite::AsStored) || out.size() != size ||
+    if (!writeCatalogueFile(file, out, VersionOnWrite::AsStored) || out.size() != size ||
         std::memcmp(out.data(), data, size) != 0) {
         std::abort();
     }

@@ -71,7 +71,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     ByteBuffer bytes;
     require(writeCatalogueFile(catalogue, bytes).ok());
     FoodCatalogue back;
-    require(readCatalogueFile(bytes.bytes(), back, {"FoodDB.ddb", true}).ok());
+    require(readCatalogueFile(bytes.bytes(), back, {"FoodDB.ddb"}).ok());
     require(foodsCsv(back) == foodsCsv(catalogue));
     return 0;
 }

@@ -1,6 +1,8 @@
-// Feeds arbitrary text to the tool's JSON readers of the two large files, the streamed ones that
-// write-user and write-catalogue use beside the whole-document ones. Both must refuse the same
-// documents, never crash, and read the same records from the rest (compared as written files).
+// Feeds arbitrary text to the tool's JSON readers of the two large files: the streamed ones that
+// write-user and write-catalogue use, reading a few bytes at a time so that every kind of token
+// falls across reads, beside the whole-document ones. Both must refuse the same documents for the
+// same kind of reason (not JSON, or JSON of the wrong shape), never crash, and read the same
+// records from the rest (compared as written files).
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -10,23 +12,28 @@
 #include "storage/CatalogueFile.h"
 #include "storage/UserFile.h"
 #include "tool/FileCommands.h"
+#include "tool/JsonStream.h"
 
 namespace {
 
 using nutrovex::ByteBuffer;
 using nutrovex::tool::Json;
 using nutrovex::tool::JsonShapeError;
+using nutrovex::tool::JsonSyntaxError;
 
-// Runs a reader; false when it refuses the document.
+enum class Reading { Read, NotJson, Refused };
+
 template <typename Read>
-bool reads(Read&& read) {
+Reading outcomeOf(Read&& read) {
     try {
         read();
-        return true;
+        return Reading::Read;
     } catch (const Json::exception&) {
-        return false;
+        return Reading::NotJson;
+    } catch (const JsonSyntaxError&) {
+        return Reading::NotJson;
     } catch (const JsonShapeError&) {
-        return false;
+        return Reading::Refused;
     }
 }
 
@@ -44,16 +51,19 @@ bool sameFile(const nutrovex::StorageStatus& a, const ByteBuffer& aBytes,
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace nutrovex;
     const std::string text(reinterpret_cast<const char*>(data), size);
+    const std::size_t block = 1 + size % 7;
 
     FoodCatalogue whole;
     FoodCatalogue streamed;
-    const bool wholeRead = reads([&] { tool::readCatalogueJson(tool::parseJson(text), whole); });
+    const Reading wholeRead =
+        outcomeOf([&] { tool::readCatalogueJson(tool::parseJson(text), whole); });
     std::istringstream catalogueIn(text);
-    const bool streamedRead = reads([&] { tool::readCatalogueJson(catalogueIn, streamed); });
+    const Reading streamedRead =
+        outcomeOf([&] { tool::readCatalogueJson(catalogueIn, streamed, block); });
     if (wholeRead != streamedRead) {
         std::abort();
     }
-    if (wholeRead) {
+    if (wholeRead == Reading::Read) {
         ByteBuffer a;
         ByteBuffer b;
         const StorageStatus sa = writeCatalogueFile(whole, a, VersionOnWrite::AsStored);
@@ -65,14 +75,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
     UserFile wholeUser;
     UserFile streamedUser;
-    const bool wholeUserRead =
-        reads([&] { tool::readUserFileJson(tool::parseJson(text), wholeUser); });
+    const Reading wholeUserRead =
+        outcomeOf([&] { tool::readUserFileJson(tool::parseJson(text), wholeUser); });
     std::istringstream userIn(text);
-    const bool streamedUserRead = reads([&] { tool::readUserFileJson(userIn, streamedUser); });
+    const Reading streamedUserRead =
+        outcomeOf([&] { tool::readUserFileJson(userIn, streamedUser, block); });
     if (wholeUserRead != streamedUserRead) {
         std::abort();
     }
-    if (wholeUserRead) {
+    if (wholeUserRead == Reading::Read) {
         ByteBuffer a;
         ByteBuffer b;
         const StorageStatus sa =

@@ -1,5 +1,6 @@
-// Feeds arbitrary bytes to the Users.udb reader. Whatever the bytes, reading must end in a
-// clean result; a file the strict reader accepts must write back byte for byte.
+// Feeds arbitrary bytes to the Users.udb reader. Whatever the bytes, reading must end in a clean
+// result: a refusal names the chunk and an offset inside the file, and a file that reads whole
+// writes back byte for byte, so that nothing read whole is ever changed by saving it.
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -9,17 +10,18 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace nutrovex;
     const std::span<const uint8_t> bytes(data, size);
-    UserListFile lenient;
-    const StorageStatus loose = readUserListFile(bytes, lenient, {"Users.udb"});
-    if (!loose && loose.message().empty()) {
-        std::abort();
-    }
-    UserListFile strict;
-    if (!readUserListFile(bytes, strict, {"Users.udb", true})) {
+    UserListFile file;
+    const StorageStatus read = readUserListFile(bytes, file, {"Users.udb"});
+    if (!read) {
+        const StorageError& e = read.error();
+        if (read.message().empty() || e.chunk < 0 || e.offset < 0 ||
+            static_cast<std::size_t>(e.offset) > size) {
+            std::abort();
+        }
         return 0;
     }
     ByteBuffer out;
-    if (!writeUserListFile(strict, out, FormatOnWrite::AsStored) || out.size() != size ||
+    if (!writeUserListFile(file, out, FormatOnWrite::AsStored) || out.size() != size ||
         std::memcmp(out.data(), data, size) != 0) {
         std::abort();
     }

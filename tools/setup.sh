@@ -1,8 +1,9 @@
 # Shared by test.sh and run.sh: install what is missing, then configure and build a preset.
 # Sourced, not run.
 
-nv_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgtest-dev libgmock-dev libbenchmark-dev
-             nlohmann-json3-dev fonts-dejavu-core desktop-file-utils appstream libsqlite3-dev)
+nv_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libgtest-dev libgmock-dev
+             libbenchmark-dev nlohmann-json3-dev fonts-dejavu-core desktop-file-utils appstream
+             libsqlite3-dev)
 
 nv_install() {
     local missing=()

@@ -50,7 +50,6 @@ public:
     // Type, then variant, then sub-variant, as the edit screen restores a logged entry.
     void select(const ExerciseSelection& selection);
 
-    [[nodiscard]] static int typeCount() { return kExerciseTypeCount; }
     [[nodiscard]] int variantCount() const { return static_cast<int>(m_variants.size()); }
     [[nodiscard]] int subVariantCount() const { return static_cast<int>(m_subVariants.size()); }
     [[nodiscard]] static ExerciseNames typeNames() { return exerciseTypeNames(); }

@@ -61,8 +61,6 @@ public:
     [[nodiscard]] int32_t lastColumn() const { return columnCount() - 1; }
     [[nodiscard]] int32_t fixedRows() const { return m_fixedRows; }
     [[nodiscard]] int32_t fixedColumns() const { return m_fixedColumns; }
-    [[nodiscard]] int32_t lastFixedRow() const { return m_fixedRows - 1; }
-    [[nodiscard]] int32_t lastFixedColumn() const { return m_fixedColumns - 1; }
     void setFixedRows(int32_t count) { m_fixedRows = count < 0 ? 0 : count; }
     void setFixedColumns(int32_t count) { m_fixedColumns = count < 0 ? 0 : count; }
 
@@ -76,10 +74,6 @@ public:
     void setColumnWidth(int32_t column, int32_t width);
     void setRowHeightLimits(int32_t minimum, int32_t maximum);
     void setColumnWidthLimits(int32_t minimum, int32_t maximum);
-    [[nodiscard]] int32_t minRowHeight() const { return m_minRowHeight; }
-    [[nodiscard]] int32_t maxRowHeight() const { return m_maxRowHeight; }
-    [[nodiscard]] int32_t minColumnWidth() const { return m_minColumnWidth; }
-    [[nodiscard]] int32_t maxColumnWidth() const { return m_maxColumnWidth; }
 
     // Sum of the heights of rows first..last (inclusive); widths likewise.
     [[nodiscard]] int64_t totalHeight(int32_t first, int32_t last) const;
@@ -132,7 +126,6 @@ public:
     void setFocused(bool focused) { m_focused = focused; }
     [[nodiscard]] bool focused() const { return m_focused; }
     void setTracking(bool on) { m_tracking = on; }
-    [[nodiscard]] bool tracking() const { return m_tracking; }
 
     // --- Input -------------------------------------------------------------------------------
     // A tap: moves to the cell under the point (a header cell maps to the first data row or

@@ -52,8 +52,6 @@ public:
     // Store both, show decorated.
     void setFormat(uint16_t decimals, bool grouping);
     // Set by the owner before the field is shown; they take effect at the next show.
-    void setMinimum(double v) { m_minimum = v; }
-    void setMaximum(double v) { m_maximum = v; }
     void setRange(double minimum, double maximum) {
         m_minimum = minimum;
         m_maximum = maximum;

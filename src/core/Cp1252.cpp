@@ -56,6 +56,28 @@ int hexDigitValue(char c) {
     return -1;
 }
 
+bool isControlByte(unsigned char c) {
+    return c < 0x20 || c == 0x7F || c == 0x81 || c == 0x8D || c == 0x8F || c == 0x90 || c == 0x9D;
+}
+
+std::string quotedText(std::string_view text) {
+    static constexpr char kHex[] = "0123456789ABCDEF";
+    std::string out = "'";
+    out.reserve(text.size() + 2);
+    for (const char ch : text) {
+        const auto c = static_cast<unsigned char>(ch);
+        if (isControlByte(c)) {
+            out += "\\x";
+            out += kHex[c >> 4];
+            out += kHex[c & 0xF];
+        } else {
+            out += ch;
+        }
+    }
+    out += '\'';
+    return out;
+}
+
 std::string cp1252ToUtf8(std::string_view text) {
     std::string out;
     out.reserve(text.size());

@@ -19,4 +19,13 @@ void appendUtf8(std::string& out, char32_t c);
 // 0 to 15 for a hexadecimal digit of either case, -1 for any other character.
 [[nodiscard]] int hexDigitValue(char c);
 
+// A control character as Windows-1252 holds one: C0, DEL, and the five bytes it leaves undefined,
+// which stand for C1 controls.
+[[nodiscard]] bool isControlByte(unsigned char c);
+
+// A name as a message quotes it: in single quotes, every control character written as \xNN, so
+// that a name from a hostile file or command line can neither reach a terminal nor break a
+// message into lines. Windows-1252 in and out; every other character is kept as it is.
+[[nodiscard]] std::string quotedText(std::string_view text);
+
 }  // namespace nutrovex

@@ -48,8 +48,8 @@ struct FoodItem {
     uint16_t insertSerial = 0;
 
     // The reference serving that a serving of the given unit is measured against.
-    [[nodiscard]] const ServingQuantity& referenceFor(uint8_t unit) const {
-        return (unit < 10 || unit == 14) ? ref2 : ref1;
+    [[nodiscard]] const ServingQuantity& referenceFor(ServingUnit unit) const {
+        return (isVolumeUnit(unit) || unit == ServingUnit::Item) ? ref2 : ref1;
     }
     // Recomputes the serving ratio from the serving and its reference.
     void updateRatio();

@@ -1,12 +1,14 @@
 #include "core/ServingUnits.h"
 
+#include "core/ServingQuantity.h"
+
 namespace nutrovex {
 
-const std::array<const char*, kUnitCount> kUnitNames = {"pinch", "tsp", "tbsp",  "cup", "pint",
-                                                        "qrt",   "gal", "fl oz", "l",   "ml",
-                                                        "oz",    "lbs", "g",     "kg",  "item"};
-
 namespace {
+
+constexpr std::array<const char*, kUnitCount> kUnitNames = {"pinch", "tsp", "tbsp",  "cup", "pint",
+                                                            "qrt",   "gal", "fl oz", "l",   "ml",
+                                                            "oz",    "lbs", "g",     "kg",  "item"};
 
 // To the family's base unit (fluid ounce, gram) and back, as doubles.
 constexpr double kToBase[kUnitCount] = {0.020833333333333332,
@@ -40,31 +42,38 @@ constexpr double kFromBase[kUnitCount] = {48.0,
                                           0.001,
                                           1.0};
 
-bool copiesUnchanged(unsigned unit) {
-    return unit == 7 || unit == 12 || unit == 14;
+// The family's base units themselves, copied without a multiplication.
+bool copiesUnchanged(ServingUnit unit) {
+    return unit == ServingUnit::FluidOunce || unit == ServingUnit::Gram ||
+           unit == ServingUnit::Item;
 }
 
 }  // namespace
 
-bool unitsCompatible(unsigned from, unsigned to) {
-    return (from < 10) == (to < 10);
+const char* unitName(ServingUnit unit) {
+    return isKnownUnit(unit) ? kUnitNames[unitByte(unit)] : nullptr;
 }
 
-ConvertResult convertServing(float amount, unsigned from, unsigned to, float& out) {
+bool unitsCompatible(ServingUnit from, ServingUnit to) {
+    return isVolumeUnit(from) == isVolumeUnit(to);
+}
+
+ConvertResult convertServing(float amount, ServingUnit from, ServingUnit to, float& out) {
     if (!unitsCompatible(from, to)) {
         return ConvertResult::Failed;
     }
     float base = 0.0f;
-    if (from < kUnitCount) {
+    if (isKnownUnit(from)) {
         base = copiesUnchanged(from)
                    ? amount
-                   : static_cast<float>(static_cast<double>(amount) * kToBase[from]);
+                   : static_cast<float>(static_cast<double>(amount) * kToBase[unitByte(from)]);
     }
-    if (to >= kUnitCount) {
+    if (!isKnownUnit(to)) {
         return ConvertResult::NothingWritten;
     }
-    out =
-        copiesUnchanged(to) ? base : static_cast<float>(static_cast<double>(base) * kFromBase[to]);
+    out = copiesUnchanged(to)
+              ? base
+              : static_cast<float>(static_cast<double>(base) * kFromBase[unitByte(to)]);
     return ConvertResult::Converted;
 }
 

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "core/Cp1252.h"
 #include "core/FoodItem.h"
 
 namespace nutrovex {
@@ -75,13 +76,13 @@ Confirmation confirmDeleteAllCategories(int group) {
 }
 
 Confirmation confirmDeleteCategory(std::string_view categoryName) {
-    return {{"Are you sure you want to delete the category '" + std::string(categoryName) +
-                 "' and all food items?",
+    return {{"Are you sure you want to delete the category " + quotedText(categoryName) +
+                 " and all food items?",
              "Delete Category", MessageKind::Warning}};
 }
 
 Confirmation confirmDeleteFoodItem(std::string_view foodName) {
-    return {{"Are you sure you want to delete the food item '" + std::string(foodName) + "'?",
+    return {{"Are you sure you want to delete the food item " + quotedText(foodName) + "?",
              "Delete Food Item", MessageKind::Warning},
             true};
 }

@@ -37,19 +37,26 @@ bool allDigits(std::string_view s) {
     return true;
 }
 
-// A field as a message shows it: in quotes, control characters written as \xNN so that a
-// hostile file cannot reach the terminal through a message.
+// A field as a message shows it: in quotes, control characters (C0, DEL, and C1, which UTF-8
+// writes as C2 80 to C2 9F) written as \xNN so that a hostile file cannot reach the terminal
+// through a message.
 std::string quoted(std::string_view text) {
     static constexpr char kHex[] = "0123456789ABCDEF";
     std::string out = "'";
-    for (const char c : text) {
-        const auto u = static_cast<unsigned char>(c);
-        if (u < 0x20 || u == 0x7F) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        auto u = static_cast<unsigned char>(text[i]);
+        const bool c1 = u == 0xC2 && i + 1 < text.size() &&
+                        static_cast<unsigned char>(text[i + 1]) >= 0x80 &&
+                        static_cast<unsigned char>(text[i + 1]) <= 0x9F;
+        if (c1) {
+            u = static_cast<unsigned char>(text[++i]);
+        }
+        if (c1 || u < 0x20 || u == 0x7F) {
             out += "\\x";
             out += kHex[u >> 4];
             out += kHex[u & 0xF];
         } else {
-            out += c;
+            out += text[i];
         }
     }
     out += '\'';
@@ -97,14 +104,15 @@ std::optional<int> groupOf(std::string_view text, std::string& reason) {
     return std::nullopt;
 }
 
-std::optional<uint8_t> unitOf(std::string_view text) {
+// A unit by its name or its code.
+std::optional<ServingUnit> unitOf(std::string_view text) {
     if (allDigits(text)) {
         const int u = std::stoi(std::string(text));
-        return u < kUnitCount ? std::optional<uint8_t>(static_cast<uint8_t>(u)) : std::nullopt;
+        return u < kUnitCount ? std::optional(unitFromByte(static_cast<uint8_t>(u))) : std::nullopt;
     }
-    for (int u = 0; u < kUnitCount; ++u) {
-        if (compareIgnoringCase(text, kUnitNames[static_cast<std::size_t>(u)]) == 0) {
-            return static_cast<uint8_t>(u);
+    for (const ServingUnit u : kServingUnits) {
+        if (compareIgnoringCase(text, unitName(u)) == 0) {
+            return u;
         }
     }
     return std::nullopt;
@@ -194,7 +202,7 @@ std::optional<FoodItem> foodOf(const std::array<std::string_view, kFoodCsvColumn
     if (!amount) {
         return std::nullopt;
     }
-    const std::optional<uint8_t> unit = unitOf(stripBlanks(f[kUnit]));
+    const std::optional<ServingUnit> unit = unitOf(stripBlanks(f[kUnit]));
     if (!unit) {
         reason = "the unit " + quoted(f[kUnit]) + " is not a serving unit";
         return std::nullopt;
@@ -218,9 +226,47 @@ std::optional<FoodItem> foodOf(const std::array<std::string_view, kFoodCsvColumn
     return food;
 }
 
-// Where each column is in the file's rows; sets the report's refusal or notes.
+// The grams column of a row: the serving's weight becomes the weight reference beside the
+// serving, which stays the volume-or-item reference. Empty leaves the food as it is.
+bool addServingWeight(FoodItem& food, std::string_view field, std::string& reason) {
+    if (stripBlanks(field).empty()) {
+        return true;
+    }
+    if (food.serving.isWeight()) {
+        reason = "grams " + quoted(field) + " is given for a serving that is itself a weight";
+        return false;
+    }
+    const std::optional<double> grams = valueOf(field, kFoodCsvGramsColumn, kMinServingAmount,
+                                                kMaxServingAmount, "0.005", "10000", reason);
+    if (!grams) {
+        return false;
+    }
+    food.setReference({static_cast<float>(*grams), ServingUnit::Gram, 0}, /*keepOther=*/true);
+    return true;
+}
+
+// The weight in grams of a food's serving, when the food has both reference servings and its
+// serving is measured against the volume-or-item one.
+std::optional<float> servingGrams(const FoodItem& food) {
+    const ServingQuantity& s = food.serving;
+    if (s.isWeight() || !isKnownUnit(s.unit) || !food.ref1.isWeight() || food.ref1.amount == 0.0f ||
+        food.ref2.amount == 0.0f || !isKnownUnit(food.ref2.unit) ||
+        !unitsCompatible(food.ref2.unit, s.unit)) {
+        return std::nullopt;
+    }
+    float grams = 0.0f;
+    if (convertServing(food.ref1.amount, food.ref1.unit, ServingUnit::Gram, grams) !=
+        ConvertResult::Converted) {
+        return std::nullopt;
+    }
+    return grams * servingFactor(food.ref2, s);
+}
+
+// Where each column is in the file's rows; sets the report's refusal or notes. The optional
+// grams column's place goes to gramsColumn (SIZE_MAX without one).
 std::optional<std::array<std::size_t, kFoodCsvColumns>> columnsOf(const CsvLine& header,
-                                                                  ImportReport& report) {
+                                                                  ImportReport& report,
+                                                                  std::size_t& gramsColumn) {
     report.fileLine = header.line;
     std::string error;
     const std::vector<std::string> names = parseCsvLine(header.text, error);
@@ -237,7 +283,14 @@ std::optional<std::array<std::size_t, kFoodCsvColumns>> columnsOf(const CsvLine&
         while (known < kFoodCsvColumns && compareIgnoringCase(name, kColumnNames[known]) != 0) {
             ++known;
         }
-        if (known == kFoodCsvColumns) {
+        if (known == kFoodCsvColumns && compareIgnoringCase(name, kFoodCsvGramsColumn) == 0) {
+            if (gramsColumn != kMissing) {
+                report.fileRefusal = std::string("the column '") + kFoodCsvGramsColumn +
+                                     "' is named twice in the header";
+                return std::nullopt;
+            }
+            gramsColumn = i;
+        } else if (known == kFoodCsvColumns) {
             report.notes.push_back({header.line, "the column " + quoted(name) +
                                                      " is not a food column and is ignored"});
         } else if (at[known] != kMissing) {
@@ -270,7 +323,18 @@ std::optional<std::array<std::size_t, kFoodCsvColumns>> columnsOf(const CsvLine&
 }  // namespace
 
 std::string foodsCsv(const FoodCatalogue& catalogue) {
+    bool weighed = false;
+    for (const CategoryList& group : catalogue.groups) {
+        for (const FoodCategory& c : group) {
+            for (const FoodItem& food : c.foods) {
+                weighed = weighed || servingGrams(food).has_value();
+            }
+        }
+    }
     std::string out = kFoodCsvHeader;
+    if (weighed) {
+        out += std::string(",") + kFoodCsvGramsColumn;
+    }
     out += '\n';
     for (int g = 0; g < kFoodGroupCount; ++g) {
         const std::string group = csvField(kFoodGroupNames[g]);
@@ -279,10 +343,14 @@ std::string foodsCsv(const FoodCatalogue& catalogue) {
             for (const FoodItem& food : c.foods) {
                 out += group + ',' + category + ',' + csvField(cp1252ToUtf8(food.name.view()));
                 out += ',' + shortestText(food.serving.amount) + ',';
-                out += food.serving.unit < kUnitCount ? kUnitNames[food.serving.unit]
-                                                      : std::to_string(food.serving.unit);
+                const char* unit = unitName(food.serving.unit);
+                out += unit != nullptr ? unit : std::to_string(unitByte(food.serving.unit));
                 for (int n = 0; n < kNutrientCount; ++n) {
                     out += ',' + shortestText(food.shownNutrient(n));
+                }
+                if (weighed) {
+                    const std::optional<float> grams = servingGrams(food);
+                    out += ',' + (grams ? shortestText(*grams) : std::string());
                 }
                 out += '\n';
             }
@@ -299,7 +367,7 @@ FoodCsvImport::FoodCsvImport(std::string_view csv) : m_text(csv), m_lines(csvLin
             std::string("the file is empty; the first row must be the header: ") + kFoodCsvHeader;
         return;
     }
-    const auto columns = columnsOf(m_lines[0], m_report);
+    const auto columns = columnsOf(m_lines[0], m_report, m_gramsColumn);
     if (!columns) {
         m_lines.resize(1);  // nothing more is read
         return;
@@ -358,8 +426,9 @@ void FoodCsvImport::importRow(FoodCatalogue& catalogue, const CsvLine& row) {
         refuse(reason);
         return;
     }
-    const std::optional<FoodItem> food = foodOf(f, *name, reason);
-    if (!food) {
+    std::optional<FoodItem> food = foodOf(f, *name, reason);
+    if (!food ||
+        (m_gramsColumn != SIZE_MAX && !addServingWeight(*food, fields[m_gramsColumn], reason))) {
         refuse(reason);
         return;
     }
@@ -399,6 +468,62 @@ ImportReport importFoodsCsv(FoodCatalogue& catalogue, std::string_view csv) {
     FoodCsvImport import(csv);
     import.step(catalogue, import.rowCount());
     return import.report();
+}
+
+namespace {
+
+constexpr std::size_t kRowsBetweenProgress = 250;
+
+std::string counted(std::size_t n, const char* one, const char* many) {
+    return std::to_string(n) + " " + (n == 1 ? one : many);
+}
+
+}  // namespace
+
+FoodCsvImportResult importFoodCsv(FoodCatalogue& catalogue, const FoodCsvText& csv,
+                                  const ImportProgress& progress) {
+    FoodCsvImportResult result;
+    const auto line = [&csv](std::size_t at, const std::string& what) {
+        return csv.name + ":" + std::to_string(at) + ": " + what;
+    };
+    if (!csv.failure.empty()) {
+        result.unread = true;
+        result.lines.push_back(csv.name + ": " + csv.failure);
+        return result;
+    }
+    FoodCsvImport import(csv.text);
+    if (progress && !import.finished()) {
+        CatalogueSnapshot before(catalogue);
+        while (!import.finished()) {
+            import.step(catalogue, kRowsBetweenProgress);
+            if (!progress(import.rowsDone(), import.rowCount())) {
+                before.restore(catalogue);
+                result.abandoned = true;
+                return result;
+            }
+        }
+    } else {
+        import.step(catalogue, import.rowCount());
+    }
+    result.report = import.report();
+    const ImportReport& report = result.report;
+    if (!report.fileRefusal.empty()) {
+        result.lines.push_back(line(report.fileLine, report.fileRefusal));
+        return result;
+    }
+    for (const ImportRefusal& n : report.notes) {
+        result.lines.push_back(line(n.line, "note: " + n.reason));
+    }
+    for (const ImportRefusal& r : report.refused) {
+        result.lines.push_back(line(r.line, r.reason));
+    }
+    result.summary = "added " + counted(report.foodsAdded, "food item", "food items") + " and " +
+                     counted(report.categoriesAdded, "category", "categories") + "; refused " +
+                     counted(report.refused.size(), "row", "rows");
+    if (report.foodsAdded + report.categoriesAdded > 0) {
+        result.notices = Notices{.catalogue = true, .dataChanged = true};
+    }
+    return result;
 }
 
 CatalogueSnapshot::CatalogueSnapshot(const FoodCatalogue& catalogue)

@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,9 +18,13 @@ namespace nutrovex {
 inline constexpr const char* kFoodCsvHeader =
     "group,category,name,amount,unit,calories,carbohydrate,fiber,protein,fat,saturated fat";
 inline constexpr std::size_t kFoodCsvColumns = 11;
+// An optional last column: the weight in grams of a serving in a volume unit or in items, so that
+// the food also takes weights ("1 cup" of it weighs 227 g, and 150 g of it can be logged).
+inline constexpr const char* kFoodCsvGramsColumn = "grams";
 
 // Groups are written by their shown names, units by theirs, numbers in their shortest exact form;
-// each food's values are those of its serving (nutrient × ratio).
+// each food's values are those of its serving (nutrient × ratio). The grams column is written only
+// when a food knows its serving's weight (both reference servings), and is empty for the others.
 [[nodiscard]] std::string foodsCsv(const FoodCatalogue& catalogue);
 
 struct ImportRefusal {
@@ -35,11 +41,6 @@ struct ImportReport {
     std::size_t foodsAdded = 0;
     std::size_t categoriesAdded = 0;
     std::vector<ImportRefusal> refused;
-
-    // The catalogue changed when anything was added.
-    [[nodiscard]] Notices notices() const {
-        return foodsAdded + categoriesAdded > 0 ? kCatalogueChanged : Notices{};
-    }
 };
 
 // Adds the foods of a CSV text (UTF-8) as the new-item form would. The header row names the
@@ -49,7 +50,7 @@ struct ImportReport {
 // no duplicate names, at most 100 foods per category, the serving made the reference, values
 // within the form's ranges ("-0" read as 0), calories rounded to whole ones as the form shows
 // them. The group is its number 0..7, its name or the unique start of one; the unit its name or
-// code.
+// code. A grams value, where given, becomes the weight reference beside the serving.
 ImportReport importFoodsCsv(FoodCatalogue& catalogue, std::string_view csv);
 
 // The same import a few rows at a time, so a screen can show its progress and stop it.
@@ -73,10 +74,45 @@ private:
     std::string m_text;
     std::vector<CsvLine> m_lines;
     std::array<std::size_t, kFoodCsvColumns> m_columns{};
+    std::size_t m_gramsColumn = SIZE_MAX;  // none
     std::size_t m_headerWidth = 0;
     std::size_t m_next = 1;
     ImportReport m_report;
 };
+
+// A food CSV as an import reads it: the file's text, or why the file could not be read.
+struct FoodCsvText {
+    std::string name;     // the file as messages name it: its path as given, or "stdin"
+    std::string text;     // UTF-8
+    std::string failure;  // empty when the text was read
+};
+
+// Told the rows done of all rows after every few hundred; false abandons the import.
+using ImportProgress = std::function<bool(std::size_t done, std::size_t total)>;
+
+// What an import of a food CSV did, in the words both the catalogue screen and the tool use.
+struct FoodCsvImportResult {
+    ImportReport report;
+    // One line per problem, "FILE:LINE: reason": each column ignored ("FILE:LINE: note: ..."),
+    // then each refused row; the file's own refusal alone when nothing could be imported, and
+    // "FILE: reason" when it could not be read.
+    std::vector<std::string> lines;
+    // "added 2 food items and 1 category; refused 1 row"; empty when nothing could be imported.
+    std::string summary;
+    Notices notices;         // what to apply: the catalogue changed when anything was added
+    bool unread = false;     // the file could not be read
+    bool abandoned = false;  // progress said stop: the catalogue holds again what it held
+
+    // Nothing could be imported: the file could not be read, or its header refused it.
+    [[nodiscard]] bool refusedWhole() const { return unread || !report.fileRefusal.empty(); }
+    // Every row was added.
+    [[nodiscard]] bool allAdded() const { return !refusedWhole() && report.refused.empty(); }
+};
+
+// Imports a food CSV into the catalogue as importFoodsCsv does, and says what happened. With a
+// progress, an abandoned import leaves the catalogue as it was.
+[[nodiscard]] FoodCsvImportResult importFoodCsv(FoodCatalogue& catalogue, const FoodCsvText& csv,
+                                                const ImportProgress& progress = {});
 
 // A whole copy of a catalogue's contents, to put back when a long change is abandoned.
 class CatalogueSnapshot {

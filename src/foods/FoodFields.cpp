@@ -32,14 +32,14 @@ double clampField(double value, double top) {
 
 }  // namespace
 
-std::optional<uint8_t> FoodValueFields::unit() const {
+std::optional<ServingUnit> FoodValueFields::unit() const {
     if (unitIndex < 0 || static_cast<std::size_t>(unitIndex) >= units.size()) {
         return std::nullopt;
     }
     return units[static_cast<std::size_t>(unitIndex)];
 }
 
-bool FoodValueFields::selectUnit(uint8_t unit) {
+bool FoodValueFields::selectUnit(ServingUnit unit) {
     const auto it = std::find(units.begin(), units.end(), unit);
     unitIndex = it == units.end() ? -1 : static_cast<int>(it - units.begin());
     return unitIndex >= 0;
@@ -53,28 +53,24 @@ void FoodValueFields::clearValues() {
     }
 }
 
-std::vector<uint8_t> allUnits() {
-    std::vector<uint8_t> units(kUnitCount);
-    for (int u = 0; u < kUnitCount; ++u) {
-        units[static_cast<std::size_t>(u)] = static_cast<uint8_t>(u);
-    }
-    return units;
+std::vector<ServingUnit> allUnits() {
+    return {kServingUnits.begin(), kServingUnits.end()};
 }
 
-std::vector<uint8_t> loggingUnits(const FoodItem& item) {
-    std::vector<uint8_t> units;
-    for (int u = 0; u < kUnitCount; ++u) {
-        const ServingQuantity& ref = item.referenceFor(static_cast<uint8_t>(u));
-        const bool fromReference = ref.amount != 0.0f && ref.unit < kUnitCount &&
-                                   unitsCompatible(ref.unit, static_cast<unsigned>(u));
+std::vector<ServingUnit> loggingUnits(const FoodItem& item) {
+    std::vector<ServingUnit> units;
+    for (const ServingUnit u : kServingUnits) {
+        const ServingQuantity& ref = item.referenceFor(u);
+        const bool fromReference =
+            ref.amount != 0.0f && isKnownUnit(ref.unit) && unitsCompatible(ref.unit, u);
         if (fromReference || u == item.serving.unit) {
-            units.push_back(static_cast<uint8_t>(u));
+            units.push_back(u);
         }
     }
     // Only a food without any reference serving (or with nothing usable) may be measured in
     // anything; an "item" reference allows just the item.
     const auto usable = [](const ServingQuantity& ref) {
-        return ref.amount != 0.0f && ref.unit < kUnitCount;
+        return ref.amount != 0.0f && isKnownUnit(ref.unit);
     };
     if (units.empty() || (!usable(item.ref1) && !usable(item.ref2))) {
         return allUnits();
@@ -82,7 +78,7 @@ std::vector<uint8_t> loggingUnits(const FoodItem& item) {
     return units;
 }
 
-void showItem(FoodValueFields& fields, const FoodItem& item, std::vector<uint8_t> units) {
+void showItem(FoodValueFields& fields, const FoodItem& item, std::vector<ServingUnit> units) {
     fields.units = std::move(units);
     fields.amount = clampField(item.serving.amount, kMaxServingAmount);
     (void)fields.selectUnit(item.serving.unit);
@@ -160,7 +156,7 @@ bool setNutrientReportingClamp(FoodItem& item, int nutrient, float value) {
 FoodItem buildEntry(const FoodItem& working, const FoodValueFields& fields, bool withMeal) {
     FoodItem entry = working;
     const ServingQuantity serving{static_cast<float>(fields.amount.value_or(0.0)),
-                                  fields.unit().value_or(0), working.serving.sub};
+                                  fields.unit().value_or(ServingUnit::Pinch), working.serving.sub};
     entry.serving = serving;
     entry.setReference(serving);  // the serving is its own reference: ratio 1
     (void)setNutrientReportingClamp(entry, kCalories,

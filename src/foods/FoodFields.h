@@ -50,28 +50,28 @@ inline constexpr const char* kDuplicateCategoryMessage =
 // nothing (left empty), the digits-only calories edit a whole number or nothing.
 struct FoodValueFields {
     std::optional<double> amount;
-    std::vector<uint8_t> units;  // the unit codes offered, in list order
-    int unitIndex = -1;          // the selected list position; -1 when none
+    std::vector<ServingUnit> units;  // the units offered, in list order
+    int unitIndex = -1;              // the selected list position; -1 when none
     std::optional<uint32_t> calories;
     std::array<std::optional<double>, kNutrientCount> grams;  // by nutrient; [kCalories] unused
     int meal = -1;
 
-    [[nodiscard]] std::optional<uint8_t> unit() const;
+    [[nodiscard]] std::optional<ServingUnit> unit() const;
     // Selects the unit in the list; false (nothing selected) when it is not offered.
-    bool selectUnit(uint8_t unit);
+    bool selectUnit(ServingUnit unit);
     // Empties the seven value fields.
     void clearValues();
 };
 
 // Every unit: the catalogue's editors define the reference serving themselves.
-[[nodiscard]] std::vector<uint8_t> allUnits();
+[[nodiscard]] std::vector<ServingUnit> allUnits();
 // The units a logged serving of the item can be measured in: those with a reference serving it
 // converts from, and the item's own serving unit. All units when the item has no reference.
 // An "item" reference alone offers only "item": other units would measure against nothing.
-[[nodiscard]] std::vector<uint8_t> loggingUnits(const FoodItem& item);
+[[nodiscard]] std::vector<ServingUnit> loggingUnits(const FoodItem& item);
 
 // Shows an item: amount and unit of its serving, then its values.
-void showItem(FoodValueFields& fields, const FoodItem& item, std::vector<uint8_t> units);
+void showItem(FoodValueFields& fields, const FoodItem& item, std::vector<ServingUnit> units);
 // The six values as shown for the serving in use: calories × ratio + 0.5 cut to a whole number,
 // grams × ratio, each held to its field's range.
 void showValues(FoodValueFields& fields, const FoodItem& item);

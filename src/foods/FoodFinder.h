@@ -40,7 +40,6 @@ public:
     };
 
     void build(const FoodCatalogue& catalogue);
-    void invalidate() { m_built = false; }
     [[nodiscard]] bool matches(const FoodCatalogue& catalogue) const {
         return m_built && m_revision == catalogue.revision;
     }
@@ -84,9 +83,6 @@ public:
     // Newest first.
     [[nodiscard]] const std::deque<std::string>& history() const { return m_history; }
     void pushHistory(std::string_view text);
-    // Forces the next find to rebuild its index (it also rebuilds on its own whenever the
-    // catalogue's revision moves).
-    void invalidateIndex() { m_index.invalidate(); }
 
 private:
     FoodSearchIndex m_index;

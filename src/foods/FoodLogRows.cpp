@@ -72,7 +72,8 @@ std::string nutrientText(int nutrient, float value) {
 }
 
 std::string servingText(const ServingQuantity& serving) {
-    const char* unit = serving.unit < kUnitCount ? kUnitNames[serving.unit] : "";
+    const char* name = unitName(serving.unit);
+    const char* unit = name != nullptr ? name : "";
     return formatText("%1.2f %s", static_cast<double>(serving.amount), unit);
 }
 

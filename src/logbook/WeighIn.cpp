@@ -7,8 +7,6 @@ namespace nutrovex {
 
 namespace {
 
-constexpr unsigned kUnitPounds = 11;
-constexpr unsigned kUnitKilograms = 13;
 constexpr int16_t kMaxWeightEntry = 999;
 
 }  // namespace
@@ -35,7 +33,7 @@ WholeResult dayWeightToWhole(float pounds, bool metric) {
         return weightToWhole(pounds, false);
     }
     float kilograms = 0.0f;
-    (void)convertServing(pounds, kUnitPounds, kUnitKilograms, kilograms);
+    (void)convertServing(pounds, ServingUnit::Pound, ServingUnit::Kilogram, kilograms);
     return {true, roundWhole(kilograms)};
 }
 
@@ -48,7 +46,8 @@ float storedWeightFromEntry(int16_t typed, bool metric) {
     }
     float pounds = typed;
     if (metric) {
-        (void)convertServing(static_cast<float>(typed), kUnitKilograms, kUnitPounds, pounds);
+        (void)convertServing(static_cast<float>(typed), ServingUnit::Kilogram, ServingUnit::Pound,
+                             pounds);
     }
     return pounds;
 }

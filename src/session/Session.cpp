@@ -4,7 +4,10 @@
 #include <system_error>
 
 #include "calc/Totals.h"
+#include "core/Cp1252.h"
 #include "core/Names.h"
+#include "session/UserCatalogue.h"
+#include "storage/CatalogueFile.h"
 #include "storage/CatalogueStorage.h"
 #include "storage/DataRoot.h"
 #include "storage/UserStorage.h"
@@ -19,6 +22,23 @@ std::string notWrittenOver(const std::filesystem::path& file, const std::string&
            ")";
 }
 
+// The catalogue a look-only session shows when the user has none yet: the root's template, else
+// the shipped one, read into memory only.
+StorageStatus readTemplateInto(FoodCatalogue& catalogue, const std::filesystem::path& templatePath,
+                               std::span<const uint8_t> shipped) {
+    ByteBuffer bytes;
+    StorageError error;
+    switch (readWholeFile(templatePath, bytes, error)) {
+        case ReadFile::Read:
+            return readCatalogueFile(bytes.bytes(), catalogue, {templatePath.filename().string()});
+        case ReadFile::Missing:
+            return readCatalogueFile(shipped, catalogue, {kCatalogueFileName});
+        case ReadFile::Failed:
+            break;
+    }
+    return error;
+}
+
 bool fileExists(const std::filesystem::path& path) {
     std::error_code ec;
     return !path.empty() && std::filesystem::exists(path, ec);
@@ -27,8 +47,9 @@ bool fileExists(const std::filesystem::path& path) {
 }  // namespace
 
 Session::Session(std::filesystem::path root, const Clock& clock, SessionSettings& settings,
-                 std::span<const uint8_t> shippedCatalogue)
+                 std::span<const uint8_t> shippedCatalogue, Access access)
     : m_root(std::move(root)),
+      m_access(access),
       m_clock(&clock),
       m_settings(&settings),
       m_shippedCatalogue(shippedCatalogue.begin(), shippedCatalogue.end()),
@@ -37,11 +58,12 @@ Session::Session(std::filesystem::path root, const Clock& clock, SessionSettings
       m_days(m_store) {}
 
 Session::Start Session::start(std::string& reason) {
-    switch (m_lock.acquire(m_root, reason)) {
+    switch (m_lock.acquire(m_root, reason, m_access)) {
         case InstanceLock::Result::Acquired:
-            // Saves of a copy that was killed may have left their temporary files.
-            removeStaleSaves(m_root);
-            removeStaleSaves(usersFolder(m_root));
+            // A copy that was killed may have left temporary files and a half-made user.
+            if (!lookOnly()) {
+                sweepDataRoot(m_root);
+            }
             return Start::Running;
         case InstanceLock::Result::HeldElsewhere:
             return Start::AlreadyRunning;
@@ -53,22 +75,17 @@ Session::Start Session::start(std::string& reason) {
 
 SessionStatus Session::initialLoad() {
     SessionStatus status;
-    // A list that failed to load refuses every change, so nothing below writes over it.
-    status.add(m_users.read());
-    // A person returns to themselves: the remembered user when listed and readable.
-    const std::string remembered = m_settings->currentUserName();
-    if (!remembered.empty() && remembered != kDefaultUserName &&
-        m_users.find(remembered) != kNoPosition) {
-        SessionStatus tried = openUser(remembered);
-        if (tried.ok()) {
-            return status;
-        }
-        for (std::string& f : tried.failures) {
+    // A list that failed to load holds no names and refuses every change, so nothing below
+    // writes over it, and no user is opened on its word.
+    status.add(m_users.read(lookOnly() ? UserList::Missing::Leave : UserList::Missing::Make));
+    if (m_users.readWhole()) {
+        // A person returns to themselves: the remembered user whenever listed. A file of theirs
+        // that cannot be read is said, and kept; it never makes or remembers another user.
+        const std::string remembered = m_settings->currentUserName();
+        const bool listed = !remembered.empty() && m_users.find(remembered) != kNoPosition;
+        for (std::string& f : openUser(listed ? remembered : kDefaultUserName).failures) {
             status.add(std::move(f));
         }
-    }
-    for (std::string& f : openUser(kDefaultUserName).failures) {
-        status.add(std::move(f));
     }
     if (!userOpen()) {
         closeUser();
@@ -76,23 +93,38 @@ SessionStatus Session::initialLoad() {
     return status;
 }
 
+std::string Session::ofOpenUser(const std::string& failure) const {
+    return "User " + quotedText(m_store.profile.userName()) + ": " + failure;
+}
+
+SessionStatus Session::refusedWhileLooking() const {
+    SessionStatus status;
+    status.add(std::string(kUserListFileName) + ": not changed: the data is only being looked at");
+    return status;
+}
+
 SessionStatus Session::openUser(std::string_view nameView) {
     const std::string name(nameView);
     SessionStatus status;
-    const StorageStatus opened = ::nutrovex::openUser(m_store, m_users, name);
-    if (!opened && m_users.find(name) == kNoPosition) {
+    const StorageStatus opened =
+        ::nutrovex::openUser(m_store, m_users, name, lookOnly() ? Unlisted::Leave : Unlisted::Add);
+    if (!opened && m_store.profile.userName() != name) {
         status.add(opened);  // not added: the open user stays as it was
         return status;
     }
-    status.add(opened);
-    if (!m_store.userFolderPath.empty()) {
+    if (!opened) {
+        status.add(ofOpenUser(opened.message()));
+    }
+    if (!m_store.userFolderPath.empty() && !lookOnly()) {
         removeStaleSaves(m_store.userFolderPath);
     }
     m_userReadWhole = opened.ok() || !fileExists(m_store.dataFilePath);
     m_userFailure = opened.message();
     m_days.setCurrentDate(m_store.today());
     loadCatalogueFor(status);
-    m_settings->setCurrentUserName(name);
+    if (!lookOnly()) {
+        m_settings->setCurrentUserName(name);
+    }
     return status;
 }
 
@@ -100,33 +132,49 @@ void Session::loadCatalogueFor(SessionStatus& status) {
     m_catalogueCopied = false;
     m_catalogueReadWhole = false;
     m_catalogueFailure.clear();
-    if (!m_shippedCatalogue.empty()) {
+    if (!m_shippedCatalogue.empty() && !lookOnly()) {
         status.add(installTemplateCatalogue(m_root, m_shippedCatalogue));
     }
-    const StorageStatus path = setCataloguePath(m_catalogue, m_users, m_store.dataFilePath);
-    if (!path) {
-        status.add(path);
-        m_catalogue.reset();
-        m_catalogue.filePath.clear();
-        m_catalogue.folderPath.clear();
-        m_catalogueFailure = path.message();
-        return;
-    }
-    const CatalogueLoadResult loaded = loadCatalogue(m_catalogue, templateCataloguePath(m_root));
-    switch (loaded.outcome) {
-        case CatalogueLoad::Read:
-            m_catalogueReadWhole = true;
-            break;
-        case CatalogueLoad::Copied:
-            m_catalogueReadWhole = true;
+    if (lookOnly()) {
+        const bool listed = m_users.find(m_store.profile.userName()) != kNoPosition;
+        if (!listed) {
+            // A user looked at but not listed: the catalogue would be in the user's own folder.
+            m_catalogue.folderPath = m_store.userFolderPath;
+            m_catalogue.filePath = m_catalogue.folderPath / kCatalogueFileName;
+        } else if (const StorageStatus path =
+                       setCataloguePath(m_catalogue, m_users, m_store.dataFilePath);
+                   !path) {
+            status.add(ofOpenUser(path.message()));
+            m_catalogue.reset();
+            m_catalogue.filePath.clear();
+            m_catalogue.folderPath.clear();
+            m_catalogueFailure = path.message();
+            return;
+        }
+        if (!fileExists(m_catalogue.filePath)) {
+            // The template the user would start from, read but not copied in.
+            m_catalogue.reset();
+            const StorageStatus read =
+                readTemplateInto(m_catalogue, templateCataloguePath(m_root), m_shippedCatalogue);
+            m_catalogue.modified = false;
             m_catalogueCopied = true;
-            break;
-        case CatalogueLoad::Failed:
-            status.add(loaded.status);
-            m_catalogueFailure = loaded.status.message();
-            m_catalogueReadWhole = !fileExists(m_catalogue.filePath);
-            break;
+            m_catalogueReadWhole = read.ok();
+            if (!read) {
+                status.add(ofOpenUser(read.message()));
+                m_catalogueFailure = read.message();
+            }
+            return;
+        }
     }
+    const UserCatalogueLoad loaded =
+        loadUserCatalogue(m_catalogue, m_users, m_store.dataFilePath, templateCataloguePath(m_root),
+                          MissingCatalogue::CopyTemplate);
+    if (!loaded.status) {
+        status.add(ofOpenUser(loaded.status.message()));
+    }
+    m_catalogueFailure = loaded.status.message();
+    m_catalogueReadWhole = loaded.readWhole;
+    m_catalogueCopied = loaded.outcome == CatalogueLoad::Copied;
 }
 
 void Session::closeUser() {
@@ -145,10 +193,12 @@ void Session::closeUser() {
 
 SessionStatus Session::saveUserData() {
     SessionStatus status;
-    if (!userOpen()) {
+    if (lookOnly()) {
+        m_store.modified = false;  // looking writes nothing, and asks nothing
+    } else if (!userOpen()) {
         status.add("UserDB.ddb: not saved, because no user is open");
     } else if (!m_userReadWhole) {
-        status.add(notWrittenOver(m_store.dataFilePath, m_userFailure));
+        status.add(ofOpenUser(notWrittenOver(m_store.dataFilePath, m_userFailure)));
     } else {
         // The stored totals follow the foods, whatever edited them since the last save.
         const std::size_t written = std::min<std::size_t>(m_store.dayCount, m_store.days().size());
@@ -162,10 +212,12 @@ SessionStatus Session::saveUserData() {
 
 SessionStatus Session::saveCatalogue() {
     SessionStatus status;
-    if (!userOpen() || m_catalogue.filePath.empty()) {
+    if (lookOnly()) {
+        m_catalogue.modified = false;
+    } else if (!userOpen() || m_catalogue.filePath.empty()) {
         status.add("FoodDB.ddb: not saved, because no user is open");
     } else if (!m_catalogueReadWhole) {
-        status.add(notWrittenOver(m_catalogue.filePath, m_catalogueFailure));
+        status.add(ofOpenUser(notWrittenOver(m_catalogue.filePath, m_catalogueFailure)));
     } else if (m_catalogueCopied && !m_catalogue.modified) {
         // The copy of the template on disk is the catalogue; the empty one here is not.
     } else {
@@ -217,7 +269,8 @@ SessionStatus Session::switchUser(std::string_view nameView) {
     const std::string name(nameView);
     SessionStatus status;
     if (m_users.find(name) == kNoPosition) {
-        status.add(std::string(kUserListFileName) + ": '" + name + "' is not a listed user");
+        status.add(std::string(kUserListFileName) + ": " + quotedText(name) +
+                   " is not a listed user");
         return status;
     }
     // Nothing typed for the open user may be lost by the switch.
@@ -238,6 +291,9 @@ SessionStatus Session::switchUser(std::string_view nameView) {
 
 SessionStatus Session::addUser(std::string_view nameView) {
     const std::string name(nameView);
+    if (lookOnly()) {
+        return refusedWhileLooking();
+    }
     SessionStatus status;
     const StorageStatus added = m_users.add(name);
     if (!added) {
@@ -254,6 +310,9 @@ SessionStatus Session::addUser(std::string_view nameView) {
 SessionStatus Session::renameUser(std::string_view nameView, std::string_view newNameView) {
     const std::string name(nameView);
     const std::string newName(newNameView);
+    if (lookOnly()) {
+        return refusedWhileLooking();
+    }
     SessionStatus status;
     const bool wasOpen = userOpen() && openUserName() == name;
     const StorageStatus renamed = ::nutrovex::renameUser(m_store, m_users, name, newName);
@@ -283,6 +342,9 @@ SessionStatus Session::renameUser(std::string_view nameView, std::string_view ne
 
 SessionStatus Session::deleteUser(std::string_view nameView) {
     const std::string name(nameView);
+    if (lookOnly()) {
+        return refusedWhileLooking();
+    }
     SessionStatus status;
     const bool wasOpen = userOpen() && openUserName() == name;
     const StorageStatus deleted = ::nutrovex::deleteUser(m_store, m_users, name);

@@ -31,23 +31,31 @@ inline constexpr const char* kDefaultUserName = "Zerbu";
 // not be read whole is never written over: its saves are refused until another load succeeds.
 class Session {
 public:
+    // Write: the program and the tool's writing commands. LookOnly (the program's tour) reads
+    // what is there and writes nothing into the root: nothing is made, swept, remembered or
+    // saved, and a save succeeds without writing.
+    using Access = InstanceLock::Access;
+
     // shippedCatalogue: the catalogue that ships with the program, installed as the root's
     // template when the root has none.
     Session(std::filesystem::path root, const Clock& clock, SessionSettings& settings,
-            std::span<const uint8_t> shippedCatalogue);
+            std::span<const uint8_t> shippedCatalogue, Access access = Access::Write);
 
     enum class Start : uint8_t { Running, AlreadyRunning, Failed };
     // Takes the root's lock. AlreadyRunning: another copy works on this root, and this one ends
     // at once and silently. Failed: the root cannot be used; reason says why.
     [[nodiscard]] Start start(std::string& reason);
 
-    // Opens the remembered user when listed and readable, else "Zerbu" (made with its folder
-    // when missing); installs the template catalogue when the root has none, derives and loads
-    // the user's catalogue, and puts the logbook on today. Failures along the way are
-    // collected; the steps after them still run.
+    // Opens the remembered user when listed, else "Zerbu" (made with its folder when missing);
+    // installs the template catalogue when the root has none, derives and loads the user's
+    // catalogue, and puts the logbook on today. A file of the user that cannot be read whole is
+    // said, naming the user and the file, and is not saved over; it never makes another user.
+    // A list that cannot be read opens nobody. Failures along the way are collected; the steps
+    // after them still run.
     SessionStatus initialLoad();
 
     [[nodiscard]] const std::filesystem::path& root() const { return m_root; }
+    [[nodiscard]] bool lookOnly() const { return m_access == Access::LookOnly; }
     [[nodiscard]] const Clock& clock() const { return *m_clock; }
     [[nodiscard]] UserStore& store() { return m_store; }
     [[nodiscard]] FoodCatalogue& catalogue() { return m_catalogue; }
@@ -95,8 +103,12 @@ private:
     SessionStatus openUser(std::string_view name);
     void loadCatalogueFor(SessionStatus& status);
     void closeUser();
+    // The failure of a file of the open user, naming the user.
+    [[nodiscard]] std::string ofOpenUser(const std::string& failure) const;
+    [[nodiscard]] SessionStatus refusedWhileLooking() const;
 
     std::filesystem::path m_root;
+    Access m_access;
     const Clock* m_clock;
     SessionSettings* m_settings;
     std::vector<uint8_t> m_shippedCatalogue;

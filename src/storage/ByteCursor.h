@@ -17,12 +17,11 @@ namespace nutrovex {
 class ByteReader {
 public:
     // base: the offset of bytes[0] in the file, so errors name file offsets.
-    ByteReader(std::span<const uint8_t> bytes, std::size_t base, bool strict = false)
+    ByteReader(std::span<const uint8_t> bytes, std::size_t base)
         : m_begin(bytes.data()),
           m_pos(bytes.data()),
           m_end(bytes.data() + bytes.size()),
-          m_base(base),
-          m_strict(strict) {}
+          m_base(base) {}
 
     [[nodiscard]] bool ok() const { return m_error.empty(); }
     [[nodiscard]] const std::string& error() const { return m_error; }
@@ -31,7 +30,6 @@ public:
         return m_base + static_cast<std::size_t>(m_pos - m_begin);
     }
     [[nodiscard]] std::size_t remaining() const { return static_cast<std::size_t>(m_end - m_pos); }
-    [[nodiscard]] bool strict() const { return m_strict; }
 
     // Records the first failure at the current offset.
     void fail(std::string reason) { failAt(offset(), std::move(reason)); }
@@ -110,7 +108,8 @@ public:
         std::memcpy(out, m_pos, n);
         m_pos += n;
     }
-    // A count of 0 is no text at all; a count N holds N - 1 characters and a terminating zero.
+    // A count of 0 is no text at all; a count N holds N - 1 characters and a terminating zero. A
+    // last byte that is not zero fails the read: writing the text back would change it.
     Text text() {
         Text t;
         text(t);
@@ -125,7 +124,7 @@ public:
             }
             return;
         }
-        if (remaining() < count || (m_strict && m_pos[count - 1] != 0)) [[unlikely]] {
+        if (remaining() < count || m_pos[count - 1] != 0) [[unlikely]] {
             badText(count);
             return;
         }
@@ -155,7 +154,6 @@ private:
     const uint8_t* m_pos;
     const uint8_t* m_end;
     std::size_t m_base;
-    bool m_strict;
     std::string m_error;
     std::size_t m_errorOffset = 0;
 };

@@ -87,6 +87,8 @@ CatalogueLoadResult loadCatalogue(FoodCatalogue& catalogue,
         case ReadFile::Read:
             break;
     }
+    // A catalogue's records take about 1.1 times its file.
+    const HeapReserve reserve(source.size() + source.size() / 8);
     StorageStatus status = readCatalogueFile(source, catalogue, {kCatalogueFileName});
     catalogue.modified = false;
     if (!status) {
@@ -140,7 +142,7 @@ std::vector<uint8_t> chooseTemplateCatalogue(const std::filesystem::path& progra
     StorageError error;
     if (readWholeFile(installedTemplatePath(programDir), bytes, error) == ReadFile::Read) {
         FoodCatalogue check;
-        if (readCatalogueFile(bytes.bytes(), check, {kCatalogueFileName, false}).ok()) {
+        if (readCatalogueFile(bytes.bytes(), check, {kCatalogueFileName}).ok()) {
             return {bytes.bytes().begin(), bytes.bytes().end()};
         }
     }

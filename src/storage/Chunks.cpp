@@ -36,12 +36,12 @@ ByteReader ChunkReader::header(std::string what, std::size_t fixedSize, bool fix
     ByteReader h(headerBytes, m_pos);
     const uint32_t number = h.u32le();
     const uint32_t length = h.u32le();
-    if (m_options.strict && number != m_chunk) {
+    if (number != m_chunk) {
         fail(m_pos, "the chunk is numbered " + std::to_string(number) + " instead of " +
                         std::to_string(m_chunk));
         return none;
     }
-    if (fixed && m_options.strict && length != fixedSize) {
+    if (fixed && length != fixedSize) {
         fail(m_pos + 4, "the payload length is " + std::to_string(length) + " instead of " +
                             std::to_string(fixedSize));
         return none;
@@ -64,7 +64,7 @@ ByteReader ChunkReader::header(std::string what, std::size_t fixedSize, bool fix
         return none;
     }
     m_pos = start + size;
-    return ByteReader(payload, start, m_options.strict);
+    return ByteReader(payload, start);
 }
 
 bool ChunkReader::finish(const ByteReader& payload) {
@@ -75,20 +75,22 @@ bool ChunkReader::finish(const ByteReader& payload) {
         fail(payload.errorOffset(), payload.error());
         return false;
     }
-    if (m_options.strict && payload.remaining() != 0) {
-        fail(payload.offset(),
-             std::to_string(payload.remaining()) + " bytes of the payload are left over");
+    if (payload.remaining() != 0) {
+        fail(payload.offset(), std::to_string(payload.remaining()) +
+                                   " bytes of the payload are left over: its counts say less "
+                                   "than it holds");
         return false;
     }
     return true;
 }
 
 bool ChunkReader::end() {
-    if (ok() && m_options.strict && m_pos != m_source.size()) {
+    if (ok() && m_pos != m_source.size()) {
         m_started = true;
         ++m_chunk;
-        m_what = "after the last chunk";
-        fail(m_pos, std::to_string(m_source.size() - m_pos) + " bytes follow the last chunk");
+        m_what.clear();
+        fail(m_pos, std::to_string(m_source.size() - m_pos) +
+                        " bytes follow the last chunk that the file's counts account for");
     }
     return ok();
 }

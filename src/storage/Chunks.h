@@ -16,12 +16,13 @@ namespace nutrovex {
 // little-endian, then the payload. Payloads stay below 65,536 bytes (kMaxPayloadSize).
 inline constexpr std::size_t kChunkHeaderSize = 8;
 
+// How a file is read. There is one way for everyone (the program, the tool's dumps and writers
+// and its check): a file reads whole only when every byte is accounted for, so that writing back
+// what was read gives the same bytes. A chunk numbered out of place, a payload longer than its
+// counts say, anything after the last chunk and a text whose last byte is not zero all fail the
+// read, naming the chunk and the offset.
 struct ReadOptions {
     std::string fileName;  // names the file in errors
-    // The program reads as the format always has: chunk numbers unseen, a payload's unused tail
-    // and anything after the last chunk ignored. Strict reading (the tool's check) reports those
-    // too, and a text whose last byte is not zero.
-    bool strict = false;
 };
 
 // Where a file's bytes come from: a buffer in memory, or the file itself read a window at a time
@@ -67,9 +68,9 @@ public:
     ByteReader next(std::string what);
     // The same for a chunk whose reader takes a fixed number of bytes whatever its header says.
     ByteReader nextFixed(std::string what, std::size_t size);
-    // Ends the chunk: a payload error becomes the file's; strict reading wants every byte used.
+    // Ends the chunk: a payload error becomes the file's, and so does a byte left unread.
     bool finish(const ByteReader& payload);
-    // Strict reading wants nothing after the last chunk.
+    // Fails when anything follows the last chunk.
     bool end();
 
     // Fails at the current chunk without a payload error (a mismatch found by the caller).

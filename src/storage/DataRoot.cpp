@@ -1,8 +1,14 @@
 #include "storage/DataRoot.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdlib>
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 
 #include "core/Cp1252.h"
 #include "storage/CatalogueFile.h"
@@ -36,10 +42,141 @@ std::optional<std::filesystem::path> userFolderPath(const std::filesystem::path&
     return usersFolder(root) / cp1252ToUtf8(name);
 }
 
+namespace {
+
+constexpr std::string_view kNewUserFolderLead = ".new-user.tmp";
+
+bool allDigits(std::string_view s) {
+    return !s.empty() &&
+           std::all_of(s.begin(), s.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+// The process that made a new user's folder of that name, or 0 for any other name.
+long newUserFolderProcess(std::string_view name) {
+    if (!name.starts_with(kNewUserFolderLead)) {
+        return 0;
+    }
+    const std::string_view rest = name.substr(kNewUserFolderLead.size());
+    const std::size_t dash = rest.find('-');
+    if (dash == std::string_view::npos || dash > 9 || !allDigits(rest.substr(0, dash)) ||
+        !allDigits(rest.substr(dash + 1))) {
+        return 0;
+    }
+    return std::stol(std::string(rest.substr(0, dash)));
+}
+
+bool isRealFolder(const std::filesystem::directory_entry& entry) {
+    std::error_code ec;
+    return entry.symlink_status(ec).type() == std::filesystem::file_type::directory;
+}
+
+// The list's names when it reads whole; nullopt otherwise (a missing list lists nobody).
+std::optional<std::vector<Text>> listedNames(const std::filesystem::path& root) {
+    FileSource source;
+    StorageError error;
+    switch (source.open(userListPath(root), error)) {
+        case ReadFile::Missing:
+            return std::vector<Text>{};
+        case ReadFile::Failed:
+            return std::nullopt;
+        case ReadFile::Read:
+            break;
+    }
+    UserListFile list;
+    if (!readUserListFile(source, list, {kUserListFileName})) {
+        return std::nullopt;
+    }
+    return std::move(list.names);
+}
+
+}  // namespace
+
 std::size_t removeStaleSaves(const std::filesystem::path& folder) {
-    static constexpr std::array<std::string_view, 3> kOurFiles = {kUserFileName, kCatalogueFileName,
-                                                                  kUserListFileName};
+    // The settings file is the tool's to save too, when it remembers a new user.
+    static constexpr std::array<std::string_view, 4> kOurFiles = {
+        kUserFileName, kCatalogueFileName, kUserListFileName, "Nutrovex.ini"};
     return removeStaleTemporaries(folder, kOurFiles);
+}
+
+bool makeNewUserFolder(const std::filesystem::path& root, std::filesystem::path& folder,
+                       int& errorNumber) {
+    static std::atomic<unsigned> counter{0};
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        folder = root / (std::string(kNewUserFolderLead) + std::to_string(::getpid()) + "-" +
+                         std::to_string(counter.fetch_add(1)));
+        if (::mkdir(folder.c_str(), 0777) == 0) {
+            return true;
+        }
+        if (errno != EEXIST) {
+            break;
+        }
+    }
+    errorNumber = errno;
+    return false;
+}
+
+bool removeNewUserFolder(const std::filesystem::path& folder) {
+    static constexpr std::array<std::string_view, 3> kMade = {kUserFileName, kCatalogueFileName,
+                                                              kNewUserMark};
+    std::error_code ec;
+    std::vector<std::filesystem::path> ours;
+    for (std::filesystem::directory_iterator it(folder, ec), end; !ec && it != end;
+         it.increment(ec)) {
+        const std::string name = it->path().filename().string();
+        // The files and the temporary files of their saves, whichever process made them.
+        const bool made = std::any_of(kMade.begin(), kMade.end(), [&](std::string_view file) {
+            return name == file || name.starts_with("." + std::string(file) + ".tmp");
+        });
+        if (made) {
+            ours.push_back(it->path());
+        }
+    }
+    for (const std::filesystem::path& path : ours) {
+        std::filesystem::remove(path, ec);
+    }
+    return ::rmdir(folder.c_str()) == 0;
+}
+
+std::size_t sweepDataRoot(const std::filesystem::path& root) {
+    std::size_t removed = removeStaleSaves(root) + removeStaleSaves(usersFolder(root));
+    std::error_code ec;
+    for (std::filesystem::directory_iterator it(root, ec), end; !ec && it != end;
+         it.increment(ec)) {
+        const long process = newUserFolderProcess(it->path().filename().string());
+        if (process != 0 && process != ::getpid() && isRealFolder(*it) &&
+            removeNewUserFolder(it->path())) {
+            ++removed;
+        }
+    }
+    std::optional<std::optional<std::vector<Text>>> listed;  // read when a mark is found
+    for (std::filesystem::directory_iterator it(usersFolder(root), ec), end; !ec && it != end;
+         it.increment(ec)) {
+        if (!isRealFolder(*it)) {
+            continue;
+        }
+        const std::filesystem::path& folder = it->path();
+        removed += removeStaleSaves(folder);
+        std::error_code markError;
+        if (!std::filesystem::exists(folder / kNewUserMark, markError)) {
+            continue;
+        }
+        if (!listed) {
+            listed = listedNames(root);
+        }
+        if (!*listed) {
+            continue;  // who is listed is not known: the folder is left as it is
+        }
+        const std::optional<std::string> name = utf8ToCp1252(folder.filename().string());
+        const bool isListed = name && std::any_of((*listed)->begin(), (*listed)->end(),
+                                                  [&](const Text& n) { return n.view() == *name; });
+        if (isListed) {
+            // Listed just before its maker was stopped: the user is whole.
+            removed += std::filesystem::remove(folder / kNewUserMark, markError) ? 1 : 0;
+        } else if (removeNewUserFolder(folder)) {
+            ++removed;
+        }
+    }
+    return removed;
 }
 
 std::filesystem::path defaultDataRoot() {
@@ -61,9 +198,7 @@ bool isSafeUserName(std::string_view name) {
     }
     for (const char ch : name) {
         const auto c = static_cast<unsigned char>(ch);
-        // 0x81, 0x8D, 0x8F, 0x90 and 0x9D are the C1 controls Windows-1252 leaves undefined.
-        const bool undefined = c == 0x81 || c == 0x8D || c == 0x8F || c == 0x90 || c == 0x9D;
-        if (c < 0x20 || c == 0x7F || undefined || c == '/' || c == '\\') {
+        if (isControlByte(c) || c == '/' || c == '\\') {
             return false;
         }
     }
@@ -74,6 +209,30 @@ bool isSafeUserName(std::string_view name) {
 std::string unsafeUserNameReason() {
     return "a user name cannot be empty, \".\" or \"..\", nor hold \"/\", \"\\\" or a control "
            "character";
+}
+
+std::string unsafeUserNameReason(std::string_view name) {
+    if (name.empty()) {
+        return "a user name cannot be empty";
+    }
+    if (name == "." || name == "..") {
+        return "a user name cannot be \".\" or \"..\"";
+    }
+    if (name == kListFileName) {
+        return "a user name cannot be \"Users.udb\", the name of the list of users";
+    }
+    for (const char ch : name) {
+        if (isControlByte(static_cast<unsigned char>(ch))) {
+            return "a user name cannot hold a control character";
+        }
+        if (ch == '/' || ch == '\\') {
+            return "a user name cannot hold \"/\" or \"\\\"";
+        }
+    }
+    if (!isSafeUserName(name)) {
+        return "a user name cannot be longer than a folder's name can be";
+    }
+    return {};
 }
 
 std::string quotedName(std::string_view name) {

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <malloc.h>
 #include <signal.h>
+#include <stdio.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -12,6 +13,7 @@
 #include <cerrno>
 #include <cstring>
 #include <string>
+#include <tuple>
 #include <utility>
 
 namespace nutrovex {
@@ -124,31 +126,57 @@ void removeStaleTemporaries(const std::filesystem::path& path) {
 }
 
 constexpr std::size_t kMappedBufferSize = std::size_t{1} << 20;
+// The allocator's own step: its padding of a heap growth, the least it gives back, the least
+// block it maps apart.
+constexpr std::size_t kDefaultHeapStep = std::size_t{128} << 10;
 // Large enough for any chunk, small enough to stay in the cache while it is parsed.
 constexpr std::size_t kWindowSize = std::size_t{256} << 10;
 
 }  // namespace
 
-void tuneHeapForLargeLoads() {
-    constexpr std::size_t kReserve = std::size_t{64} << 20;
-    constexpr std::size_t kLargePage = std::size_t{2} << 20;
-    (void)::mallopt(M_TOP_PAD, static_cast<int>(kReserve));
-    (void)::mallopt(M_TRIM_THRESHOLD, static_cast<int>(kReserve));
-    // Grow the heap now, past what is free at its top, so that the reserve is there at once; it is
-    // address space only until used, and asking for large pages on it costs nothing until then.
-    void* probe = ::malloc(::mallinfo2().keepcost + 4096);
-    if (probe == nullptr) {
+HeapReserve::HeapReserve(std::size_t bytes) {
+#if defined(__GLIBC__) && defined(MADV_POPULATE_WRITE)
+    constexpr std::size_t kPage = 4096;
+    constexpr std::size_t kSmallest = std::size_t{1} << 20;
+    constexpr std::size_t kLargest = std::size_t{1} << 30;
+    if (bytes < kSmallest || bytes > kLargest) {
         return;
     }
-    const auto from =
-        (reinterpret_cast<std::uintptr_t>(probe) + kLargePage - 1) & ~(kLargePage - 1);
-    const auto to = reinterpret_cast<std::uintptr_t>(::sbrk(0)) & ~(kLargePage - 1);
-#ifdef MADV_HUGEPAGE
-    if (to > from) {
-        (void)::madvise(reinterpret_cast<void*>(from), to - from, MADV_HUGEPAGE);
+    // What the heap has free at its top, up to the break, is where the records will go.
+    auto top = [] {
+        const auto end = reinterpret_cast<std::uintptr_t>(::sbrk(0));
+        return std::pair{end - ::mallinfo2().keepcost, end};
+    };
+    // Nothing freed at the top goes back to the system while the load fills it.
+    (void)::mallopt(M_TRIM_THRESHOLD, static_cast<int>(kLargest));
+    m_active = true;
+    auto [from, to] = top();
+    if (to - from < bytes) {
+        // Grow the heap by the reserve in one step: a block larger than its free top, taken from
+        // the heap rather than mapped apart, with the reserve as the padding of the growth.
+        const std::size_t probe = to - from + kPage;
+        (void)::mallopt(M_MMAP_THRESHOLD, static_cast<int>(probe + kPage));
+        (void)::mallopt(M_TOP_PAD, static_cast<int>(bytes));
+        void* volatile block = ::malloc(probe);  // volatile: the pair is not to be elided
+        ::free(block);
+        (void)::mallopt(M_TOP_PAD, static_cast<int>(kDefaultHeapStep));
+        (void)::mallopt(M_MMAP_THRESHOLD, static_cast<int>(kDefaultHeapStep));
+        std::tie(from, to) = top();
     }
+    from = (from + kPage - 1) & ~(kPage - 1);
+    to = std::min(to & ~(kPage - 1), from + bytes);
+    if (to > from) {
+        (void)::madvise(reinterpret_cast<void*>(from), to - from, MADV_POPULATE_WRITE);
+    }
+#else
+    (void)bytes;
 #endif
-    ::free(probe);
+}
+
+HeapReserve::~HeapReserve() {
+    if (m_active) {
+        (void)::mallopt(M_TRIM_THRESHOLD, static_cast<int>(kDefaultHeapStep));
+    }
 }
 
 ByteBuffer::ByteBuffer(std::size_t size) : m_size(size), m_capacity(size) {
@@ -394,13 +422,43 @@ StorageStatus AtomicFile::commit() {
         return fileError(name, "cannot replace the old file: " + systemReason(e));
     }
     // Make the rename itself durable.
-    const int dirFd = ::open(m_path.parent_path().empty() ? "." : m_path.parent_path().c_str(),
-                             O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (dirFd >= 0) {
-        (void)::fsync(dirFd);
-        ::close(dirFd);
-    }
+    syncFolder(m_path.parent_path().empty() ? std::filesystem::path(".") : m_path.parent_path());
     removeStaleTemporaries(m_path);
+    return {};
+}
+
+void syncFolder(const std::filesystem::path& folder) {
+    const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd >= 0) {
+        (void)::fsync(fd);
+        ::close(fd);
+    }
+}
+
+StorageStatus moveFolder(const std::filesystem::path& from, const std::filesystem::path& to) {
+    const std::string name = to.filename().string();
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) != 0) {
+        int e = errno;
+        if (e == EINVAL || e == ENOSYS) {
+            // A file system that cannot refuse by itself: look first.
+            struct stat st {};
+            if (::lstat(to.c_str(), &st) == 0) {
+                e = EEXIST;
+            } else if (::rename(from.c_str(), to.c_str()) == 0) {
+                e = 0;
+            } else {
+                e = errno;
+            }
+        }
+        if (e == EEXIST) {
+            return fileError(name, "a folder of that name is already there");
+        }
+        if (e != 0) {
+            return fileError(name, "the folder cannot be moved into place: " + systemReason(e));
+        }
+    }
+    syncFolder(to.parent_path());
+    syncFolder(from.parent_path());
     return {};
 }
 
@@ -437,6 +495,144 @@ std::size_t removeStaleTemporaries(const std::filesystem::path& folder,
         }
     }
     return removed;
+}
+
+OutputFile::OutputFile(std::filesystem::path path) : m_path(std::move(path)) {}
+
+OutputFile::~OutputFile() {
+    abandon();
+}
+
+StorageStatus OutputFile::open() {
+    const std::string name = m_path.string();
+    struct stat target {};
+    if (::stat(m_path.c_str(), &target) != 0) {
+        const int e = errno;
+        struct stat link {};
+        if (e == ENOENT && ::lstat(m_path.c_str(), &link) == 0 && S_ISLNK(link.st_mode)) {
+            return fileError(name, "not written: it is a symbolic link to nothing");
+        }
+        if (e != ENOENT) {
+            return fileError(name, "cannot be written: " + systemReason(e));
+        }
+    } else if (S_ISCHR(target.st_mode) || S_ISFIFO(target.st_mode)) {
+        // Written through, as a shell's redirection would: a device or a pipe is no file to
+        // replace. A FIFO waits here for its reader.
+        int fd = -1;
+        do {
+            fd = ::open(m_path.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
+        } while (fd < 0 && errno == EINTR);
+        if (fd < 0) {
+            return fileError(name, "cannot be written: " + systemReason(errno));
+        }
+        m_fd = fd;
+        m_window = ByteBuffer(kWindowSize);
+        m_used = 0;
+        m_errno = 0;
+        return {};
+    } else if (!S_ISREG(target.st_mode)) {
+        return fileError(name, S_ISDIR(target.st_mode)
+                                   ? "not written: it is a folder"
+                                   : "not written: it is neither a file, a device nor a FIFO");
+    }
+    // A regular file, or none yet. Through a symbolic link it is the file linked to that is
+    // replaced, so the link stays a link.
+    std::filesystem::path file = m_path;
+    std::error_code ec;
+    if (std::filesystem::is_symlink(std::filesystem::symlink_status(m_path, ec))) {
+        file = std::filesystem::canonical(m_path, ec);
+        if (ec) {
+            return fileError(name, "cannot be written: the link cannot be followed: " +
+                                       systemReason(ec.value()));
+        }
+    }
+    m_replace = std::make_unique<AtomicFile>(file);
+    StorageStatus status = m_replace->open(false);
+    if (!status) {
+        m_replace.reset();
+        StorageError error = status.error();
+        error.file = name;
+        return error;
+    }
+    return {};
+}
+
+void OutputFile::flush() {
+    if (m_errno == 0 && m_used > 0 && !writeAll(m_fd, m_window.data(), m_used, m_errno)) {
+        m_errno = m_errno != 0 ? m_errno : EIO;
+    }
+    m_used = 0;
+}
+
+uint8_t* OutputFile::room(std::size_t n) {
+    if (m_replace) {
+        return m_replace->room(n);
+    }
+    if (n > m_window.size()) {
+        flush();
+        m_window = ByteBuffer(n);
+    } else if (m_used + n > m_window.size()) {
+        flush();
+    }
+    uint8_t* p = m_window.data() + m_used;
+    m_used += n;
+    return p;
+}
+
+void OutputFile::write(std::span<const uint8_t> bytes) {
+    if (m_replace) {
+        m_replace->write(bytes);
+        return;
+    }
+    flush();
+    if (m_errno == 0 && !writeAll(m_fd, bytes.data(), bytes.size(), m_errno)) {
+        m_errno = m_errno != 0 ? m_errno : EIO;
+    }
+}
+
+StorageStatus OutputFile::commit() {
+    const std::string name = m_path.string();
+    if (m_replace) {
+        StorageStatus status = m_replace->commit();
+        m_replace.reset();
+        if (!status) {
+            StorageError error = status.error();
+            error.file = name;
+            return error;
+        }
+        return status;
+    }
+    if (m_fd < 0) {
+        return fileError(name, "cannot be written: it was never opened");
+    }
+    flush();
+    const int fd = std::exchange(m_fd, -1);
+    const int closed = ::close(fd) == 0 ? 0 : errno;
+    if (m_errno != 0 || closed != 0) {
+        return fileError(name,
+                         "cannot be written: " + systemReason(m_errno != 0 ? m_errno : closed));
+    }
+    return {};
+}
+
+void OutputFile::abandon() {
+    if (m_replace) {
+        m_replace->abandon();
+        m_replace.reset();
+    }
+    if (m_fd >= 0) {
+        ::close(m_fd);
+        m_fd = -1;
+    }
+}
+
+StorageStatus writeOutputFile(const std::filesystem::path& path, std::span<const uint8_t> bytes) {
+    OutputFile file(path);
+    if (StorageStatus s = file.open(); !s) {
+        return s;
+    }
+    file.write(bytes);
+    return file.commit();
 }
 
 StorageStatus writeFileAtomically(const std::filesystem::path& path, std::span<const uint8_t> bytes,

@@ -51,10 +51,20 @@ private:
     bool m_mapped = false;
 };
 
-// Lets the heap grow in large steps, so that loading the largest files takes a few system calls
-// instead of one for every 128 KiB of records. The program and the tool call it at start; memory
-// is only made resident when it is used.
-void tuneHeapForLargeLoads();
+// Readies `bytes` of heap for the records of a load while it lives: the heap grows by that much
+// at once and its pages are made resident in one call, rather than in a page fault each as the
+// records fill them (a fault costs microseconds where the program runs, and a load of the largest
+// files took over 10,000). Only for what the load will fill: its file's size tells that.
+class HeapReserve {
+public:
+    explicit HeapReserve(std::size_t bytes);
+    ~HeapReserve();
+    HeapReserve(const HeapReserve&) = delete;
+    HeapReserve& operator=(const HeapReserve&) = delete;
+
+private:
+    bool m_active = false;
+};
 
 enum class ReadFile { Read, Missing, Failed };
 
@@ -118,12 +128,55 @@ private:
     int m_errno = 0;  // the first write failure
 };
 
+// Where the tool writes what it is asked to write (a CSV, a picture, a file made from JSON). A
+// regular file, or none yet, is replaced atomically as AtomicFile does. What is not a regular file
+// is never replaced: a character device or a FIFO (a terminal, /dev/null, a pipe) is written
+// through, a symbolic link is followed and the same rules apply to what it names, and anything
+// else (a folder, a socket, a block device, a link to nothing) is refused with the reason.
+class OutputFile final : public ChunkSink {
+public:
+    explicit OutputFile(std::filesystem::path path);
+    ~OutputFile() override;
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    [[nodiscard]] StorageStatus open();
+    [[nodiscard]] uint8_t* room(std::size_t n) override;
+    void write(std::span<const uint8_t> bytes);
+    // Puts a replaced file in place, or ends writing through; says why either failed.
+    [[nodiscard]] StorageStatus commit();
+    // Drops a replacement; what was written through a device or FIFO is gone already.
+    void abandon();
+
+private:
+    void flush();
+
+    std::filesystem::path m_path;
+    std::unique_ptr<AtomicFile> m_replace;
+    int m_fd = -1;  // the device or FIFO written through
+    ByteBuffer m_window;
+    std::size_t m_used = 0;
+    int m_errno = 0;
+};
+
+// Writes the bytes to an output as OutputFile does.
+[[nodiscard]] StorageStatus writeOutputFile(const std::filesystem::path& path,
+                                            std::span<const uint8_t> bytes);
+
 // Replaces the file atomically: a temporary file in the same folder is written, flushed to the
 // disk and renamed over the old one. On failure the old file is untouched and the temporary
 // removed. When the folder is missing and createFolder is set, it is made (one level).
 [[nodiscard]] StorageStatus writeFileAtomically(const std::filesystem::path& path,
                                                 std::span<const uint8_t> bytes,
                                                 bool createFolder = true);
+
+// Flushes a folder's entries to the disk, so that a file renamed or made in it stays there.
+void syncFolder(const std::filesystem::path& folder);
+
+// Moves a folder to a new name in the same file system; never over anything already there, not
+// even an empty folder.
+[[nodiscard]] StorageStatus moveFolder(const std::filesystem::path& from,
+                                       const std::filesystem::path& to);
 
 // Removes the temporary files that saves of the given files left in folder when their process
 // was killed (".UserDB.ddb.tmp1234-0"), and nothing else; this process's own are kept. Only for

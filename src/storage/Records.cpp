@@ -80,13 +80,13 @@ void readDate(ByteReader& r, CalendarDate& d) {
 
 void writeServing(ByteWriter& w, const ServingQuantity& s) {
     w.f32be(s.amount);
-    w.u8(s.unit);
+    w.u8(unitByte(s.unit));
     w.u8(s.sub);
 }
 
 void readServing(ByteReader& r, ServingQuantity& s) {
     s.amount = r.f32be();
-    s.unit = r.u8();
+    s.unit = unitFromByte(r.u8());
     s.sub = r.u8();
 }
 
@@ -99,7 +99,7 @@ void writeFood(ByteWriter& w, const FoodItem& f) {
     p = w.take(3 * kServingSize + kNutrientsSize + 8);
     for (const ServingQuantity* s : {&f.serving, &f.ref1, &f.ref2}) {
         putFloat(p, s->amount);
-        p[4] = s->unit;
+        p[4] = unitByte(s->unit);
         p[5] = s->sub;
         p += kServingSize;
     }
@@ -115,7 +115,7 @@ void writeFood(ByteWriter& w, const FoodItem& f) {
 namespace {
 
 ServingQuantity servingAt(const uint8_t* p) {
-    return {beFloat(p), p[4], p[5]};
+    return {beFloat(p), unitFromByte(p[4]), p[5]};
 }
 
 }  // namespace

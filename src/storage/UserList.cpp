@@ -129,7 +129,7 @@ std::optional<std::filesystem::path> UserList::userFolder(std::string_view name)
     return userFolderPath(m_root, name);
 }
 
-StorageStatus UserList::read() {
+StorageStatus UserList::read(Missing missing) {
     FileSource source;
     StorageError error;
     StorageStatus status;
@@ -137,7 +137,7 @@ StorageStatus UserList::read() {
         case ReadFile::Missing:
             m_names.clear();
             m_readFailure.clear();
-            return write();
+            return missing == Missing::Make ? write() : StorageStatus();
         case ReadFile::Failed:
             status = error;
             break;
@@ -152,6 +152,11 @@ StorageStatus UserList::read() {
         }
     }
     m_readFailure = status.message();
+    if (!status) {
+        // A list not read whole, or holding a name that is not safe, does not load at all: no
+        // user of it is opened, so nothing is saved on its word.
+        m_names.clear();
+    }
     return status;
 }
 
@@ -223,6 +228,60 @@ StorageStatus UserList::add(std::string_view name) {
         return status;
     }
     m_names = std::move(names);
+    return {};
+}
+
+StorageStatus UserList::addWithFiles(std::string_view name, const FolderWriter& write) {
+    const std::optional<std::filesystem::path> maybeFolder = userFolder(name);
+    if (!maybeFolder) {
+        return listError(unsafeUserNameReason(name));
+    }
+    if (!m_readFailure.empty()) {
+        return writeNames(m_names);  // refused, with the reason
+    }
+    if (find(name) != kNoPosition) {
+        return listError("the user is already listed");
+    }
+    const std::filesystem::path& folder = *maybeFolder;
+    std::error_code ec;
+    if (std::filesystem::exists(std::filesystem::symlink_status(folder, ec))) {
+        return listError("a folder of that name is already there");
+    }
+    std::vector<Text> names = m_names;
+    if (insertSorted(names, name) == kNoPosition) {
+        return listError("the list is full");
+    }
+    std::filesystem::create_directories(usersFolder(), ec);
+    if (ec) {
+        return listError("the users folder cannot be made: " + systemReason(ec.value()));
+    }
+    std::filesystem::path made;
+    int error = 0;
+    if (!makeNewUserFolder(m_root, made, error)) {
+        return listError("the new user's folder cannot be made: " + systemReason(error));
+    }
+    // The mark stays until the name is listed: a folder found with it at the next start was not
+    // finished, unless its name is listed.
+    StorageStatus status = writeFileAtomically(made / kNewUserMark, {}, false);
+    if (status) {
+        status = write(made);
+    }
+    if (status) {
+        status = moveFolder(made, folder);
+        if (status) {
+            made = folder;
+        }
+    }
+    if (status) {
+        status = writeNames(names);
+    }
+    if (!status) {
+        (void)removeNewUserFolder(made);
+        return status;
+    }
+    m_names = std::move(names);
+    std::filesystem::remove(folder / kNewUserMark, ec);
+    syncFolder(folder);
     return {};
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -26,7 +27,7 @@ struct UserListFile {
     std::vector<Text> names;
 };
 
-// Chunk 0's two bytes are read whatever its header says, as the format always has.
+// Chunk 0 holds exactly the two bytes of the format value, whatever it is.
 [[nodiscard]] StorageStatus readUserListFile(ChunkSource& source, UserListFile& list,
                                              const ReadOptions& options);
 [[nodiscard]] inline StorageStatus readUserListFile(std::span<const uint8_t> bytes,
@@ -61,10 +62,13 @@ public:
     // nullopt for a name that could leave the users folder.
     [[nodiscard]] std::optional<std::filesystem::path> userFolder(std::string_view name) const;
 
-    // Reads the list file; a missing one is replaced by a new, empty list. A list holding a name
-    // that would be refused when typed fails to load. After a failed read every change is
-    // refused, so nothing writes over names that could not be read, until a read succeeds.
-    [[nodiscard]] StorageStatus read();
+    // Reads the list file; a missing one is an empty list, written at once unless told to leave
+    // it. A list that does not
+    // read whole, or holds a name that would be refused when typed, does not load at all (no
+    // names). After a failed read every change is refused, so nothing writes over names that
+    // could not be read, until a read succeeds.
+    enum class Missing : bool { Make, Leave };
+    [[nodiscard]] StorageStatus read(Missing missing = Missing::Make);
     [[nodiscard]] StorageStatus write() const;
     [[nodiscard]] bool readWhole() const { return m_readFailure.empty(); }
 
@@ -79,6 +83,12 @@ public:
     // Adds a user: refused for a listed name, a name that could leave the users folder, or a
     // folder of that name already on disk. Makes the folder, then writes the list.
     [[nodiscard]] StorageStatus add(std::string_view name);
+    // Adds a user whose files are made before the name is listed, all or nothing: `write` puts
+    // them into a new folder beside the users folder, which is then moved in under the user's
+    // name, and only then is the name listed. Refused as add() refuses; a failure anywhere leaves
+    // no trace, and what a killed process left is swept by the next start (sweepDataRoot).
+    using FolderWriter = std::function<StorageStatus(const std::filesystem::path& folder)>;
+    [[nodiscard]] StorageStatus addWithFiles(std::string_view name, const FolderWriter& write);
     // Deletes the user's two files and folder (failures there ignored), then the name.
     [[nodiscard]] StorageStatus remove(Position pos);
     // Renames the user: the folder with everything in it moves to the new name (one rename),

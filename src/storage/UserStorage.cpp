@@ -34,11 +34,12 @@ StorageError unsafeName(std::string_view name) {
 
 }  // namespace
 
-StorageStatus openUser(UserStore& store, UserList& users, std::string_view name) {
+StorageStatus openUser(UserStore& store, UserList& users, std::string_view name,
+                       Unlisted unlisted) {
     if (!isSafeUserName(name)) {
         return unsafeName(name);
     }
-    if (users.find(name) == kNoPosition) {
+    if (unlisted == Unlisted::Add && users.find(name) == kNoPosition) {
         if (StorageStatus s = users.add(name); !s) {
             return s;
         }
@@ -48,9 +49,8 @@ StorageStatus openUser(UserStore& store, UserList& users, std::string_view name)
         return unsafeName(name);
     }
     StorageStatus status = loadUser(store);
-    if (status) {
-        store.profile.setUserName(name);
-    }
+    // Open even when not read whole: the session refuses to save over it, and says whose it is.
+    store.profile.setUserName(name);
     return status;
 }
 
@@ -69,6 +69,8 @@ StorageStatus loadUser(UserStore& store) {
         case ReadFile::Read:
             break;
     }
+    // A logbook's records take about 1.3 times its file.
+    const HeapReserve reserve(source.size() + source.size() / 3);
     UserFile file;
     file.header = store.header;
     file.profile = store.profile;  // a stored date keeps its holder's clock parts

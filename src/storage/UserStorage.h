@@ -10,9 +10,12 @@ namespace nutrovex {
 
 // The user store's file operations.
 
-// Opens a user: adds the name to the list when it is not there (which makes the folder), resets
-// the store, sets its paths and loads the user's file; on success the profile takes the name.
-[[nodiscard]] StorageStatus openUser(UserStore& store, UserList& users, std::string_view name);
+// Opens a user: adds the name to the list when it is not there (which makes the folder; with
+// Unlisted::Leave an unlisted user is opened without being added), resets the store, sets its
+// paths and loads the user's file. The profile takes the name, read whole or not.
+enum class Unlisted : bool { Add, Leave };
+[[nodiscard]] StorageStatus openUser(UserStore& store, UserList& users, std::string_view name,
+                                     Unlisted unlisted = Unlisted::Add);
 
 // Reads the store's data file. A missing file is no failure: the user starts empty. On a failure
 // the store keeps what was read before the failing chunk. Days are placed by date.

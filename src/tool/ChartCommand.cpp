@@ -9,13 +9,13 @@
 #include "core/UserStore.h"
 #include "forms/charts/HistoricChartForm.h"
 #include "logbook/DayCursor.h"
+#include "render/ChartPng.h"
 #include "session/SessionSettings.h"
 #include "storage/DataRoot.h"
 #include "storage/FileIo.h"
 #include "storage/UserFile.h"
 #include "storage/UserStorage.h"
 #include "tool/UserLookup.h"
-#include "ui/charts/ChartPng.h"
 
 namespace nutrovex::tool {
 
@@ -113,7 +113,7 @@ int drawChart(const GlobalOptions& options, Args args, std::ostream& err) {
         err << "nutrovex-tool chart: the picture could not be made\n";
         return kExitDataError;
     }
-    if (const StorageStatus written = writeFileAtomically(*pngPath, png, false); !written) {
+    if (const StorageStatus written = writeOutputFile(*pngPath, png); !written) {
         err << written.message() << "\n";
         return kExitDataError;
     }

@@ -17,7 +17,12 @@
 #include "forms/logbook/LogbookForm.h"
 #include "forms/logbook/WeighInForm.h"
 #include "session/Session.h"
+#include "storage/CatalogueFile.h"
+#include "storage/CatalogueStorage.h"
 #include "storage/DataRoot.h"
+#include "storage/FileIo.h"
+#include "storage/UserFile.h"
+#include "storage/UserStorage.h"
 #include "tool/IniSettings.h"
 
 namespace nutrovex::tool {
@@ -54,10 +59,6 @@ struct CatalogueFood {
     float calories;  // for the catalogue's own serving
     bool served;     // measured as people serve it (an item, a cup, an ounce), not weighed
 };
-
-// Grams and kilograms: the composition tables' raw ingredients come weighed.
-constexpr uint8_t kGramsUnit = 12;
-constexpr uint8_t kKilogramsUnit = 13;
 
 enum Meal { kBreakfast, kLunch, kDinner, kSnack };
 
@@ -104,8 +105,10 @@ std::vector<CatalogueFood> usableFoods(const FoodCatalogue& catalogue) {
             for (std::size_t i = 0; i < categories[c].foods.size(); ++i) {
                 const FoodItem& food = categories[c].foods[i];
                 const float calories = food.shownNutrient(kCalories);
-                const bool served =
-                    food.serving.unit != kGramsUnit && food.serving.unit != kKilogramsUnit;
+                // Grams and kilograms: the catalogue's foods without a household measure come
+                // weighed.
+                const bool served = food.serving.unit != ServingUnit::Gram &&
+                                    food.serving.unit != ServingUnit::Kilogram;
                 // Skip what nobody eats by itself as a meal's part (a spoon of sugar, tea).
                 if (calories >= 40.0f && calories <= 800.0f) {
                     foods.push_back(
@@ -338,6 +341,12 @@ int makeDemo(const GlobalOptions& options, Args args, std::ostream& out, std::os
         return kExitUsage;
     }
 
+    const std::string shown = cp1252ToUtf8(quotedText(user));
+    if (!isSafeUserName(user)) {
+        err << "nutrovex-tool demo: " << shown
+            << " is not a usable user name: " << unsafeUserNameReason(user) << "\n";
+        return kExitDataError;
+    }
     const DataRootChoice root = chooseDataRoot(options.root);
     IniSessionSettings settings(settingsFilePath(root));
     Session session(root.path, clock, settings, shipped);
@@ -353,55 +362,98 @@ int makeDemo(const GlobalOptions& options, Args args, std::ostream& out, std::os
             err << "nutrovex-tool demo: " << reason << "\n";
             return kExitDataError;
     }
-    std::error_code ec;
-    if (shipped.empty() && !std::filesystem::exists(templateCataloguePath(root.path), ec)) {
-        err << "nutrovex-tool demo: " << templateCataloguePath(root.path).string()
-            << ": the data root has no starting catalogue, so there are no foods to log\n";
-        return kExitDataError;
+    // The user's catalogue starts as the root's template, as the program's would.
+    const std::filesystem::path templatePath = templateCataloguePath(root.path);
+    if (!shipped.empty()) {
+        if (const StorageStatus installed = installTemplateCatalogue(root.path, shipped);
+            !installed) {
+            err << "nutrovex-tool demo: " << installed.message() << "\n";
+            return kExitDataError;
+        }
+    }
+    ByteBuffer templateBytes;
+    StorageError templateError;
+    switch (readWholeFile(templatePath, templateBytes, templateError)) {
+        case ReadFile::Read:
+            break;
+        case ReadFile::Missing:
+            err << "nutrovex-tool demo: " << templatePath.string()
+                << ": the data root has no starting catalogue, so there are no foods to log\n";
+            return kExitDataError;
+        case ReadFile::Failed:
+            err << "nutrovex-tool demo: " << templateError.message() << "\n";
+            return kExitDataError;
     }
     if (const StorageStatus read = session.users().read(); !read) {
-        err << read.message() << "\n";
+        err << "nutrovex-tool demo: " << read.message() << "\n";
         return kExitDataError;
     }
-    const std::string shown = cp1252ToUtf8(user);
     if (session.users().find(user) != kNoPosition) {
-        err << "nutrovex-tool demo: there is already a user named '" << shown
-            << "'; the demo never touches an existing user\n";
+        err << "nutrovex-tool demo: there is already a user named " << shown
+            << "; the demo never touches an existing user\n";
         return kExitDataError;
     }
-    // Adding opens the new user with a copy of the template catalogue; opening it again reads
-    // that copy.
-    SessionStatus status = session.addUser(user);
-    if (status) {
-        status = session.switchUser(user);
-    }
-    if (!status) {
-        err << status.message() << "\n";
+    std::error_code ec;
+    if (std::filesystem::exists(
+            std::filesystem::symlink_status(*userFolderPath(root.path, user), ec))) {
+        err << "nutrovex-tool demo: a folder for " << shown
+            << " is already in the users folder; the demo never touches an existing user\n";
         return kExitDataError;
     }
-    if (session.catalogue().foodCount() == 0) {
-        err << "nutrovex-tool demo: the catalogue of '" << shown
-            << "' has no foods to log (the data root has no starting catalogue)\n";
+    FoodCatalogue catalogue;
+    if (const StorageStatus read =
+            readCatalogueFile(templateBytes.bytes(), catalogue, {kCatalogueFileName});
+        !read) {
+        err << templatePath.string() << ": " << read.message() << "\n";
         return kExitDataError;
     }
-    const DemoSummary summary =
-        fillDemoLogbook(session.days(), session.catalogue(), session.exerciseClipboard());
-    session.apply(summary.notices);
-    status = session.saveModified();
-    if (!status) {
-        err << status.message() << "\n";
+    if (catalogue.foodCount() == 0) {
+        err << "nutrovex-tool demo: the catalogue of " << shown
+            << " has no foods to log (the data root has no starting catalogue)\n";
         return kExitDataError;
     }
+
+    // The whole user is made in memory, then written at once: either it is there, listed and
+    // whole, or nothing of it is.
+    UserStore store(clock);
+    store.profile.setUserName(user);
+    store.userFolderPath = *userFolderPath(root.path, user);  // open, as the forms want it
+    store.dataFilePath = store.userFolderPath / kUserFileName;
+    DayCursor days(store);
+    (void)days.setCurrentDate(store.today());
+    ExerciseClipboard clipboard;
+    const DemoSummary summary = fillDemoLogbook(days, catalogue, clipboard);
+    for (std::size_t i = 0; i < store.days().size(); ++i) {
+        (void)dayTotals(store.dayAt(static_cast<Position>(i)));
+    }
+    const StorageStatus added =
+        session.users().addWithFiles(user, [&](const std::filesystem::path& folder) {
+            store.dataFilePath = folder / kUserFileName;
+            StorageStatus status = saveUser(store);
+            if (status && summary.notices.catalogue) {
+                catalogue.filePath = folder / kCatalogueFileName;
+                status = saveCatalogue(catalogue);
+            } else if (status) {
+                status =
+                    writeFileAtomically(folder / kCatalogueFileName, templateBytes.bytes(), false);
+            }
+            return status;
+        });
+    if (!added) {
+        err << "nutrovex-tool demo: " << added.message() << "\n";
+        return kExitDataError;
+    }
+    settings.setCurrentUserName(user);
     if (!settings.failure().empty()) {
         err << "nutrovex-tool demo: the user was made, but could not be remembered as the current "
                "user: "
             << settings.failure() << "\n";
         return kExitDataError;
     }
-    out << "made the demo user '" << shown << "': " << summary.days << " days from "
+    out << "made the demo user " << shown << ": " << summary.days << " days from "
         << dateText(summary.first) << " to " << dateText(summary.last) << ", " << summary.foods
         << " foods, " << summary.exercises << " exercises, " << summary.weighIns << " weigh-ins\n";
-    const Maintenance m = measureMaintenance(session.store().days(), clock.now());
+    const Maintenance m = measureMaintenance(store.days(), clock.now());
     if (m.valid) {
         out << "measured maintenance: " << groupedCalories(roundedMaintenance(m.calories))
             << " a day\n";

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -57,10 +59,17 @@ Json exerciseOp(const Json& r) {
     return {{"ok", c.ok}, {"calories", c.calories}};
 }
 
+// A request's unit code: every code past the last unit converts alike, so the largest byte
+// stands for all of them.
+ServingUnit requestUnit(const Json& r, const char* name) {
+    return unitFromByte(
+        static_cast<uint8_t>(std::min<uint32_t>(intField<uint32_t>(r, name), 0xFF)));
+}
+
 Json convertOp(const Json& r) {
     const float amount = floatField(r, "amount");
-    const auto from = intField<uint32_t>(r, "from");
-    const auto to = intField<uint32_t>(r, "to");
+    const ServingUnit from = requestUnit(r, "from");
+    const ServingUnit to = requestUnit(r, "to");
     float out = 0.0f;
     const ConvertResult c = convertServing(amount, from, to, out);
     Json answer = {{"ok", c != ConvertResult::Failed}};

@@ -15,6 +15,8 @@
 #include "storage/DataRoot.h"
 #include "storage/FileIo.h"
 #include "tool/JsonPrint.h"
+#include "tool/UserLookup.h"
+#include "tool/JsonStream.h"
 
 namespace nutrovex::tool {
 
@@ -39,8 +41,10 @@ void within(const Where& where, Read&& read) {
     }
 }
 
-const Json& arrayField(const Json& object, const char* name, std::size_t size = 0) {
-    const Json& v = field(object, name);
+template <typename Value>
+auto arrayField(const Value& object, const char* name, std::size_t size = 0)
+    -> decltype(field(object, name)) {
+    decltype(auto) v = field(object, name);
     if (!v.is_array() || (size != 0 && v.size() != size)) {
         shapeError(std::string("'") + name + "' must be a list" +
                    (size != 0 ? " of " + std::to_string(size) : std::string()));
@@ -60,11 +64,12 @@ std::string hexOf(const std::array<uint8_t, kFixedTextSize>& bytes) {
     return s;
 }
 
-std::array<uint8_t, kFixedTextSize> bytesOfHex(const Json& v) {
-    if (!v.is_string() || v.get_ref<const std::string&>().size() != 2 * kFixedTextSize) {
+template <typename Value>
+std::array<uint8_t, kFixedTextSize> bytesOfHex(const Value& v) {
+    if (!v.is_string() || stringOf(v).size() != 2 * kFixedTextSize) {
         shapeError("each of 'texts' must be a string of 42 hex digits");
     }
-    const std::string& s = v.get_ref<const std::string&>();
+    const std::string_view s = stringOf(v);
     std::array<uint8_t, kFixedTextSize> out{};
     auto digit = [](char c) -> int {
         const int value = hexDigitValue(c);
@@ -133,6 +138,13 @@ int usage(const char* line) {
     return kExitUsage;
 }
 
+// OUT inside a data root is written only with the root's lock, as the program writes it.
+bool lockRootOfOutput(const std::string& output, const char* usageLine, InstanceLock& lock) {
+    const std::optional<std::filesystem::path> root = dataRootHolding(output);
+    const std::string_view line(usageLine);
+    return !root || lockDataRoot(*root, lock, line.substr(0, line.find(' ')), std::cerr);
+}
+
 // write-*: JSON in, file out, exactly as the JSON says.
 template <typename Build>
 int writeFromJson(Args args, const char* usageLine, Build&& build) {
@@ -141,6 +153,10 @@ int writeFromJson(Args args, const char* usageLine, Build&& build) {
     }
     const std::string& input = args[0];
     const std::string& output = args[1];
+    InstanceLock lock;
+    if (!lockRootOfOutput(output, usageLine, lock)) {
+        return kExitDataError;
+    }
     std::string text;
     if (!readInput(input, text)) {
         std::cerr << input << ": cannot be read\n";
@@ -161,7 +177,7 @@ int writeFromJson(Args args, const char* usageLine, Build&& build) {
         std::cerr << input << ": " << e.what() << '\n';
         return kExitDataError;
     }
-    const StorageStatus written = writeFileAtomically(output, bytes.bytes(), false);
+    const StorageStatus written = writeOutputFile(output, bytes.bytes());
     if (!written) {
         reportError(output, written.error());
         return kExitDataError;
@@ -179,6 +195,10 @@ int writeFromJsonStream(Args args, const char* usageLine, Read&& read, Write&& w
     }
     const std::string& input = args[0];
     const std::string& output = args[1];
+    InstanceLock lock;
+    if (!lockRootOfOutput(output, usageLine, lock)) {
+        return kExitDataError;
+    }
     std::ifstream file;
     if (input != "-") {
         file.open(input, std::ios::binary);
@@ -190,8 +210,12 @@ int writeFromJsonStream(Args args, const char* usageLine, Read&& read, Write&& w
     std::istream& in = input == "-" ? std::cin : file;
     try {
         read(in);
-    } catch (const Json::exception& e) {
-        std::cerr << input << ": not valid JSON: " << e.what() << '\n';
+    } catch (const JsonSyntaxError& e) {
+        if (in.bad()) {
+            std::cerr << input << ": cannot be read\n";
+        } else {
+            std::cerr << input << ": not valid JSON: " << e.what() << '\n';
+        }
         return kExitDataError;
     } catch (const JsonShapeError& e) {
         std::cerr << input << ": " << e.what() << '\n';
@@ -201,8 +225,8 @@ int writeFromJsonStream(Args args, const char* usageLine, Read&& read, Write&& w
         std::cerr << input << ": cannot be read\n";
         return kExitDataError;
     }
-    AtomicFile out(output);
-    StorageStatus status = out.open(false);
+    OutputFile out(output);
+    StorageStatus status = out.open();
     if (status) {
         status = write(static_cast<ChunkSink&>(out));
     }
@@ -242,20 +266,20 @@ std::string lower(std::string s) {
     return s;
 }
 
-// Reads the bytes as one kind strictly; on success describes what was found.
+// Reads the bytes as one kind, as the program reads them; on success describes what was found.
 StorageStatus checkAs(FileKind kind, std::span<const uint8_t> bytes, const std::string& path,
                       std::string& summary) {
-    const ReadOptions strict{path, true};
+    const ReadOptions options{path};
     switch (kind) {
         case FileKind::User: {
             UserFile file;
-            StorageStatus s = readUserFile(bytes, file, CalendarDate(), strict);
+            StorageStatus s = readUserFile(bytes, file, CalendarDate(), options);
             summary = count(file.days.size(), "day", "days");
             return s;
         }
         case FileKind::Catalogue: {
             FoodCatalogue catalogue;
-            StorageStatus s = readCatalogueFile(bytes, catalogue, strict);
+            StorageStatus s = readCatalogueFile(bytes, catalogue, options);
             std::size_t categories = 0;
             for (const CategoryList& g : catalogue.groups) {
                 categories += g.size();
@@ -266,7 +290,16 @@ StorageStatus checkAs(FileKind kind, std::span<const uint8_t> bytes, const std::
         }
         case FileKind::UserList: {
             UserListFile list;
-            StorageStatus s = readUserListFile(bytes, list, strict);
+            StorageStatus s = readUserListFile(bytes, list, options);
+            if (s) {
+                // A list the program would not load is no good list, however well it reads.
+                s = checkUserNames(list.names);
+                if (!s) {
+                    StorageError e = s.error();
+                    e.file = path;
+                    s = e;
+                }
+            }
             summary = count(list.names.size(), "name", "names");
             return s;
         }
@@ -309,9 +342,10 @@ Json userFileJson(const UserFile& file) {
 
 namespace {
 
-void readUserFileJsonHead(const Json& value, UserFile& file) {
+template <typename Value>
+void readUserFileJsonHead(const Value& value, UserFile& file) {
     within("header", [&] {
-        const Json& h = field(value, "header");
+        const auto& h = field(value, "header");
         file.header.version = intField<uint16_t>(h, "version");
         file.header.word = intField<uint16_t>(h, "word");
         file.header.keyCounter.value = intField<uint32_t>(h, "keyCounter");
@@ -319,57 +353,102 @@ void readUserFileJsonHead(const Json& value, UserFile& file) {
     });
     within("profile", [&] { readProfile(field(value, "profile"), file.profile); });
     within("dayIndex", [&] {
-        const Json& x = field(value, "dayIndex");
+        const auto& x = field(value, "dayIndex");
         file.firstDayChunk = intField<uint16_t>(x, "first");
         file.dayCount = intField<uint16_t>(x, "count");
     });
 }
 
+// Reads the document's outermost value into top, all but the members that `member(object, key)`
+// reads itself (it returns true when it did), then the end of the document. Only the kind of an
+// outermost list is kept: the readers want an object.
+template <typename Member>
+uint32_t readOutermost(JsonPull& pull, JsonTree& top, Member&& member) {
+    top.clear();
+    uint32_t root = JsonTree::kNone;
+    switch (pull.peek()) {
+        case JsonPull::Next::Object: {
+            pull.enterObject();
+            root = top.add(JsonTree::kNone, 0, JsonTree::Kind::Object);
+            uint8_t key = 0;
+            while (pull.nextMember(key)) {
+                if (member(root, key)) {
+                    continue;
+                }
+                if (key == 0) {
+                    pull.skip();
+                } else {
+                    (void)pull.parse(top, root, key);
+                }
+            }
+            break;
+        }
+        case JsonPull::Next::Array:
+            root = top.add(JsonTree::kNone, 0, JsonTree::Kind::Array);
+            pull.skip();
+            break;
+        case JsonPull::Next::Other:
+            root = pull.parse(top);
+            break;
+    }
+    pull.finish();
+    return root;
+}
+
+// A list read by the caller stands in its document as a list of `count` elements.
+void addReadList(JsonTree& tree, uint32_t object, uint8_t key, uint32_t count) {
+    tree.node(tree.add(object, key, JsonTree::Kind::Array)).count = count;
+}
+
 }  // namespace
 
-// Each day is converted as soon as it is parsed and its JSON dropped. A refused day is kept
-// until the document is read, as the whole document would be: a later "days" replaces it, and
-// the refusals of the header, profile and day index come first.
-void readUserFileJson(std::istream& in, UserFile& file) {
-    file.days.clear();
-    bool inDays = false;
-    std::string topKey;
+// Each day is read as soon as its text is, and only its record kept. A document with one fault
+// is refused with the whole document's error: the header, profile and day index are checked
+// first, then the list, then the days in order. Of a name given twice the later value counts,
+// so a later "days" replaces an earlier one, refusal and all.
+void readUserFileJson(std::istream& in, UserFile& file, std::size_t block) {
+    JsonPull pull(in, block);
+    JsonTree top;   // the document without its days
+    JsonTree tree;  // one day
     std::optional<std::string> refused;
-    const Json value = parseJson(in, [&](int depth, Json::parse_event_t event, Json& parsed) {
-        using Event = Json::parse_event_t;
-        if (depth == 1 && event == Event::key) {
-            topKey = parsed.get<std::string>();
-        } else if (depth == 1 && event == Event::array_start) {
-            inDays = topKey == "days";
-            if (inDays) {  // a later "days" replaces an earlier one, as a value would
-                file.days.clear();
-                refused.reset();
-            }
-        } else if (depth == 1 && event == Event::array_end) {
-            inDays = false;
-        } else if (inDays && refused) {
-            return false;  // the rest of refused days is dropped unread
-        } else if (inDays && depth == 2 &&
-                   (event == Event::object_end || event == Event::array_end ||
-                    event == Event::value)) {
-            auto day = std::make_unique<DayRecord>(CalendarDate());
-            try {
-                within([&] { return "days[" + std::to_string(file.days.size()) + "]"; },
-                       [&] { readDay(parsed, *day); });
-            } catch (const JsonShapeError& e) {
-                refused = e.what();
-                return false;
-            }
-            file.days.push_back(std::move(day));
+    file.days.clear();
+    const uint8_t daysKey = jsonKeyId("days");
+    const uint32_t root = readOutermost(pull, top, [&](uint32_t object, uint8_t key) {
+        if (key != daysKey) {
             return false;
         }
+        file.days.clear();
+        refused.reset();
+        if (pull.peek() != JsonPull::Next::Array) {
+            return false;
+        }
+        pull.enterArray();
+        uint32_t count = 0;
+        for (; pull.nextElement(); ++count) {
+            if (refused) {
+                pull.skip();  // checked as JSON only
+                continue;
+            }
+            tree.clear();
+            const TreeValue value(tree, pull.parse(tree));
+            auto day = std::make_unique<DayRecord>(CalendarDate());
+            try {
+                within([&] { return "days[" + std::to_string(count) + "]"; },
+                       [&] { readDay(value, *day); });
+                file.days.push_back(std::move(day));
+            } catch (const JsonShapeError& e) {
+                refused = e.what();
+            }
+        }
+        addReadList(top, object, key, count);
         return true;
     });
+    const TreeValue value(top, root);
     readUserFileJsonHead(value, file);
+    (void)arrayField(value, "days");
     if (refused) {
         shapeError(*refused);
     }
-    (void)arrayField(value, "days");
 }
 
 void readUserFileJson(const Json& value, UserFile& file) {
@@ -401,11 +480,12 @@ Json catalogueHeaderJson(const CatalogueHeader& h) {
             {"keyCounter", h.keyCounter.value}};
 }
 
-void readCatalogueHeader(const Json& value, CatalogueHeader& header) {
+template <typename Value>
+void readCatalogueHeader(const Value& value, CatalogueHeader& header) {
     within("header", [&] {
-        const Json& h = field(value, "header");
+        const auto& h = field(value, "header");
         header.version = intField<uint16_t>(h, "version");
-        const Json& groups = arrayField(h, "groups", kFoodGroupCount);
+        const auto& groups = arrayField(h, "groups", kFoodGroupCount);
         for (std::size_t g = 0; g < kFoodGroupCount; ++g) {
             within("groups[" + std::to_string(g) + "]", [&] {
                 header.groupNames[g] = textField(groups[g], "name");
@@ -413,7 +493,7 @@ void readCatalogueHeader(const Json& value, CatalogueHeader& header) {
             });
         }
         header.byte = intField<uint8_t>(h, "byte");
-        const Json& texts = arrayField(h, "texts", kFixedTextCount);
+        const auto& texts = arrayField(h, "texts", kFixedTextCount);
         for (std::size_t t = 0; t < kFixedTextCount; ++t) {
             header.texts[t] = bytesOfHex(texts[t]);
         }
@@ -430,7 +510,8 @@ std::string categoryName(std::size_t g, std::size_t c) {
 }
 
 // A category's own fields; its foods are read apart.
-FoodCategory categoryHead(const Json& value) {
+template <typename Value>
+FoodCategory categoryHead(const Value& value) {
     FoodCategory category;
     category.key.value = intField<uint32_t>(value, "key");
     category.byte = intField<uint8_t>(value, "byte");
@@ -438,7 +519,8 @@ FoodCategory categoryHead(const Json& value) {
     return category;
 }
 
-FoodItem foodAt(const Json& value, std::size_t f) {
+template <typename Value>
+FoodItem foodAt(const Value& value, std::size_t f) {
     FoodItem food;
     within([f] { return "foods[" + std::to_string(f) + "]"; }, [&] { food = foodValue(value); });
     return food;
@@ -485,124 +567,134 @@ void readCatalogueJson(const Json& value, FoodCatalogue& catalogue) {
     }
 }
 
-// Each food is converted as soon as it is parsed and each category when it ends, and their JSON
-// dropped. A refusal in "groups" is kept until the document is read, as the whole document would
-// be: a later "groups" replaces it, and the header's refusals come first.
-void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue) {
-    using Event = Json::parse_event_t;
+namespace {
+
+// The next value, of which only the kind is wanted when it is a list.
+uint32_t kindOrScalar(JsonPull& pull, JsonTree& tree) {
+    if (pull.peek() == JsonPull::Next::Array) {
+        const uint32_t index = tree.add(JsonTree::kNone, 0, JsonTree::Kind::Array);
+        pull.skip();
+        return index;
+    }
+    return pull.parse(tree);
+}
+
+}  // namespace
+
+// Each food is read as soon as its text is, and each category's own fields when it ends; only
+// the records are kept. A document with one fault is refused with the whole document's error
+// (the header first, then the list of groups, then what comes first in it); of a name given
+// twice the later value counts.
+void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue, std::size_t block) {
+    JsonPull pull(in, block);
+    JsonTree top;                        // the document without its groups
+    JsonTree head;                       // a category without its foods
+    JsonTree tree;                       // one food
+    std::optional<std::string> refused;  // the first refusal in "groups"
+    std::size_t lastFoods = 0;
     catalogue.reset();
-    std::string topKey;
-    bool inGroups = false;  // inside the outermost "groups" list
-    std::optional<std::string> refused;
-    std::size_t group = 0;  // the list of categories being read, in "groups"
-    bool groupIsList = false;
-    std::string categoryKey;  // the last key of the category being read
-    bool categoryIsObject = false;
-    bool inFoods = false;
-    std::vector<FoodItem> foods;
-    std::size_t categories = 0;
-    // One event inside "groups"; false drops what it ends.
-    auto groupsEvent = [&](int depth, Event event, Json& parsed) {
-        if (depth == 2) {
-            if (group >= kFoodGroupCount &&
-                (event == Event::array_start || event == Event::object_start ||
-                 event == Event::value)) {
-                shapeError("'groups' must be a list of " + std::to_string(kFoodGroupCount));
-            }
-            if (event == Event::array_start || event == Event::object_start) {
-                groupIsList = event == Event::array_start;
-                categories = 0;
-            } else if (event == Event::array_end) {
-                ++group;
-            } else if (event == Event::object_end || event == Event::value) {
-                shapeError(groupName(group) + " must be a list of categories");
-            }
-            return true;
-        }
-        if (!groupIsList) {
-            return true;
-        }
-        if (depth == 3) {
-            if (event == Event::object_start || event == Event::array_start) {
-                categoryIsObject = event == Event::object_start;
-                categoryKey.clear();
-                inFoods = false;
-                foods.clear();
-                return true;
-            }
-            // The category ends (or is a scalar): read it and drop its JSON.
-            within(categoryName(group, categories), [&] {
-                FoodCategory category = categoryHead(parsed);
-                (void)arrayField(parsed, "foods");
-                category.foods = std::move(foods);
-                catalogue.groups[group].push_back(std::move(category));
-            });
-            foods = {};
-            ++categories;
-            return false;
-        }
-        if (!categoryIsObject) {
-            return true;
-        }
-        if (depth == 4) {
-            if (event == Event::key) {
-                categoryKey = parsed.get<std::string>();
-            } else if (event == Event::array_start && categoryKey == "foods") {
-                inFoods = true;
-                foods.clear();  // a later "foods" replaces an earlier one
-            } else if (event == Event::array_end) {
-                inFoods = false;
-            }
-            return true;
-        }
-        if (inFoods && depth == 5 &&
-            (event == Event::object_end || event == Event::array_end || event == Event::value)) {
-            within([&] { return categoryName(group, categories); },
-                   [&] { foods.push_back(foodAt(parsed, foods.size())); });
-            return false;
-        }
-        return true;
-    };
-    const Json value = parseJson(in, [&](int depth, Event event, Json& parsed) {
-        if (depth == 1) {
-            if (event == Event::key) {
-                topKey = parsed.get<std::string>();
-            } else if (event == Event::array_start) {
-                inGroups = topKey == "groups";
-                if (inGroups) {  // a later "groups" replaces an earlier one, as a value would
-                    refused.reset();
-                    group = 0;
-                    for (CategoryList& list : catalogue.groups) {
-                        list.clear();
-                    }
+    const uint8_t groupsKey = jsonKeyId("groups");
+    const uint8_t foodsKey = jsonKeyId("foods");
+
+    auto readCategory = [&](std::size_t g, std::size_t c) {
+        head.clear();
+        std::vector<FoodItem> foods;
+        std::optional<std::string> foodRefused;
+        uint32_t root = JsonTree::kNone;
+        if (pull.peek() == JsonPull::Next::Object) {
+            pull.enterObject();
+            root = head.add(JsonTree::kNone, 0, JsonTree::Kind::Object);
+            uint8_t key = 0;
+            while (pull.nextMember(key)) {
+                if (key == foodsKey) {
+                    foods.clear();
+                    foodRefused.reset();
                 }
-            } else if (event == Event::array_end) {
-                inGroups = false;
+                if (key == foodsKey && pull.peek() == JsonPull::Next::Array) {
+                    foods.reserve(lastFoods);  // categories are mostly alike
+                    pull.enterArray();
+                    uint32_t count = 0;
+                    for (; pull.nextElement(); ++count) {
+                        if (foodRefused) {
+                            pull.skip();
+                            continue;
+                        }
+                        tree.clear();
+                        const TreeValue food(tree, pull.parse(tree));
+                        try {
+                            foods.push_back(foodAt(food, count));
+                        } catch (const JsonShapeError& e) {
+                            foodRefused = e.what();
+                        }
+                    }
+                    addReadList(head, root, key, count);
+                } else if (key == 0) {
+                    pull.skip();
+                } else {
+                    (void)pull.parse(head, root, key);
+                }
             }
-            return true;
+        } else {
+            root = kindOrScalar(pull, head);
         }
-        if (!inGroups) {
-            return true;
-        }
-        if (refused) {
-            return false;  // the rest of a refused "groups" is dropped unread
-        }
-        try {
-            return groupsEvent(depth, event, parsed);
-        } catch (const JsonShapeError& e) {
-            refused = e.what();
+        within(categoryName(g, c), [&] {
+            const TreeValue value(head, root);
+            FoodCategory category = categoryHead(value);
+            (void)arrayField(value, "foods");
+            if (foodRefused) {
+                shapeError(*foodRefused);
+            }
+            lastFoods = foods.size();
+            category.foods = std::move(foods);
+            catalogue.groups[g].push_back(std::move(category));
+        });
+    };
+
+    const uint32_t root = readOutermost(pull, top, [&](uint32_t object, uint8_t key) {
+        if (key != groupsKey) {
             return false;
         }
+        refused.reset();
+        for (CategoryList& list : catalogue.groups) {
+            list.clear();
+        }
+        if (pull.peek() != JsonPull::Next::Array) {
+            return false;
+        }
+        pull.enterArray();
+        uint32_t count = 0;
+        for (; pull.nextElement(); ++count) {
+            const std::size_t g = count;
+            if (refused || g >= kFoodGroupCount) {
+                pull.skip();  // checked as JSON only
+                continue;
+            }
+            if (pull.peek() != JsonPull::Next::Array) {
+                refused = groupName(g) + " must be a list of categories";
+                pull.skip();
+                continue;
+            }
+            pull.enterArray();
+            for (std::size_t c = 0; pull.nextElement(); ++c) {
+                if (refused) {
+                    pull.skip();
+                    continue;
+                }
+                try {
+                    readCategory(g, c);
+                } catch (const JsonShapeError& e) {
+                    refused = e.what();
+                }
+            }
+        }
+        addReadList(top, object, key, count);
+        return true;
     });
+    const TreeValue value(top, root);
     readCatalogueHeader(value, catalogue.header);
+    (void)arrayField(value, "groups", kFoodGroupCount);
     if (refused) {
         shapeError(*refused);
-    }
-    const Json& groups = arrayField(value, "groups", kFoodGroupCount);
-    for (std::size_t g = 0; g < kFoodGroupCount; ++g) {
-        if (!groups[g].is_array()) {
-            shapeError(groupName(g) + " must be a list of categories");
-        }
     }
 }
 

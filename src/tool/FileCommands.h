@@ -21,9 +21,11 @@ void readUserFileJson(const Json& value, UserFile& file);
 void readCatalogueJson(const Json& value, FoodCatalogue& catalogue);
 // The same readers over a stream, keeping only the records as they are parsed (never the whole
 // document). They refuse the same documents as the readers above, with the same error for a
-// document with one fault; with several, the header's come first, then the first one met.
-void readUserFileJson(std::istream& in, UserFile& file);
-void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue);
+// document with one fault; with several, the header's come first, then the first one met. A
+// document that is not JSON throws JsonSyntaxError. `block` is how much is read at a time.
+void readUserFileJson(std::istream& in, UserFile& file, std::size_t block = std::size_t{1} << 20);
+void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue,
+                       std::size_t block = std::size_t{1} << 20);
 [[nodiscard]] Json userListJson(const UserListFile& list);
 void readUserListJson(const Json& value, UserListFile& list);
 

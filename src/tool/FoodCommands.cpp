@@ -3,18 +3,16 @@
 #include <iostream>
 #include <iterator>
 #include <optional>
-#include <span>
 #include <string>
 
 #include "core/Cp1252.h"
 #include "core/FoodCatalogue.h"
 #include "foods/FoodCsv.h"
+#include "session/FoodCsvFiles.h"
 #include "session/Session.h"
-#include "storage/CatalogueFile.h"
+#include "session/UserCatalogue.h"
 #include "storage/CatalogueStorage.h"
 #include "storage/DataRoot.h"
-#include "storage/FileIo.h"
-#include "storage/UserList.h"
 #include "tool/UserLookup.h"
 
 namespace nutrovex::tool {
@@ -75,22 +73,23 @@ std::optional<FoodArgs> parseArgs(Args args, bool import, std::ostream& err, int
     return parsed;
 }
 
-// Reads the catalogue at path without side effects; false (with the reason on err) on failure.
-bool readCatalogueAt(FoodCatalogue& catalogue, const std::filesystem::path& path,
+// Loads the user's catalogue as the program finds it, without writing anything; false (with the
+// reason on err) when it cannot be read, or is missing where missing refuses it.
+bool loadCatalogueOf(const UserFiles& files, FoodCatalogue& catalogue, MissingCatalogue missing,
                      std::ostream& err) {
-    catalogue.filePath = path;
-    catalogue.folderPath = path.parent_path();
-    const CatalogueLoadResult loaded = loadCatalogue(catalogue, {});
-    if (loaded.outcome != CatalogueLoad::Read) {
-        err << path.string() << ": " << loaded.status.message() << "\n";
+    const UserCatalogueLoad loaded = loadUserCatalogue(catalogue, files.users, files.userFile,
+                                                       templateCataloguePath(files.root), missing);
+    if (loaded.missing && missing == MissingCatalogue::Refuse) {
+        err << catalogue.filePath.string()
+            << ": the user has no food catalogue yet (it is made when the user is first opened)\n";
+        return false;
+    }
+    if (loaded.outcome == CatalogueLoad::Failed) {
+        err << (loaded.failed.empty() ? std::string() : loaded.failed.string() + ": ")
+            << loaded.status.message() << "\n";
         return false;
     }
     return true;
-}
-
-bool fileExists(const std::filesystem::path& path) {
-    std::error_code ec;
-    return std::filesystem::exists(path, ec);
 }
 
 }  // namespace
@@ -106,62 +105,40 @@ int importFoods(const GlobalOptions& options, Args args, std::ostream& out, std:
     if (!files) {
         return kExitDataError;
     }
-    const std::filesystem::path& path = files->catalogue;
     removeStaleSaves(files->folder);
 
-    std::string csv;
+    FoodCsvText csv;
     if (*parsed->csvPath == "-") {
-        csv.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
+        csv.name = "stdin";
+        csv.text.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
     } else {
-        ByteBuffer bytes;
-        StorageError error;
-        const ReadFile read = readWholeFile(*parsed->csvPath, bytes, error);
-        if (read != ReadFile::Read) {
-            err << *parsed->csvPath << ": "
-                << (read == ReadFile::Missing ? "there is no such file" : error.message()) << "\n";
+        csv = readFoodCsvFile(*parsed->csvPath);
+        if (!csv.failure.empty()) {
+            err << csv.name << ": " << csv.failure << "\n";
             return kExitDataError;
         }
-        csv.assign(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     }
 
     // A user without a catalogue yet gets the template's foods first, as the program would.
     FoodCatalogue catalogue;
-    const std::filesystem::path templatePath = templateCataloguePath(files->root);
-    if (fileExists(path)) {
-        if (!readCatalogueAt(catalogue, path, err)) {
-            return kExitDataError;
-        }
-    } else if (fileExists(templatePath) && !readCatalogueAt(catalogue, templatePath, err)) {
+    if (!loadCatalogueOf(*files, catalogue, MissingCatalogue::UseTemplate, err)) {
         return kExitDataError;
     }
-    catalogue.filePath = path;
-    catalogue.folderPath = path.parent_path();
-
-    const ImportReport report = importFoodsCsv(catalogue, csv);
-    const std::string source = *parsed->csvPath == "-" ? "stdin" : *parsed->csvPath;
-    if (!report.fileRefusal.empty()) {
-        err << source << ":" << report.fileLine << ": " << report.fileRefusal << "\n";
+    const FoodCsvImportResult imported = importFoodCsv(catalogue, csv);
+    for (const std::string& line : imported.lines) {
+        err << line << "\n";
+    }
+    if (imported.refusedWhole()) {
         return kExitDataError;
     }
-    for (const ImportRefusal& n : report.notes) {
-        err << source << ":" << n.line << ": note: " << n.reason << "\n";
-    }
-    for (const ImportRefusal& r : report.refused) {
-        err << source << ":" << r.line << ": " << r.reason << "\n";
-    }
-    if (report.notices().catalogue) {
+    if (imported.notices.catalogue) {
         if (const StorageStatus saved = saveCatalogue(catalogue); !saved) {
             err << saved.message() << "\n";
             return kExitDataError;
         }
     }
-    const auto counted = [](std::size_t n, const char* one, const char* many) {
-        return std::to_string(n) + " " + (n == 1 ? one : many);
-    };
-    out << "added " << counted(report.foodsAdded, "food item", "food items") << " and "
-        << counted(report.categoriesAdded, "category", "categories") << "; refused "
-        << counted(report.refused.size(), "row", "rows") << "\n";
-    return report.refused.empty() ? kExitOk : kExitDataError;
+    out << imported.summary << "\n";
+    return imported.allAdded() ? kExitOk : kExitDataError;
 }
 
 int exportFoods(const GlobalOptions& options, Args args, std::ostream& out, std::ostream& err) {
@@ -175,26 +152,16 @@ int exportFoods(const GlobalOptions& options, Args args, std::ostream& out, std:
     if (!files) {
         return kExitDataError;
     }
-    const std::filesystem::path& path = files->catalogue;
-    if (!fileExists(path)) {
-        err << path.string()
-            << ": the user has no food catalogue yet (it is made when the user is first opened)\n";
-        return kExitDataError;
-    }
     FoodCatalogue catalogue;
-    if (!readCatalogueAt(catalogue, path, err)) {
+    if (!loadCatalogueOf(*files, catalogue, MissingCatalogue::Refuse, err)) {
         return kExitDataError;
     }
-    const std::string csv = foodsCsv(catalogue);
     if (!parsed->csvPath) {
-        out << csv;
+        out << foodsCsv(catalogue);
         out.flush();
         return out ? kExitOk : kExitDataError;
     }
-    const auto* data = reinterpret_cast<const uint8_t*>(csv.data());
-    if (const StorageStatus written = writeFileAtomically(
-            *parsed->csvPath, std::span<const uint8_t>(data, csv.size()), false);
-        !written) {
+    if (const StorageStatus written = exportFoodCsvFile(catalogue, *parsed->csvPath); !written) {
         err << written.message() << "\n";
         return kExitDataError;
     }

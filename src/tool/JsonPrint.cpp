@@ -93,7 +93,7 @@ void appendServing(std::string& out, const ServingQuantity& s) {
     out += "{\"amount\": ";
     appendFloatText(out, s.amount);
     out += ", \"unit\": ";
-    appendInt(out, s.unit);
+    appendInt(out, unitByte(s.unit));
     out += ", \"sub\": ";
     appendInt(out, s.sub);
     out += '}';

@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "core/Cp1252.h"
+#include "tool/JsonStream.h"
 
 namespace nutrovex::tool {
 
@@ -24,7 +25,7 @@ thread_local bool exactNanBits = false;
 constexpr uint32_t kPlainNan = 0x7FC00000;
 
 // "nan(0x7fa00001)": a NaN with its exact bits.
-bool nanWithBits(const std::string& s, float& out) {
+bool nanWithBits(std::string_view s, float& out) {
     if (s.size() != 15 || !s.starts_with("nan(0x") || s.back() != ')') {
         return false;
     }
@@ -57,102 +58,15 @@ Json parseJson(std::string_view text) {
             inString = true;
         } else if (c == '-' && i + 1 < text.size() && text[i + 1] == '0' &&
                    (i + 2 == text.size() ||
-                    std::string_view(",]} \t\r\n").find(text[i + 2]) != std::string_view::npos)) {
+                    std::string_view(",]} \t\r\n").find(text[i + 2]) != std::string_view::npos) &&
+                   (i == 0 ||
+                    std::string_view("[,: \t\r\n").find(text[i - 1]) != std::string_view::npos)) {
+            // Only where a value starts: the "-0" of an exponent ("1e-0") is left alone.
             fixed += "0.0";
             ++i;
         }
     }
     return Json::parse(fixed);
-}
-
-namespace {
-
-// A stream's characters with a negative zero number written out as "-0.0", as parseJson does,
-// converted a block at a time so that the parser reads them from memory.
-class MinusZeroBuffer : public std::streambuf {
-public:
-    explicit MinusZeroBuffer(std::streambuf* in) : m_in(in) {}
-
-protected:
-    int_type underflow() override {
-        while (gptr() == egptr()) {
-            if (m_end) {
-                return traits_type::eof();
-            }
-            fill();
-            setg(m_out.data(), m_out.data(), m_out.data() + m_out.size());
-        }
-        return traits_type::to_int_type(*gptr());
-    }
-
-private:
-    static constexpr std::size_t kBlock = std::size_t{1} << 16;
-
-    static bool endsNumber(char c) {
-        return std::string_view(",]} \t\r\n").find(c) != std::string_view::npos;
-    }
-
-    // Converts the next block; a '-' too near its end to decide waits for the next one.
-    void fill() {
-        m_raw.swap(m_held);
-        m_held.clear();
-        const std::size_t held = m_raw.size();
-        m_raw.resize(held + kBlock);
-        const std::streamsize got = m_in->sgetn(m_raw.data() + held, kBlock);
-        m_raw.resize(held + static_cast<std::size_t>(std::max<std::streamsize>(got, 0)));
-        const bool last = got <= 0;
-        const char* raw = m_raw.data();
-        const std::size_t n = m_raw.size();
-        m_out.resize(2 * n);  // "-0" becomes "-0.0": never more than twice as long
-        char* out = m_out.data();
-        for (std::size_t i = 0; i < n; ++i) {
-            const char c = raw[i];
-            if (m_inString) {
-                if (m_escaped) {
-                    m_escaped = false;
-                } else if (c == '\\') {
-                    m_escaped = true;
-                } else if (c == '"') {
-                    m_inString = false;
-                }
-            } else if (c == '"') {
-                m_inString = true;
-            } else if (c == '-') {
-                if (i + 2 >= n && !last) {
-                    m_held.assign(raw + i, n - i);
-                    break;
-                }
-                if (i + 1 < n && raw[i + 1] == '0' && (i + 2 == n || endsNumber(raw[i + 2]))) {
-                    out = std::copy_n("-0.0", 4, out);
-                    ++i;
-                    continue;
-                }
-            }
-            *out++ = c;
-        }
-        m_out.resize(static_cast<std::size_t>(out - m_out.data()));
-        m_end = last && m_held.empty();
-    }
-
-    std::streambuf* m_in;
-    std::string m_raw;
-    std::string m_out;
-    std::string m_held;
-    bool m_inString = false;
-    bool m_escaped = false;
-    bool m_end = false;
-};
-
-}  // namespace
-
-Json parseJson(std::istream& in, const Json::parser_callback_t& callback) {
-    MinusZeroBuffer buffer(in.rdbuf());
-    std::istream converted(&buffer);
-    Json value = Json::parse(converted, callback);
-    if (converted.bad()) {
-        in.setstate(std::ios::badbit);
-    }
-    return value;
 }
 
 namespace {
@@ -266,15 +180,89 @@ std::string compactJson(const Json& value) {
     return out;
 }
 
+namespace {
+
+[[noreturn]] void notAnObjectHolding(const char* name) {
+    shapeError(std::string("expected an object holding '") + name + "'");
+}
+
+[[noreturn]] void missingField(const char* name) {
+    shapeError(std::string("missing field '") + name + "'");
+}
+
+double doubleOf(const Json& value) {
+    return value.get<double>();
+}
+
+double doubleOf(const TreeValue& value) {
+    return value.asDouble();
+}
+
+uint64_t unsignedOf(const Json& value) {
+    return value.get<uint64_t>();
+}
+
+uint64_t unsignedOf(const TreeValue& value) {
+    return value.asUnsigned();
+}
+
+int64_t signedOf(const Json& value) {
+    return value.get<int64_t>();
+}
+
+int64_t signedOf(const TreeValue& value) {
+    return value.asSigned();
+}
+
+}  // namespace
+
+std::string_view stringOf(const Json& value) {
+    return value.get_ref<const std::string&>();
+}
+
+std::string_view stringOf(const TreeValue& value) {
+    return value.string();
+}
+
 const Json& field(const Json& object, const char* name) {
     if (!object.is_object()) {
-        shapeError(std::string("expected an object holding '") + name + "'");
+        notAnObjectHolding(name);
     }
     const auto it = object.find(name);
     if (it == object.end()) {
-        shapeError(std::string("missing field '") + name + "'");
+        missingField(name);
     }
     return *it;
+}
+
+namespace {
+
+// A field name's number, remembered by where the name lies: the readers ask with the same few
+// literals, millions of times in a large file.
+uint8_t keyIdOf(const char* name) {
+    struct Known {
+        const char* name = nullptr;
+        uint8_t id = 0;
+    };
+    thread_local Known known[256];
+    Known& k = known[(reinterpret_cast<std::uintptr_t>(name) >> 1) & 255];
+    if (k.name != name) {
+        k = {name, jsonKeyId(name)};
+    }
+    return k.id;
+}
+
+}  // namespace
+
+TreeValue field(const TreeValue& object, const char* name) {
+    if (!object.is_object()) {
+        notAnObjectHolding(name);
+    }
+    TreeValue found = object;
+    if (!object.find(keyIdOf(name), found)) {
+        missingField(name);
+    }
+    return found;
 }
 
 bool boolField(const Json& object, const char* name) {
@@ -313,18 +301,18 @@ std::string stringField(const Json& object, const char* name) {
     return v.get<std::string>();
 }
 
-template <typename T>
-T intValue(const Json& value, const char* what) {
-    if (value.is_number_float() && value.get<double>() == 0.0) {
+template <typename T, typename Value>
+T intValue(const Value& value, const char* what) {
+    if (value.is_number_float() && doubleOf(value) == 0.0) {
         return T{0};  // "-0", which parseJson reads as a float
     }
     if (value.is_number_unsigned()) {
-        const auto u = value.get<uint64_t>();
+        const auto u = unsignedOf(value);
         if (u <= static_cast<uint64_t>(std::numeric_limits<T>::max())) {
             return static_cast<T>(u);
         }
     } else if (value.is_number_integer()) {
-        const auto i = value.get<int64_t>();
+        const auto i = signedOf(value);
         if (i >= static_cast<int64_t>(std::numeric_limits<T>::min()) &&
             i <= static_cast<int64_t>(std::numeric_limits<T>::max())) {
             return static_cast<T>(i);
@@ -341,6 +329,10 @@ template int16_t intValue<int16_t>(const Json&, const char*);
 template uint32_t intValue<uint32_t>(const Json&, const char*);
 template int32_t intValue<int32_t>(const Json&, const char*);
 template int64_t intValue<int64_t>(const Json&, const char*);
+template uint8_t intValue<uint8_t>(const TreeValue&, const char*);
+template uint16_t intValue<uint16_t>(const TreeValue&, const char*);
+template int16_t intValue<int16_t>(const TreeValue&, const char*);
+template uint32_t intValue<uint32_t>(const TreeValue&, const char*);
 
 ExactNanBits::ExactNanBits() : m_previous(exactNanBits) {
     exactNanBits = true;
@@ -421,12 +413,13 @@ void appendFloatText(std::string& out, float value) {
     out += cache.text(value);
 }
 
-float floatValue(const Json& value, const char* what) {
+template <typename Value>
+float floatValue(const Value& value, const char* what) {
     if (value.is_number()) {
-        return static_cast<float>(value.get<double>());
+        return static_cast<float>(doubleOf(value));
     }
     if (value.is_string()) {
-        const auto s = value.get<std::string>();
+        const std::string_view s = stringOf(value);
         if (s == "nan") {
             return std::numeric_limits<float>::quiet_NaN();
         }
@@ -466,14 +459,21 @@ void appendTextJson(std::string& out, const Text& text) {
     out += jsonStringText(cp1252ToUtf8(bytes));
 }
 
-Text textValue(const Json& value, const char* what) {
+template <typename Value>
+Text textValue(const Value& value, const char* what) {
     if (value.is_null()) {
         return Text::null();
     }
     if (!value.is_string()) {
         shapeError(std::string("'") + what + "' must be a string or null");
     }
-    auto bytes = utf8ToCp1252(value.get_ref<const std::string&>());
+    const std::string_view utf8 = stringOf(value);
+    if (utf8.size() < 0xFFFF && std::all_of(utf8.begin(), utf8.end(), [](char c) {
+            return static_cast<unsigned char>(c) < 0x80;
+        })) {
+        return Text(utf8);  // ASCII is the same in both
+    }
+    auto bytes = utf8ToCp1252(utf8);
     if (!bytes) {
         shapeError(std::string("'") + what + "' holds a character that Windows-1252 cannot store");
     }
@@ -495,7 +495,8 @@ Json dateJson(const CalendarDate& date) {
     return Json::array({date.month, date.day, date.year});
 }
 
-void readDate(const Json& value, CalendarDate& date, const char* what) {
+template <typename Value>
+void readDate(const Value& value, CalendarDate& date, const char* what) {
     if (!value.is_array() || value.size() != 3) {
         shapeError(std::string("'") + what + "' must be [month, day, year]");
     }
@@ -514,18 +515,19 @@ CalendarDate dateField(const Json& object, const char* name) {
 Json servingJson(const ServingQuantity& s) {
     Json j;
     j["amount"] = floatJson(s.amount);
-    j["unit"] = s.unit;
+    j["unit"] = unitByte(s.unit);
     j["sub"] = s.sub;
     return j;
 }
 
-ServingQuantity servingValue(const Json& value, const char* what) {
+template <typename Value>
+ServingQuantity servingValue(const Value& value, const char* what) {
     if (!value.is_object()) {
         shapeError(std::string("'") + what + "' must be {\"amount\", \"unit\", \"sub\"}");
     }
     ServingQuantity s;
     s.amount = floatField(value, "amount");
-    s.unit = intField<uint8_t>(value, "unit");
+    s.unit = unitFromByte(intField<uint8_t>(value, "unit"));
     s.sub = intField<uint8_t>(value, "sub");
     return s;
 }
@@ -538,7 +540,8 @@ Json nutrientsJson(const Nutrients& n) {
     return j;
 }
 
-Nutrients nutrientsValue(const Json& value, const char* what) {
+template <typename Value>
+Nutrients nutrientsValue(const Value& value, const char* what) {
     if (!value.is_array() || value.size() != kNutrientCount) {
         shapeError(std::string("'") + what + "' must be a list of six numbers");
     }
@@ -565,7 +568,8 @@ Json foodJson(const FoodItem& food) {
     return j;
 }
 
-FoodItem foodValue(const Json& value) {
+template <typename Value>
+FoodItem foodValue(const Value& value) {
     FoodItem f;
     f.key.value = intField<uint32_t>(value, "key");
     f.loggedFlag = intField<uint8_t>(value, "flag");
@@ -594,7 +598,8 @@ Json exerciseJson(const ExerciseEntry& e) {
     return j;
 }
 
-ExerciseEntry exerciseValue(const Json& value) {
+template <typename Value>
+ExerciseEntry exerciseValue(const Value& value) {
     ExerciseEntry e;
     e.key.value = intField<uint32_t>(value, "key");
     e.byte = intField<uint8_t>(value, "byte");
@@ -629,7 +634,8 @@ Json profileJson(const UserProfile& profile) {
     return j;
 }
 
-void readProfileForCalc(const Json& value, UserProfile& profile) {
+template <typename Value>
+void readProfileForCalc(const Value& value, UserProfile& profile) {
     ProfileFields& p = profile.rawFields();
     p.height = floatField(value, "height");
     p.age = intField<int16_t>(value, "age");
@@ -641,16 +647,17 @@ void readProfileForCalc(const Json& value, UserProfile& profile) {
     p.units = intField<uint16_t>(value, "units");
 }
 
-void readProfile(const Json& value, UserProfile& profile) {
+template <typename Value>
+void readProfile(const Value& value, UserProfile& profile) {
     readProfileForCalc(value, profile);
     ProfileFields& p = profile.rawFields();
     p.byte = intField<uint8_t>(value, "byte");
     p.text1 = textField(value, "text1");
     p.displayName = textField(value, "displayName");
     p.userName = textField(value, "userName");
-    const Json& plan = field(value, "plan");
+    const auto& plan = field(value, "plan");
     p.plan.valid = intField<uint8_t>(plan, "byte");
-    const Json& values = field(plan, "values");
+    const auto& values = field(plan, "values");
     if (!values.is_array() || values.size() != 3) {
         shapeError("'values' of the plan must be a list of three numbers");
     }
@@ -689,7 +696,8 @@ Json dayJson(const DayRecord& day) {
     return j;
 }
 
-void readDay(const Json& value, DayRecord& day) {
+template <typename Value>
+void readDay(const Value& value, DayRecord& day) {
     DayFields& d = day.rawFields();
     readDate(field(value, "date"), d.date, "date");
     d.weight = floatField(value, "weight");
@@ -699,7 +707,7 @@ void readDay(const Json& value, DayRecord& day) {
     d.bmr = intField<int16_t>(value, "bmr");
     d.flags = intField<uint16_t>(value, "flags");
     d.totals = nutrientsValue(field(value, "totals"), "totals");
-    const Json& groups = field(value, "groups");
+    const auto& groups = field(value, "groups");
     if (!groups.is_array() || groups.size() != kFoodGroupCount) {
         shapeError("'groups' must be a list of eight food lists");
     }
@@ -708,18 +716,40 @@ void readDay(const Json& value, DayRecord& day) {
             shapeError("each of 'groups' must be a list of foods");
         }
         d.groups[g].clear();
-        for (const Json& f : groups[g]) {
+        for (const auto& f : groups[g]) {
             d.groups[g].push_back(foodValue(f));
         }
     }
-    const Json& exercises = field(value, "exercises");
+    const auto& exercises = field(value, "exercises");
     if (!exercises.is_array()) {
         shapeError("'exercises' must be a list");
     }
     d.exercises.clear();
-    for (const Json& e : exercises) {
+    for (const auto& e : exercises) {
         d.exercises.push_back(exerciseValue(e));
     }
 }
+
+// The readers for both kinds of value.
+template float floatValue(const Json&, const char*);
+template float floatValue(const TreeValue&, const char*);
+template Text textValue(const Json&, const char*);
+template Text textValue(const TreeValue&, const char*);
+template void readDate(const Json&, CalendarDate&, const char*);
+template void readDate(const TreeValue&, CalendarDate&, const char*);
+template ServingQuantity servingValue(const Json&, const char*);
+template ServingQuantity servingValue(const TreeValue&, const char*);
+template Nutrients nutrientsValue(const Json&, const char*);
+template Nutrients nutrientsValue(const TreeValue&, const char*);
+template FoodItem foodValue(const Json&);
+template FoodItem foodValue(const TreeValue&);
+template ExerciseEntry exerciseValue(const Json&);
+template ExerciseEntry exerciseValue(const TreeValue&);
+template void readProfileForCalc(const Json&, UserProfile&);
+template void readProfileForCalc(const TreeValue&, UserProfile&);
+template void readProfile(const Json&, UserProfile&);
+template void readProfile(const TreeValue&, UserProfile&);
+template void readDay(const Json&, DayRecord&);
+template void readDay(const TreeValue&, DayRecord&);
 
 }  // namespace nutrovex::tool

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <istream>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
@@ -12,6 +11,7 @@
 #include "core/ServingQuantity.h"
 #include "core/Text.h"
 #include "core/UserProfile.h"
+#include "tool/JsonStream.h"
 
 namespace nutrovex::tool {
 
@@ -27,9 +27,8 @@ public:
 // a number beyond a double. "-0" keeps its sign: it is how a negative zero is written.
 [[nodiscard]] Json parseJson(std::string_view text);
 
-// The same from a stream, read as it is parsed; `callback` may drop values as they are
-// finished (see nlohmann's parser callbacks), so a document of any size can be read in parts.
-[[nodiscard]] Json parseJson(std::istream& in, const Json::parser_callback_t& callback);
+// The readers below take a value of a whole document or of one read record by record
+// (TreeValue, JsonStream.h) and read both alike.
 
 // JSON text as the tool prints it: floating numbers in their shortest round-trip form (a
 // whole number keeps ".0"), strings escaped, no blanks between tokens.
@@ -40,15 +39,19 @@ public:
 
 // Field access that names what is missing or of the wrong kind.
 const Json& field(const Json& object, const char* name);
+[[nodiscard]] TreeValue field(const TreeValue& object, const char* name);
 [[nodiscard]] bool boolField(const Json& object, const char* name);
 [[nodiscard]] double doubleField(const Json& object, const char* name);
 [[nodiscard]] std::string stringField(const Json& object, const char* name);  // UTF-8 as given
+// A string value's UTF-8.
+[[nodiscard]] std::string_view stringOf(const Json& value);
+[[nodiscard]] std::string_view stringOf(const TreeValue& value);
 
 // Integers, range-checked into the record's width.
-template <typename T>
-[[nodiscard]] T intValue(const Json& value, const char* what);
-template <typename T>
-[[nodiscard]] T intField(const Json& object, const char* name) {
+template <typename T, typename Value>
+[[nodiscard]] T intValue(const Value& value, const char* what);
+template <typename T, typename Value>
+[[nodiscard]] T intField(const Value& object, const char* name) {
     return intValue<T>(field(object, name), name);
 }
 
@@ -70,8 +73,10 @@ private:
 // floatJson's text appended straight: what scalarJsonText(floatJson(value)) gives, without the
 // JSON value.
 void appendFloatText(std::string& out, float value);
-[[nodiscard]] float floatValue(const Json& value, const char* what);
-[[nodiscard]] inline float floatField(const Json& object, const char* name) {
+template <typename Value>
+[[nodiscard]] float floatValue(const Value& value, const char* what);
+template <typename Value>
+[[nodiscard]] float floatField(const Value& object, const char* name) {
     return floatValue(field(object, name), name);
 }
 
@@ -79,8 +84,10 @@ void appendFloatText(std::string& out, float value);
 [[nodiscard]] Json textJson(const Text& text);
 // textJson's text appended straight: "null" or the quoted, escaped UTF-8.
 void appendTextJson(std::string& out, const Text& text);
-[[nodiscard]] Text textValue(const Json& value, const char* what);
-[[nodiscard]] inline Text textField(const Json& object, const char* name) {
+template <typename Value>
+[[nodiscard]] Text textValue(const Value& value, const char* what);
+template <typename Value>
+[[nodiscard]] Text textField(const Value& object, const char* name) {
     return textValue(field(object, name), name);
 }
 [[nodiscard]] std::string cp1252Field(const Json& object, const char* name);
@@ -88,27 +95,35 @@ void appendTextJson(std::string& out, const Text& text);
 // A date is [month, day, year] as stored.
 [[nodiscard]] Json dateJson(const CalendarDate& date);
 // Sets month, day and year of date; its clock parts stay as they are.
-void readDate(const Json& value, CalendarDate& date, const char* what);
+template <typename Value>
+void readDate(const Value& value, CalendarDate& date, const char* what);
 [[nodiscard]] CalendarDate dateField(const Json& object, const char* name);
 
 [[nodiscard]] Json servingJson(const ServingQuantity& s);
-[[nodiscard]] ServingQuantity servingValue(const Json& value, const char* what);
+template <typename Value>
+[[nodiscard]] ServingQuantity servingValue(const Value& value, const char* what);
 
 [[nodiscard]] Json foodJson(const FoodItem& food);
-[[nodiscard]] FoodItem foodValue(const Json& value);
+template <typename Value>
+[[nodiscard]] FoodItem foodValue(const Value& value);
 [[nodiscard]] Json exerciseJson(const ExerciseEntry& entry);
-[[nodiscard]] ExerciseEntry exerciseValue(const Json& value);
+template <typename Value>
+[[nodiscard]] ExerciseEntry exerciseValue(const Value& value);
 [[nodiscard]] Json nutrientsJson(const Nutrients& n);
-[[nodiscard]] Nutrients nutrientsValue(const Json& value, const char* what);
+template <typename Value>
+[[nodiscard]] Nutrients nutrientsValue(const Value& value, const char* what);
 
 [[nodiscard]] Json profileJson(const UserProfile& profile);
 // Reads every field of the dump's profile object.
-void readProfile(const Json& value, UserProfile& profile);
+template <typename Value>
+void readProfile(const Value& value, UserProfile& profile);
 // Reads the fields that calculations use (height, age, gender, weights and dates, units); the
 // rest keep their defaults.
-void readProfileForCalc(const Json& value, UserProfile& profile);
+template <typename Value>
+void readProfileForCalc(const Value& value, UserProfile& profile);
 
 [[nodiscard]] Json dayJson(const DayRecord& day);
-void readDay(const Json& value, DayRecord& day);
+template <typename Value>
+void readDay(const Value& value, DayRecord& day);
 
 }  // namespace nutrovex::tool

@@ -170,7 +170,7 @@ int exportLog(const GlobalOptions& options, Args args, std::ostream& out, std::o
     }
     const auto* data = reinterpret_cast<const uint8_t*>(csv.data());
     const StorageStatus written =
-        writeFileAtomically(*csvPath, std::span<const uint8_t>(data, csv.size()), false);
+        writeOutputFile(*csvPath, std::span<const uint8_t>(data, csv.size()));
     if (!written) {
         err << written.message() << "\n";
         return kExitDataError;

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "core/CalendarDate.h"
-#include "storage/FileIo.h"
 #include "tool/Commands.h"
 #include "tool/DemoLogbook.h"
 #include "tool/FileCommands.h"
@@ -116,7 +115,6 @@ void printUsage(std::ostream& out) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    nutrovex::tuneHeapForLargeLoads();
     // Past a file-size limit a write then fails with EFBIG, which a save reports and cleans up
     // after, instead of the process dying without a word.
     std::signal(SIGXFSZ, SIG_IGN);

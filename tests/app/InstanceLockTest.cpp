@@ -159,6 +159,16 @@ TEST_F(InstanceLock, ALockLeftByAKilledCopyIsTakenOver) {
     EXPECT_TRUE(holdsLock(base / "root", next.pid()));
 }
 
+TEST_F(InstanceLock, DeletingTheLockFileLetsNoSecondCopyIn) {
+    Program first(base / "root");
+    ASSERT_TRUE(eventually([&] { return holdsLock(base / "root", first.pid()); }));
+    ASSERT_TRUE(fs::remove(base / "root" / kLockFileName));
+    Program second(base / "root");
+    ASSERT_TRUE(eventually([&] { return !second.running(); }));
+    EXPECT_EQ(second.exitStatus(), 0);
+    EXPECT_TRUE(first.running());
+}
+
 TEST_F(InstanceLock, TwoRootsRunSideBySide) {
     Program one(base / "one");
     Program two(base / "two");

@@ -209,18 +209,21 @@ TEST(UserStore, DayListKeepsDateOrderAndSameDatesInInsertionOrder) {
 
 TEST(FoodItem, RatioUsesTheReferenceOfTheServingsFamily) {
     FoodItem f;
-    f.setReference({100.0f, 12, 0});     // 100 g: weight reference
-    f.setReference({1.0f, 3, 0}, true);  // 1 cup: volume reference, keeping the other
-    EXPECT_EQ(f.ref1, (ServingQuantity{100.0f, 12, 0}));
-    EXPECT_EQ(f.ref2, (ServingQuantity{1.0f, 3, 0}));
-    f.setServing({2.0f, 10, 0});  // 2 oz against 100 g
+    f.setReference({100.0f, ServingUnit::Gram, 0});  // 100 g: weight reference
+    f.setReference({1.0f, ServingUnit::Cup, 0},
+                   true);  // 1 cup: volume reference, keeping the other
+    EXPECT_EQ(f.ref1, (ServingQuantity{100.0f, ServingUnit::Gram, 0}));
+    EXPECT_EQ(f.ref2, (ServingQuantity{1.0f, ServingUnit::Cup, 0}));
+    f.setServing({2.0f, ServingUnit::Ounce, 0});  // 2 oz against 100 g
     EXPECT_NEAR(f.ratio, 0.567f, 0.0005f);
-    f.setServing({0.5f, 3, 0});  // half a cup against the cup
+    f.setServing({0.5f, ServingUnit::Cup, 0});  // half a cup against the cup
     EXPECT_EQ(f.ratio, 0.5f);
-    f.setServing({3.0f, 14, 0});  // items measure against the volume-or-item reference
-    EXPECT_EQ(f.ratio, 1.0f);     // cup to item is impossible: factor 1
+    f.setServing(
+        {3.0f, ServingUnit::Item, 0});  // items measure against the volume-or-item reference
+    EXPECT_EQ(f.ratio, 1.0f);           // cup to item is impossible: factor 1
 
-    f.setReference({50.0f, 12, 0});  // without keeping, the volume reference is cleared
+    f.setReference(
+        {50.0f, ServingUnit::Gram, 0});  // without keeping, the volume reference is cleared
     EXPECT_EQ(f.ref2, ServingQuantity{});
 }
 

@@ -324,10 +324,10 @@ TEST(FoodLogRows, RowsOfADayWithFoodsAndExercises) {
     DayRecord day(CalendarDate::fromDmy(3, 5, 2002));
     FoodItem bagel = logged("Bagel", 0, 5, 1);
     bagel.nutrients = {245.0f, 48.0f, 2.0f, 10.0f, 1.5f, 0.25f};
-    bagel.setServing({1.5f, 14, 0});  // ratio 1.5
+    bagel.setServing({1.5f, ServingUnit::Item, 0});  // ratio 1.5
     ASSERT_NE(insertLoggedFood(day, bagel, 5, kSortByMeal), kNoPosition);
-    FoodItem odd = logged("Anchovy", 9, 5, 2);  // a meal code with no name
-    odd.setServing({2.0f, 12, 0});              // grams against an item reference: ratio 1
+    FoodItem odd = logged("Anchovy", 9, 5, 2);     // a meal code with no name
+    odd.setServing({2.0f, ServingUnit::Gram, 0});  // grams against an item reference: ratio 1
     ASSERT_NE(insertLoggedFood(day, odd, 5, kSortByMeal), kNoPosition);
     ExerciseEntry run;
     run.name = "Running";

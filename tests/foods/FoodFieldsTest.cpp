@@ -14,9 +14,9 @@ FoodItem rice() {
     FoodItem f;
     f.name = "Rice";
     f.text2 = "Rice";
-    f.setReference({100.0f, 12, 0});
-    f.setReference({1.0f, 3, 0}, true);
-    f.setServing({100.0f, 12, 0});
+    f.setReference({100.0f, ServingUnit::Gram, 0});
+    f.setReference({1.0f, ServingUnit::Cup, 0}, true);
+    f.setServing({100.0f, ServingUnit::Gram, 0});
     f.nutrients = {130.0f, 28.0f, 0.4f, 2.7f, 0.3f, 0.1f};
     return f;
 }
@@ -24,7 +24,7 @@ FoodItem rice() {
 FoodValueFields validFields() {
     FoodValueFields f;
     f.units = allUnits();
-    f.unitIndex = 12;
+    f.unitIndex = unitByte(ServingUnit::Gram);
     f.amount = 1.0;
     f.calories = 100;
     for (int n = 1; n < kNutrientCount; ++n) {
@@ -122,28 +122,30 @@ TEST(FoodFields, SettersClampAndReportOnlyATopClamp) {
     EXPECT_FLOAT_EQ(f.nutrients[kFat], 0.0f);
 }
 
+// The units from first to last, in list order.
+std::vector<ServingUnit> unitsFrom(ServingUnit first, ServingUnit last) {
+    return {kServingUnits.begin() + unitByte(first), kServingUnits.begin() + unitByte(last) + 1};
+}
+
 TEST(FoodFields, UnitsOfferedForLoggingFollowTheReferences) {
     FoodItem both = rice();
-    std::vector<uint8_t> expected;
-    for (uint8_t u = 0; u < 14; ++u) {
-        expected.push_back(u);
-    }
-    EXPECT_EQ(loggingUnits(both), expected);  // volume by the cup, weight by the grams
+    // Volume by the cup, weight by the grams.
+    EXPECT_EQ(loggingUnits(both), unitsFrom(ServingUnit::Pinch, ServingUnit::Kilogram));
     FoodItem bagel;
-    bagel.setReference({1.0f, 14, 0});
-    bagel.setServing({1.0f, 14, 0});
+    bagel.setReference({1.0f, ServingUnit::Item, 0});
+    bagel.setServing({1.0f, ServingUnit::Item, 0});
     // An item reference allows only the item: volumes and weights would measure against nothing.
-    EXPECT_EQ(loggingUnits(bagel), (std::vector<uint8_t>{14}));
+    EXPECT_EQ(loggingUnits(bagel), std::vector<ServingUnit>{ServingUnit::Item});
     FoodItem unmeasured;  // no reference at all: anything may be logged
-    unmeasured.setServing({1.0f, 14, 0});
+    unmeasured.setServing({1.0f, ServingUnit::Item, 0});
     EXPECT_EQ(loggingUnits(unmeasured), allUnits());
     FoodItem milk;
-    milk.setReference({1.0f, 3, 0});
-    milk.setServing({1.0f, 3, 0});
-    EXPECT_EQ(loggingUnits(milk), (std::vector<uint8_t>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
+    milk.setReference({1.0f, ServingUnit::Cup, 0});
+    milk.setServing({1.0f, ServingUnit::Cup, 0});
+    EXPECT_EQ(loggingUnits(milk), unitsFrom(ServingUnit::Pinch, ServingUnit::Millilitre));
     FoodItem slice = bagel;
-    slice.setReference({30.0f, 12, 0}, true);
-    EXPECT_EQ(loggingUnits(slice), (std::vector<uint8_t>{10, 11, 12, 13, 14}));
+    slice.setReference({30.0f, ServingUnit::Gram, 0}, true);
+    EXPECT_EQ(loggingUnits(slice), unitsFrom(ServingUnit::Ounce, ServingUnit::Item));
 }
 
 TEST(TreeMenus, PasteIntoAFullGroupOrCategorySaysWhy) {

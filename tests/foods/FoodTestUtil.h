@@ -16,8 +16,8 @@ inline FoodItem loggedFood(const char* name, uint16_t meal, uint16_t group, uint
     f.group = group;
     f.key.value = key;
     f.loggedFlag = 1;
-    f.setReference({amount, 14, 0});
-    f.setServing({amount, 14, 0});
+    f.setReference({amount, ServingUnit::Item, 0});
+    f.setServing({amount, ServingUnit::Item, 0});
     f.setNutrient(kCalories, calories);
     return f;
 }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <span>
 #include <sstream>
@@ -41,9 +42,10 @@ TEST(ShippedFoodsCsv, ImportsWithoutARefusalAndExportsTheSameRows) {
     const std::vector<CsvRecord> exported = parseCsv(foodsCsv(catalogue));
     ASSERT_EQ(exported.size(), source.size());
     EXPECT_EQ(exported[0].fields, source[0].fields);
+    ASSERT_EQ(source[0].fields.back(), kFoodCsvGramsColumn);
     for (std::size_t r = 1; r < source.size(); ++r) {
         std::vector<std::string> expected = source[r].fields;
-        ASSERT_EQ(expected.size(), kFoodCsvColumns) << "line " << source[r].line;
+        ASSERT_EQ(expected.size(), kFoodCsvColumns + 1) << "line " << source[r].line;
         expected[0] = kFoodGroupNames[std::stoi(expected[0])];
         EXPECT_EQ(exported[r].fields, expected) << "line " << source[r].line;
     }

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -403,7 +404,7 @@ TEST_F(SessionTest, RenamingTheOpenUserMovesEverythingAndSavesAtOnce) {
     ASSERT_TRUE(s->addUser("Zerbu").ok());
 }
 
-TEST_F(SessionTest, StartUpReturnsToTheRememberedUserWhenListedAndReadable) {
+TEST_F(SessionTest, StartUpReturnsToTheRememberedUserWhenListed) {
     {
         auto s = started();
         ASSERT_TRUE(s->initialLoad().ok());
@@ -422,12 +423,33 @@ TEST_F(SessionTest, StartUpReturnsToTheRememberedUserWhenListedAndReadable) {
         EXPECT_EQ(s->openUserName(), c.opened) << c.remembered;
         EXPECT_EQ(s->rememberedUserName(), c.opened);
     }
-    // A remembered user whose file cannot be read is not opened at start-up.
-    cutShort(root / "Users" / "Ann" / "UserDB.ddb", 1);
-    settings.setCurrentUserName("Ann");
-    auto s = started();
-    (void)s->initialLoad();
-    EXPECT_EQ(s->openUserName(), "Zerbu");
+    // A remembered user whose logbook or catalogue cannot be read is still the one opened: the
+    // failure names her and the file, nothing of hers is saved over, and no other user is made
+    // or remembered in her place.
+    for (const char* file : {"UserDB.ddb", "FoodDB.ddb"}) {
+        const std::vector<uint8_t> whole = fileBytes(root / "Users" / "Ann" / file);
+        cutShort(root / "Users" / "Ann" / file, 1);
+        const std::vector<uint8_t> damaged = fileBytes(root / "Users" / "Ann" / file);
+        const std::vector<uint8_t> list = fileBytes(root / "Users" / "Users.udb");
+        const auto folders = std::distance(fs::directory_iterator(root / "Users"), {});
+        settings.setCurrentUserName("Ann");
+        auto s = started();
+        const SessionStatus loaded = s->initialLoad();
+        EXPECT_NE(loaded.message().find(std::string("User 'Ann': ") + file + ": chunk "),
+                  std::string::npos)
+            << loaded.message();
+        EXPECT_EQ(s->openUserName(), "Ann");
+        EXPECT_EQ(s->rememberedUserName(), "Ann");
+        s->apply(Notices{.userData = true, .catalogue = true});
+        EXPECT_FALSE(s->saveAll().ok());
+        EXPECT_EQ(fileBytes(root / "Users" / "Ann" / file), damaged);
+        EXPECT_EQ(fileBytes(root / "Users" / "Users.udb"), list);
+        EXPECT_EQ(std::distance(fs::directory_iterator(root / "Users"), {}), folders);
+        s.reset();
+        std::ofstream(root / "Users" / "Ann" / file, std::ios::binary | std::ios::trunc)
+            .write(reinterpret_cast<const char*>(whole.data()),
+                   static_cast<std::streamsize>(whole.size()));
+    }
 }
 
 TEST_F(SessionTest, AFirstCatalogueEditKeepsTheShippedFoods) {

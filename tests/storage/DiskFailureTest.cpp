@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <functional>
 
+#include "PrivateMounts.h"
 #include "SaveFaultTestUtil.h"
 #include "storage/CatalogueStorage.h"
 #include "storage/UserStorage.h"
@@ -108,42 +109,6 @@ TEST(DiskFailure, CatalogueSavesUnderAFileSizeLimitFailCleanly) {
     saveUnderFileSizeLimits(dir.path(), {"FoodDB.ddb", [&](bool isNewer) {
                                              return saveCatalogue(isNewer ? newer : older);
                                          }});
-}
-
-// Runs body in a child process with mounts of its own (a user and a mount namespace), where a
-// small tmpfs and a read-only bind can be made without privileges. 77: the system does not allow
-// it. Otherwise the body's exit code; the body reports what went wrong on stderr.
-int inPrivateMounts(const std::function<int()>& body) {
-    const uid_t uid = ::geteuid();
-    const gid_t gid = ::getegid();
-    const pid_t pid = ::fork();
-    if (pid < 0) {
-        return 77;
-    }
-    if (pid == 0) {
-        if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
-            ::_exit(77);
-        }
-        auto write = [](const char* path, const std::string& text) {
-            const int fd = ::open(path, O_WRONLY | O_CLOEXEC);
-            const bool ok = fd >= 0 && ::write(fd, text.data(), text.size()) ==
-                                           static_cast<ssize_t>(text.size());
-            if (fd >= 0) {
-                ::close(fd);
-            }
-            return ok;
-        };
-        if (!write("/proc/self/setgroups", "deny") ||
-            !write("/proc/self/uid_map", "0 " + std::to_string(uid) + " 1") ||
-            !write("/proc/self/gid_map", "0 " + std::to_string(gid) + " 1") ||
-            ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
-            ::_exit(77);
-        }
-        ::_exit(body());
-    }
-    int status = 0;
-    ::waitpid(pid, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
 // In the child: a refused save as expectRefused checks it, reported on stderr.

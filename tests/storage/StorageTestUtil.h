@@ -52,9 +52,9 @@ inline FoodItem sampleFood(uint32_t seed, const char* name = "Bagel") {
     f.loggedFlag = static_cast<uint8_t>(seed % 2);
     f.name = name;
     f.text2 = seed % 3 == 0 ? Text::null() : Text("t2-" + std::to_string(seed));
-    f.serving = {1.5f + static_cast<float>(seed), static_cast<uint8_t>(seed % 15), 3};
-    f.ref1 = {100.0f, 10, 1};
-    f.ref2 = {0.25f, 14, 2};
+    f.serving = {1.5f + static_cast<float>(seed), unitFromByte(static_cast<uint8_t>(seed % 15)), 3};
+    f.ref1 = {100.0f, ServingUnit::Ounce, 1};
+    f.ref2 = {0.25f, ServingUnit::Item, 2};
     f.nutrients = {245.0f + static_cast<float>(seed), 48.5f, 2.25f, 10.0f, 1.5f, 0.2f};
     f.meal = static_cast<uint16_t>(seed % 4);
     f.ratio = 0.75f;

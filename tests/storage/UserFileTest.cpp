@@ -84,8 +84,8 @@ UserFile goldenRecords() {
     bagel.loggedFlag = 1;
     bagel.name = "Bagel";
     bagel.text2 = Text::null();
-    bagel.serving = {1.0f, 14, 0};
-    bagel.ref2 = {1.0f, 14, 0};
+    bagel.serving = {1.0f, ServingUnit::Item, 0};
+    bagel.ref2 = {1.0f, ServingUnit::Item, 0};
     bagel.nutrients = {245.0f, 48.0f, 2.0f, 10.0f, 1.5f, 0.2f};
     bagel.ratio = 1.0f;
     bagel.group = 5;
@@ -111,8 +111,8 @@ Bytes serialise(const UserFile& f) {
     return Bytes(out.data(), out.data() + out.size());
 }
 
-StorageStatus parse(const Bytes& bytes, UserFile& f, bool strict = false) {
-    return readUserFile(bytes, f, CalendarDate::fromDmy(1, 1, 2020), {"UserDB.ddb", strict});
+StorageStatus parse(const Bytes& bytes, UserFile& f) {
+    return readUserFile(bytes, f, CalendarDate::fromDmy(1, 1, 2020), {"UserDB.ddb"});
 }
 
 void expectSameFood(const FoodItem& a, const FoodItem& b) {
@@ -197,7 +197,7 @@ TEST(UserFile, RoundTripsEveryBitIncludingOddValues) {
     const Bytes first = serialise(f);
 
     UserFile back;
-    ASSERT_TRUE(parse(first, back, true).ok()) << parse(first, back, true).message();
+    ASSERT_TRUE(parse(first, back).ok()) << parse(first, back).message();
     EXPECT_EQ(test::bitsOf(back.profile.fields().height), 0x7FA00001u);
     EXPECT_EQ(test::bitsOf(back.profile.fields().startWeight), 0x80000000u);
     EXPECT_EQ(test::bitsOf(back.profile.fields().goalWeight), 0xFFC00000u);
@@ -227,7 +227,7 @@ TEST(UserFile, AUserWithNoDaysIsThreeChunks) {
     const Bytes tail(bytes.end() - 12, bytes.end());
     EXPECT_EQ(tail, fromHex("02000000 04000000 0003 0000"));
     UserFile back;
-    ASSERT_TRUE(parse(bytes, back, true).ok());
+    ASSERT_TRUE(parse(bytes, back).ok());
     EXPECT_EQ(back.dayCount, 0);
     EXPECT_TRUE(back.days.empty());
 }
@@ -253,7 +253,7 @@ TEST(UserFile, TheDayCountDecidesHowManyDaysAreWritten) {
     f.days.push_back(test::sampleDay(2, 2, 2003));
     f.dayCount = 1;  // fewer than listed: the rest is not written
     UserFile back;
-    ASSERT_TRUE(parse(serialise(f), back, true).ok());
+    ASSERT_TRUE(parse(serialise(f), back).ok());
     EXPECT_EQ(back.days.size(), 1u);
 
     f.dayCount = 3;  // more than listed: an error, and nothing is produced
@@ -377,24 +377,54 @@ TEST(UserFile, CorruptCountsAndLengthsGiveErrorsThatSayWhere) {
     }
 }
 
-TEST(UserFile, StrictReadingReportsWhatTheProgramOverlooks) {
+// A file reads whole only when writing back what was read gives the same bytes: whatever its
+// counts leave out, and whatever would be written differently, fails the read where it lies.
+TEST(UserFile, AFileReadsWholeOnlyWhenEveryByteIsAccountedFor) {
     const Bytes golden = fromHex(kGoldenUser);
-    Bytes renumbered = golden;
-    renumbered[97] = 7;  // day chunk numbered 7
+    const auto patched = [&](std::size_t at, const Bytes& patch) {
+        Bytes b = golden;
+        std::copy(patch.begin(), patch.end(), b.begin() + static_cast<long>(at));
+        return b;
+    };
     Bytes trailing = golden;
     trailing.push_back(0);
-    Bytes unterminated = golden;
-    unterminated[34] = 'x';  // the zero after "Ann"
-    for (const Bytes* b : {&renumbered, &trailing, &unterminated}) {
-        UserFile lenient;
-        EXPECT_TRUE(parse(*b, lenient).ok());
-        UserFile strict;
-        const StorageStatus s = parse(*b, strict, true);
-        EXPECT_FALSE(s.ok());
+    Bytes dayTwice = golden;  // the day's chunk once more, numbered as a second day would be
+    dayTwice.insert(dayTwice.end(), golden.begin() + 97, golden.end());
+    dayTwice[golden.size()] = 4;
+    Bytes longHeader = golden;  // a header payload one byte longer than its fields
+    longHeader.insert(longHeader.begin() + 18, 0);
+    longHeader[4] = 11;
+    struct Case {
+        const char* what;
+        Bytes bytes;
+        int64_t chunk;
+        std::size_t offset;
+        const char* reason;
+    };
+    // Offsets: "Ann" counted at 29 with its zero at 34, the day count at 95, chunk 3's header at
+    // 97 and the day's exercise count at 231, the last entry's 25 bytes after it.
+    const Case cases[] = {
+        {"a day count one lower", patched(95, fromHex("0000")), 3, 97,
+         "follow the last chunk that the file's counts account for"},
+        {"a day after the counted ones", dayTwice, 4, golden.size(), "follow the last chunk"},
+        {"a byte after the last chunk", trailing, 4, golden.size(), "1 bytes follow"},
+        {"an exercise count one lower", patched(231, fromHex("0000")), 3, 233,
+         "25 bytes of the payload are left over"},
+        {"a payload longer than its fields", longHeader, 0, 18, "1 bytes of the payload"},
+        {"a day chunk numbered out of place", patched(97, fromHex("07")), 3, 97,
+         "numbered 7 instead of 3"},
+        {"a text whose last byte is not zero", patched(34, Bytes{'x'}), 1, 29,
+         "does not end in a zero byte"},
+    };
+    for (const Case& c : cases) {
+        UserFile back;
+        const StorageStatus s = parse(c.bytes, back);
+        ASSERT_FALSE(s.ok()) << c.what;
+        EXPECT_EQ(s.error().chunk, c.chunk) << c.what << ": " << s.message();
+        EXPECT_EQ(s.error().offset, static_cast<int64_t>(c.offset))
+            << c.what << ": " << s.message();
+        EXPECT_NE(s.message().find(c.reason), std::string::npos) << c.what << ": " << s.message();
     }
-    UserFile strict;
-    EXPECT_NE(parse(renumbered, strict, true).message().find("numbered 7 instead of 3"),
-              std::string::npos);
 }
 
 TEST(UserFile, TotalsAreWrittenAsTheyStand) {

@@ -35,6 +35,81 @@ std::vector<std::string> namesOnDisk(const fs::path& root) {
     return namesOf(fresh);
 }
 
+TEST(UserList, AUserAddedWithFilesIsListedOnlyOnceTheFilesAreInPlace) {
+    test::TempDir dir;
+    UserList list(dir.path());
+    ASSERT_TRUE(list.read().ok());
+    ASSERT_TRUE(list.add("Ann").ok());
+    const auto writeBoth = [](const fs::path& folder) {
+        // Nothing is listed while the files are made: the folder is not the user's yet.
+        EXPECT_EQ(namesOnDisk(folder.parent_path()), std::vector<std::string>{"Ann"});
+        EXPECT_TRUE(fs::exists(folder / kNewUserMark));
+        StorageStatus s = writeFileAtomically(folder / "UserDB.ddb", Bytes{1, 2, 3});
+        return s ? writeFileAtomically(folder / "FoodDB.ddb", Bytes{4, 5}) : s;
+    };
+    ASSERT_TRUE(list.addWithFiles("Bob", writeBoth).ok());
+    EXPECT_EQ(namesOnDisk(dir.path()), (std::vector<std::string>{"Ann", "Bob"}));
+    EXPECT_EQ(test::readBytes(dir.path() / "Users" / "Bob" / "UserDB.ddb"), (Bytes{1, 2, 3}));
+    EXPECT_FALSE(fs::exists(dir.path() / "Users" / "Bob" / kNewUserMark));
+
+    // Refused as adding is, and a failure of the files leaves nothing behind.
+    const auto before = std::distance(fs::recursive_directory_iterator(dir.path()), {});
+    EXPECT_FALSE(list.addWithFiles("Ann", writeBoth).ok());
+    EXPECT_FALSE(list.addWithFiles("../x", writeBoth).ok());
+    fs::create_directories(dir.path() / "Users" / "Cy");
+    EXPECT_FALSE(list.addWithFiles("Cy", writeBoth).ok());
+    fs::remove(dir.path() / "Users" / "Cy");
+    const StorageStatus failed = list.addWithFiles("Dee", [](const fs::path& folder) {
+        EXPECT_TRUE(writeFileAtomically(folder / "UserDB.ddb", Bytes{1}).ok());
+        return StorageStatus(fileError("FoodDB.ddb", "the disk is full"));
+    });
+    EXPECT_EQ(failed.message(), "FoodDB.ddb: the disk is full");
+    EXPECT_EQ(std::distance(fs::recursive_directory_iterator(dir.path()), {}), before);
+    EXPECT_EQ(namesOnDisk(dir.path()), (std::vector<std::string>{"Ann", "Bob"}));
+}
+
+TEST(UserList, TheSweepFinishesOrUndoesANewUserAsTheListSays) {
+    test::TempDir dir;
+    const fs::path root = dir.path();
+    const fs::path users = root / "Users";
+    UserList list(root);
+    ASSERT_TRUE(list.read().ok());
+    ASSERT_TRUE(list.add("Ann").ok());
+    const auto make = [](const fs::path& folder, bool marked) {
+        fs::create_directories(folder);
+        test::writeBytes(folder / "UserDB.ddb", Bytes{1});
+        test::writeBytes(folder / "FoodDB.ddb", Bytes{2});
+        test::writeBytes(folder / ".UserDB.ddb.tmp1-0", Bytes{3});
+        if (marked) {
+            test::writeBytes(folder / std::string(kNewUserMark), {});
+        }
+    };
+    make(users / "Ann", true);  // listed just before its maker was killed
+    make(users / "Bob", true);  // moved in, never listed
+    make(users / "Cy", false);  // someone's folder, unlisted: left alone
+    make(users / "Dee", true);  // unlisted, but holding something of its own
+    test::writeBytes(users / "Dee" / "notes.txt", Bytes{4});
+    make(root / ".new-user.tmp1-0", true);  // never moved in
+    make(root / ".new-user.tmp-0", false);  // not a name we make: left alone
+
+    sweepDataRoot(root);
+    EXPECT_TRUE(fs::exists(users / "Ann" / "UserDB.ddb"));
+    EXPECT_FALSE(fs::exists(users / "Ann" / kNewUserMark));
+    EXPECT_FALSE(fs::exists(users / "Bob"));
+    EXPECT_TRUE(fs::exists(users / "Cy" / "UserDB.ddb"));
+    EXPECT_FALSE(fs::exists(users / "Cy" / ".UserDB.ddb.tmp1-0"));
+    EXPECT_EQ(test::readBytes(users / "Dee" / "notes.txt"), Bytes{4});
+    EXPECT_FALSE(fs::exists(root / ".new-user.tmp1-0"));
+    EXPECT_TRUE(fs::exists(root / ".new-user.tmp-0"));
+
+    // While the list cannot be read, who is listed is not known: marked folders stay.
+    make(users / "Bob", true);
+    test::writeBytes(userListPath(root), Bytes{9, 9});
+    sweepDataRoot(root);
+    EXPECT_TRUE(fs::exists(users / "Bob" / "UserDB.ddb"));
+    EXPECT_TRUE(fs::exists(users / "Bob" / kNewUserMark));
+}
+
 TEST(UserList, AMissingListFileIsReplacedByAnEmptyOne) {
     test::TempDir dir;
     UserList list(dir.path());
@@ -275,7 +350,7 @@ TEST(UserList, AFileWithDuplicatesAndNullNamesIsReadInFileOrder) {
     const Bytes bytes = {0, 0, 0, 0, 2, 0,   0, 0, 1, 0, 1, 0,   0, 0, 16, 0,   0,
                          0, 0, 4, 0, 2, 'b', 0, 0, 0, 0, 2, 'a', 0, 0, 2,  'b', 0};
     UserListFile file;
-    ASSERT_TRUE(readUserListFile(bytes, file, {"Users.udb", true}).ok());
+    ASSERT_TRUE(readUserListFile(bytes, file, {"Users.udb"}).ok());
     ASSERT_EQ(file.names.size(), 4u);
     EXPECT_TRUE(file.names[1].isNull());
     EXPECT_EQ(file.names[2], "a");

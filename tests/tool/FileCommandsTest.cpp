@@ -12,10 +12,12 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "TempDir.h"
 #include "storage/CatalogueFile.h"
+#include "storage/DataRoot.h"
 #include "storage/UserFile.h"
 #include "storage/UserList.h"
 #include "tool/FileCommands.h"
@@ -104,7 +106,11 @@ TEST_F(ToolFiles, DumpThenWriteReproducesRandomFilesByteForByte) {
                 0)
                 << f.kind << ": " << err;
             ASSERT_EQ(readBytes(dir / "again"), bytesOf(f.bytes)) << f.kind << " round " << round;
-            ASSERT_EQ(tool("check " + at(f.file)), 0) << err;
+            // A list reads whole with any names, but is good only with names the program takes.
+            const bool good = std::string_view(f.kind) != "users" ||
+                              std::all_of(list.names.begin(), list.names.end(),
+                                          [](const Text& n) { return isSafeUserName(n.view()); });
+            ASSERT_EQ(tool("check " + at(f.file)), good ? 0 : 1) << err;
         }
     }
 }

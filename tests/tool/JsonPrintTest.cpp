@@ -170,51 +170,5 @@ TEST(JsonPrint, CataloguesPrintAsTheirJsonValuesAtEveryIndent) {
     }
 }
 
-// A stream that hands out a few characters at a time, as a pipe may.
-class TrickleBuffer : public std::streambuf {
-public:
-    explicit TrickleBuffer(std::string text) : m_text(std::move(text)) {}
-
-protected:
-    std::streamsize xsgetn(char* s, std::streamsize n) override {
-        const std::size_t take = std::min<std::size_t>(
-            {static_cast<std::size_t>(n), 1 + m_at % 3, m_text.size() - m_at});
-        m_text.copy(s, take, m_at);
-        m_at += take;
-        return static_cast<std::streamsize>(take);
-    }
-    int_type underflow() override {
-        return m_at < m_text.size() ? traits_type::to_int_type(m_text[m_at]) : traits_type::eof();
-    }
-
-private:
-    std::string m_text;
-    std::size_t m_at = 0;
-};
-
-TEST(JsonRead, AStreamedDocumentKeepsEveryNegativeZeroWhereverItsBlocksEnd) {
-    const auto keepAll = [](int, Json::parse_event_t, Json&) { return true; };
-    // Negative zeros beside look-alikes, shifted by every padding across the reader's block
-    // edges (64 KiB apart).
-    for (std::size_t pad = 0; pad < 16; ++pad) {
-        std::string text = std::string(pad, ' ') + "[";
-        for (int i = 0; text.size() < 140000; ++i) {
-            text += i % 4 == 0   ? "-0,"
-                    : i % 4 == 1 ? "-0.25,"
-                    : i % 4 == 2 ? "\"a\\\"-0\","
-                                 : "-0 ,";
-        }
-        text += "-0]";
-        std::istringstream in(text);
-        ASSERT_EQ(parseJson(in, keepAll).dump(), parseJson(text).dump()) << "pad " << pad;
-    }
-    const std::string small = R"({"a": -0, "b": [-0,-0.5,-0], "c": "-0\"-0", "d": -0})";
-    TrickleBuffer trickle(small);
-    std::istream in(&trickle);
-    const Json j = parseJson(in, keepAll);
-    EXPECT_EQ(j.dump(), parseJson(small).dump());
-    EXPECT_TRUE(std::signbit(j["d"].get<double>()));
-}
-
 }  // namespace
 }  // namespace nutrovex::tool

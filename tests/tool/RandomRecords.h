@@ -42,7 +42,9 @@ public:
             }
         }
     }
-    ServingQuantity anyServing() { return {anyFloat(), any<uint8_t>(), any<uint8_t>()}; }
+    ServingQuantity anyServing() {
+        return {anyFloat(), unitFromByte(any<uint8_t>()), any<uint8_t>()};
+    }
     CalendarDate anyDate() {
         CalendarDate d;
         d.month = any<int16_t>();

@@ -149,6 +149,73 @@ TEST_F(RootCommands, ImportingWaitsUntilTheProgramHasClosedTheRoot) {
     EXPECT_TRUE(fs::exists(catalogue));
 }
 
+TEST_F(RootCommands, EveryCommandThatWritesIntoTheRootTakesItsLock) {
+    makeRoot();
+    {
+        Session s(root, clock, settings, {});
+        std::string reason;
+        ASSERT_EQ(s.start(reason), Session::Start::Running) << reason;
+        (void)s.initialLoad();  // no template catalogue here
+        ASSERT_TRUE(s.userOpen());
+        ASSERT_TRUE(s.saveUserData().ok());
+    }
+    const fs::path userFile = root / "Users" / "Zerbu" / "UserDB.ddb";
+    ASSERT_EQ(tool("dump-user '" + userFile.string() + "'"), 0) << err;
+    writeText(dir / "user.json", out);
+    ASSERT_EQ(tool("dump-users '" + userListPath(root).string() + "'"), 0) << err;
+    writeText(dir / "users.json", out);
+    FoodCatalogue empty;
+    ByteBuffer emptyBytes;
+    ASSERT_TRUE(writeCatalogueFile(empty, emptyBytes).ok());
+    ASSERT_TRUE(writeFileAtomically(dir / "empty.ddb", emptyBytes.bytes()).ok());
+    ASSERT_EQ(tool("dump-catalogue '" + (dir / "empty.ddb").string() + "'"), 0) << err;
+    writeText(dir / "catalogue.json", out);
+    const std::string user = " '" + (dir / "user.json").string() + "' ";
+    const std::string catalogue = " '" + (dir / "catalogue.json").string() + "' ";
+    const std::string users = " '" + (dir / "users.json").string() + "' ";
+
+    // Onto a file anywhere in the root: the root, the users folder, a user's folder.
+    const std::vector<std::string> writers = {
+        "write-user" + user + "'" + userFile.string() + "'",
+        "write-user" + user + "'" + (root / "Users" / "Zerbu" / "copy.ddb").string() + "'",
+        "write-catalogue" + catalogue + "'" + (root / "FoodDB-copy.ddb").string() + "'",
+        "write-users" + users + "'" + userListPath(root).string() + "'",
+        rootOption() + "import-foods --user Zerbu '" + (dir / "foods.csv").string() + "'",
+        rootOption() + "demo --user Demo",
+    };
+    const auto refusedWhileOpen = [&](const std::string& why) {
+        const std::vector<std::string> before = everythingBelow(root);
+        const std::string userBytes = readText(userFile);
+        for (const std::string& command : writers) {
+            EXPECT_EQ(tool(command), 1) << why << ": " << command;
+            EXPECT_NE(
+                err.find(root.string() + ": Nutrovex has this data root open; close it first\n"),
+                std::string::npos)
+                << why << ": " << err;
+            EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
+        }
+        EXPECT_EQ(everythingBelow(root), before) << why;
+        EXPECT_EQ(readText(userFile), userBytes) << why;
+        // Outside a root no lock is wanted.
+        EXPECT_EQ(tool("write-user" + user + "'" + (dir / "elsewhere.ddb").string() + "'"), 0)
+            << err;
+    };
+    {
+        Session program(root, clock, settings, {});
+        std::string reason;
+        ASSERT_EQ(program.start(reason), Session::Start::Running) << reason;
+        refusedWhileOpen("the program has the root");
+        // Deleting the lock file lets nobody in while the program runs.
+        ASSERT_TRUE(fs::remove(root / kLockFileName));
+        refusedWhileOpen("the lock file was deleted");
+        Session second(root, clock, settings, {});
+        EXPECT_EQ(second.start(reason), Session::Start::AlreadyRunning);
+    }
+    for (const std::string& command : writers) {
+        EXPECT_EQ(tool(command), 0) << command << ": " << err;
+    }
+}
+
 TEST_F(RootCommands, ImportingClearsWhatKilledSavesLeftInTheUsersFolder) {
     makeRoot();
     const fs::path folder = root / "Users" / "Zerbu";

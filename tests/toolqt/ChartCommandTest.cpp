@@ -12,9 +12,9 @@
 #include "TempDir.h"
 #include "calc/Bmr.h"
 #include "core/DayRecord.h"
+#include "render/ChartPainter.h"
 #include "session/Session.h"
 #include "tool/ChartCommand.h"
-#include "ui/charts/ChartPainter.h"
 
 namespace nutrovex::tool {
 namespace {

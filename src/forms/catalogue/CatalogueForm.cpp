@@ -1,6 +1,7 @@
 #include "forms/catalogue/CatalogueForm.h"
 
 #include "core/StoredSize.h"
+#include "session/FoodCsvFiles.h"
 
 namespace nutrovex {
 
@@ -13,8 +14,6 @@ constexpr Notices kTreeChanged{.catalogue = true, .dataChanged = true};
 CatalogueForm::CatalogueForm(FoodCatalogue& catalogue, DayCursor& days, FoodRunState& state)
     : m_catalogue(&catalogue), m_days(&days), m_state(&state) {}
 
-CatalogueForm::~CatalogueForm() = default;
-CatalogueForm::CatalogueForm(CatalogueForm&&) noexcept = default;
 
 bool CatalogueForm::exists(const TreePlace& place) const {
     switch (place.node) {
@@ -263,60 +262,32 @@ CategoryNameForm CatalogueForm::newCategoryForm() const {
     return CategoryNameForm(*m_catalogue, m_selected.group, kNoPosition, false);
 }
 
-void CatalogueForm::startImport(std::string_view csv) {
-    m_import = std::make_unique<FoodCsvImport>(csv);
-    m_before = m_import->finished() ? nullptr : std::make_unique<CatalogueSnapshot>(*m_catalogue);
-}
-
-ImportProgress CatalogueForm::importProgress() const {
-    if (!m_import) {
+Outcome CatalogueForm::importFile(const std::string& path, const ImportProgress& progress) {
+    const FoodCsvText csv = readFoodCsvFile(path);
+    if (!csv.failure.empty()) {
+        return {.message = ScreenMessage{"The file " + path + " cannot be read: " + csv.failure,
+                                         "Import", MessageKind::Warning}};
+    }
+    const FoodCsvImportResult result = importFoodCsv(*m_catalogue, csv, progress);
+    if (result.abandoned) {
+        m_changedGroup.reset();
         return {};
     }
-    return {m_import->rowsDone(), m_import->rowCount(), m_import->finished()};
-}
-
-void CatalogueForm::importStep() {
-    // Rows imported between two updates of the progress.
-    constexpr std::size_t kImportStep = 250;
-    if (m_import) {
-        m_import->step(*m_catalogue, kImportStep);
-    }
-}
-
-Outcome CatalogueForm::cancelImport() {
-    if (m_before) {
-        m_before->restore(*m_catalogue);
-    }
-    m_import.reset();
-    m_before.reset();
-    m_changedGroup.reset();
-    return {};
-}
-
-Outcome CatalogueForm::finishImport() {
-    if (!m_import) {
-        return {};
-    }
-    const ImportReport report = m_import->report();
-    m_import.reset();
-    m_before.reset();
-    Outcome outcome{.message = importMessage(report)};
-    if (report.foodsAdded > 0 || report.categoriesAdded > 0) {
+    Outcome outcome{.message = importMessage(result.report)};
+    if (result.notices.any()) {
         outcome.notices = kTreeChanged;
         outcome.save = SavePoint::Catalogue;
     }
     return outcome;
 }
 
-std::string CatalogueForm::exportText() const {
-    return foodsCsv(*m_catalogue);
-}
-
-ScreenMessage CatalogueForm::fileRefusal(const std::string& path, const std::string& reason,
-                                         bool exporting) {
-    return {
-        "The file " + path + (exporting ? " cannot be written: " : " cannot be read: ") + reason,
-        exporting ? "Export" : "Import", MessageKind::Warning};
+Outcome CatalogueForm::exportFile(const std::string& path) const {
+    const StorageStatus written = exportFoodCsvFile(*m_catalogue, path);
+    if (written) {
+        return {};
+    }
+    return {.message = ScreenMessage{"The file " + path + " cannot be written: " + written.message(),
+                                     "Export", MessageKind::Warning}};
 }
 
 ScreenMessage importMessage(const ImportReport& report) {

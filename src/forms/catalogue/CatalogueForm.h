@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -49,21 +48,13 @@ struct CatalogueView {
     bool reopenEditor = false;
 };
 
-// Where an import of a food list stands.
-struct ImportProgress {
-    std::size_t done = 0;
-    std::size_t total = 0;
-    bool finished = true;
-};
-
 // The catalogue screen: the food tree with the menus of its selected node, renaming in place,
 // the clipboard, deleting, the find field, and Import... and Export... of the food list as CSV.
 // Every change of the catalogue is saved at once.
 class CatalogueForm {
 public:
     CatalogueForm(FoodCatalogue& catalogue, DayCursor& days, FoodRunState& state);
-    ~CatalogueForm();
-    CatalogueForm(CatalogueForm&&) noexcept;
+    CatalogueForm(CatalogueForm&&) = default;
     CatalogueForm& operator=(CatalogueForm&&) = delete;
 
     enum class Field : uint8_t {
@@ -114,19 +105,13 @@ public:
     [[nodiscard]] CategoryNameForm newCategoryForm() const;
     Outcome stored(const TreePlace& place);
 
-    // Import...: the text of a food list, added a few rows at a time so that the screen can show
-    // the progress and stop; a stopped import leaves the catalogue as it was. finishImport() says
-    // what was imported and saves.
-    void startImport(std::string_view csv);
-    [[nodiscard]] ImportProgress importProgress() const;
-    void importStep();
-    Outcome cancelImport();
-    Outcome finishImport();
-    // Export...: the food list as CSV.
-    [[nodiscard]] std::string exportText() const;
-    // A file that could not be read or written, for Import... or Export....
-    [[nodiscard]] static ScreenMessage fileRefusal(const std::string& path,
-                                                   const std::string& reason, bool exporting);
+    // Import...: the food list in the file, read and added as the tool imports one. The progress
+    // hears the rows done of all rows as the import goes and stops it by returning false, which
+    // leaves the catalogue as it was and says nothing. Otherwise the outcome says what was
+    // imported, or why the file was refused, and saves the catalogue when anything was added.
+    Outcome importFile(const std::string& path, const ImportProgress& progress = {});
+    // Export...: the food list written to the file as CSV; the refusal when it cannot be written.
+    [[nodiscard]] Outcome exportFile(const std::string& path) const;
 
 private:
     [[nodiscard]] TreeMenuState menu(const TreePlace& place) const;
@@ -142,8 +127,6 @@ private:
     TreePlace m_selected;
     std::optional<int> m_changedGroup;
     bool m_reopenEditor = false;
-    std::unique_ptr<FoodCsvImport> m_import;
-    std::unique_ptr<CatalogueSnapshot> m_before;
 };
 
 // What an import of a food list came to: the counts, and the first refused rows with their lines.

@@ -73,11 +73,11 @@ bool editValueField(FoodValueFields& fields, FoodItem& working, FoodField field,
         case FoodField::Unit: {
             fields.unitIndex = -1;
             for (std::size_t i = 0; i < fields.units.size(); ++i) {
-                if (text == kUnitNames[fields.units[i]]) {
+                if (text == unitName(fields.units[i])) {
                     fields.unitIndex = static_cast<int>(i);
                 }
             }
-            const std::optional<uint8_t> unit = fields.unit();
+            const std::optional<ServingUnit> unit = fields.unit();
             if (!unit) {
                 return true;
             }

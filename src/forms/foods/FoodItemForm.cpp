@@ -12,7 +12,7 @@ namespace nutrovex {
 FoodItemForm FoodItemForm::newItem(FoodCatalogue& catalogue, int group, int category) {
     FoodItemForm form(FoodFormKind::NewItem);
     form.m_catalogue = &catalogue;
-    form.m_working.serving = {1.0f, 3, 0};
+    form.m_working.serving = {1.0f, ServingUnit::Cup, 0};
     form.m_working.updateRatio();
     form.m_valid = group >= 0 && group < kFoodGroupCount;
     form.m_group = form.m_valid ? group : 0;
@@ -22,7 +22,7 @@ FoodItemForm FoodItemForm::newItem(FoodCatalogue& catalogue, int group, int cate
                                                                                     : -1;
     form.m_fields.units = allUnits();
     form.m_fields.amount = 1.0;
-    (void)form.m_fields.selectUnit(3);
+    (void)form.m_fields.selectUnit(ServingUnit::Cup);
     form.m_fields.calories = 0;
     for (int n = 1; n < kNutrientCount; ++n) {
         form.m_fields.grams[static_cast<std::size_t>(n)] = 0.0;

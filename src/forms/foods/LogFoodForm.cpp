@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/Cp1252.h"
 #include "core/StoredSize.h"
 #include "core/UserStore.h"
 #include "foods/CatalogueOps.h"
@@ -237,8 +238,8 @@ std::optional<Confirmation> LogFoodForm::confirmation(Command id) const {
         if (!c) {
             return std::nullopt;
         }
-        return Confirmation{{"Do you wish to delete the category '" + c->name.str() +
-                                 "' and all of its food items?",
+        return Confirmation{{"Do you wish to delete the category " + quotedText(c->name.view()) +
+                                 " and all of its food items?",
                              "Delete Category", MessageKind::Warning}};
     }
     if (id == Command::DeleteFood) {
@@ -247,7 +248,8 @@ std::optional<Confirmation> LogFoodForm::confirmation(Command id) const {
         if (!f) {
             return std::nullopt;
         }
-        return Confirmation{{"Do you wish to delete the food item '" + f->name.str() + "'?",
+        return Confirmation{{"Do you wish to delete the food item " + quotedText(f->name.view()) +
+                                 "?",
                              "Delete Food", MessageKind::Warning},
                             true};
     }

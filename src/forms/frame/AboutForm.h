@@ -10,11 +10,14 @@ struct AboutView {
     std::string title = "About Nutrovex";
     std::string productName = "Nutrovex";
     std::string version = "V4.0.0.0";
+    std::string licence =
+        "Free software under GPL-3.0-or-later.\n"
+        "The food data it ships (USDA) is in the public domain.";
     std::string okText = "OK";
 };
 
-// The about box, reached from every screen's "About...": the product's name and version over a
-// separator, and "OK".
+// The about box, reached from every screen's "About...": the product's name, version and licence
+// over a separator, and "OK".
 class AboutForm {
 public:
     [[nodiscard]] AboutView view() const { return {}; }

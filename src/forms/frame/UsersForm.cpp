@@ -1,12 +1,27 @@
 #include "forms/frame/UsersForm.h"
 
+#include "core/Cp1252.h"
 #include "session/Session.h"
+#include "storage/DataRoot.h"
 
 namespace nutrovex {
 
 namespace {
 
 constexpr Notices kUserChanged{.userChanged = true};
+
+// The second sentence of a refusal: why the name cannot be a user's, else the duplicate hint.
+std::string refusalReason(const std::optional<std::string>& name) {
+    if (!name) {
+        return "A user name can hold only the characters of Windows-1252.";
+    }
+    if (!isSafeUserName(*name)) {
+        std::string reason = unsafeUserNameReason(*name);
+        reason[0] = static_cast<char>(reason[0] - 'a' + 'A');
+        return reason + ".";
+    }
+    return "Make sure you are not inputting a duplicate name.";
+}
 
 }  // namespace
 
@@ -17,14 +32,18 @@ UsersForm::UsersForm(Session& session) : m_session(&session) {
     }
 }
 
-ScreenMessage UsersForm::addRefusal() {
-    return {"Could not add the user.  Make sure you are not inputting a duplicate name.",
-            "New User", MessageKind::Warning};
+ScreenMessage UsersForm::addRefusal(const std::optional<std::string>& name) {
+    return {"Could not add the user.  " + refusalReason(name), "New User", MessageKind::Warning};
 }
 
-ScreenMessage UsersForm::renameRefusal() {
-    return {"Could not rename the user.  Make sure you are not inputting a duplicate name.",
-            "Rename User", MessageKind::Warning};
+ScreenMessage UsersForm::renameRefusal(const std::optional<std::string>& newName) {
+    return {"Could not rename the user.  " + refusalReason(newName), "Rename User",
+            MessageKind::Warning};
+}
+
+ScreenMessage UsersForm::confirmDelete(std::string_view name) {
+    return {"Delete the user name and ALL ASSOCIATED DATA of " + quotedText(name) + "?",
+            "Delete User", MessageKind::Question};
 }
 
 ScreenMessage UsersForm::deleteRefusal() {
@@ -46,9 +65,9 @@ UsersView UsersForm::view() const {
     return v;
 }
 
-Outcome UsersForm::edit(Field field, std::string_view text) {
+Outcome UsersForm::edit(Field field, const std::optional<std::string>& text) {
     if (field == Field::Selected) {
-        m_selected = text;
+        m_selected = text.value_or(std::string());
     } else {
         m_newName = text;
     }
@@ -59,8 +78,7 @@ std::optional<ScreenMessage> UsersForm::confirmation(Command id) const {
     if (id != Command::Delete || m_session->users().find(m_selected) == kNoPosition) {
         return std::nullopt;
     }
-    return ScreenMessage{"Delete the user name and ALL ASSOCIATED DATA of '" + m_selected + "'?",
-                         "Delete User", MessageKind::Question};
+    return confirmDelete(m_selected);
 }
 
 Outcome UsersForm::command(Command id) {
@@ -86,13 +104,13 @@ Outcome UsersForm::command(Command id) {
 
 Outcome UsersForm::add() {
     // Refused: a duplicate, a name that cannot be a folder, or one the list could not take.
-    const std::string name = m_newName;
-    if (m_session->users().find(name) != kNoPosition) {
-        return {.message = addRefusal()};
+    if (!m_newName || m_session->users().find(*m_newName) != kNoPosition) {
+        return {.message = addRefusal(m_newName)};
     }
+    const std::string name = *m_newName;
     const SessionStatus status = m_session->addUser(name);
     if (m_session->users().find(name) == kNoPosition) {
-        return {.message = addRefusal()};
+        return {.message = addRefusal(m_newName)};
     }
     m_selected = name;
     return {.notices = kUserChanged, .message = status.warning()};
@@ -116,12 +134,15 @@ Outcome UsersForm::rename() {
     if (m_session->users().find(name) == kNoPosition) {
         return {};
     }
-    // The session moves the folder and saves the open user at once.
-    const SessionStatus status = m_session->renameUser(name, m_newName);
-    if (m_session->users().find(name) != kNoPosition) {
-        return {.message = renameRefusal()};
+    if (!m_newName) {
+        return {.message = renameRefusal(m_newName)};
     }
-    m_selected = m_newName;
+    // The session moves the folder and saves the open user at once.
+    const SessionStatus status = m_session->renameUser(name, *m_newName);
+    if (m_session->users().find(name) != kNoPosition) {
+        return {.message = renameRefusal(m_newName)};
+    }
+    m_selected = *m_newName;
     return {.notices = kUserChanged, .message = status.warning()};
 }
 

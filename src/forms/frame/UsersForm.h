@@ -26,7 +26,7 @@ public:
 
     enum class Field : uint8_t {
         Selected,  // the name of the entry the list shows selected
-        NewName,   // the name typed for New... or Rename...
+        NewName,   // the name typed for New... or Rename...; nullopt when the files cannot hold it
     };
     enum class Command : uint8_t {
         Open,    // OK: opens the selected user when another one is open
@@ -35,13 +35,19 @@ public:
         Rename,  // the selected user becomes NewName; refused with renameRefusal()
     };
 
-    [[nodiscard]] static ScreenMessage addRefusal();
-    [[nodiscard]] static ScreenMessage renameRefusal();
+    // Why New... or Rename... was refused for the name typed: a name that cannot be a user's
+    // folder says why, and so does nullopt (a name Windows-1252 cannot hold); any other name gets
+    // the duplicate-name text.
+    [[nodiscard]] static ScreenMessage addRefusal(const std::optional<std::string>& name);
+    [[nodiscard]] static ScreenMessage renameRefusal(const std::optional<std::string>& newName);
     [[nodiscard]] static ScreenMessage deleteRefusal();
+    // "Delete the user name and ALL ASSOCIATED DATA of 'NAME'?", the name quoted safely.
+    [[nodiscard]] static ScreenMessage confirmDelete(std::string_view name);
 
     [[nodiscard]] UsersView view() const;
     [[nodiscard]] const std::string& selectedName() const { return m_selected; }
-    Outcome edit(Field field, std::string_view text);
+    // text: as the files hold it; nullopt for a typed name with a character they cannot hold.
+    Outcome edit(Field field, const std::optional<std::string>& text);
     // The question before Delete; none for the other commands or without a selection.
     [[nodiscard]] std::optional<ScreenMessage> confirmation(Command id) const;
     // A refused command changes nothing and its outcome carries the refusal; once a user
@@ -56,7 +62,7 @@ private:
 
     Session* m_session;
     std::string m_selected;
-    std::string m_newName;
+    std::optional<std::string> m_newName;
 };
 
 }  // namespace nutrovex

@@ -1,7 +1,6 @@
 #include "ui/catalogue/CatalogueDialog.h"
 
 #include <QAbstractItemDelegate>
-#include <QFile>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QKeySequence>
@@ -11,7 +10,6 @@
 #include <QMenuBar>
 #include <QProgressDialog>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QVBoxLayout>
 
 #include "ui/TextConvert.h"
@@ -50,7 +48,11 @@ CatalogueDialog::CatalogueDialog(CatalogueForm form, SessionNotifier& notifier, 
       m_ok(new QPushButton(QStringLiteral("OK"), this)),
       m_findEdit(new QLineEdit(this)),
       m_findButton(new QPushButton(QStringLiteral("Fi&nd"), this)),
-      m_menuBar(new QMenuBar(this)) {
+      m_menuBar(new QMenuBar(this)),
+      m_runFind([this](const FindFoodForm& found) -> std::optional<FindResult> {
+          FindFoodDialog dialog(found, this);
+          return dialog.exec() == QDialog::Accepted ? dialog.form().chosen() : std::nullopt;
+      }) {
     setWindowTitle(QStringLiteral("Food Catalogue"));
     setModal(true);
     m_tree->setCatalogueModel(m_model);
@@ -200,6 +202,11 @@ void CatalogueDialog::setFileChooser(std::function<QString(bool)> choose) {
     m_chooseFile = std::move(choose);
 }
 
+void CatalogueDialog::setFindRunner(
+    std::function<std::optional<FindResult>(const FindFoodForm& found)> run) {
+    m_runFind = std::move(run);
+}
+
 bool CatalogueDialog::present(const ScreenMessage& message) {
     return m_present ? m_present(message) : showMessage(this, message);
 }
@@ -346,9 +353,7 @@ void CatalogueDialog::find() {
         m_findEdit->setFocus();
         return;
     }
-    FindFoodDialog dialog(m_form.findForm(), this);
-    const std::optional<FindResult> chosen =
-        dialog.exec() == QDialog::Accepted ? dialog.form().chosen() : std::nullopt;
+    const std::optional<FindResult> chosen = m_runFind(m_form.findForm());
     if (chosen) {
         m_form.select(*chosen);
         m_tree->selectPlace(m_form.view().selected);
@@ -364,39 +369,26 @@ void CatalogueDialog::importCsv() {
     if (path.isEmpty()) {
         return;
     }
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        (void)present(CatalogueForm::fileRefusal(path.toStdString(),
-                                                 file.errorString().toStdString(), false));
-        return;
-    }
-    const QByteArray bytes = file.readAll();
-    m_form.startImport(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
-    ImportProgress progress = m_form.importProgress();
-    if (!progress.finished) {
-        const auto total = static_cast<int>(progress.total);
-        QProgressDialog shown(QStringLiteral("Importing food items..."), QStringLiteral("&Cancel"),
-                              0, total, this);
-        shown.setWindowTitle(QStringLiteral("Import"));
-        shown.setWindowModality(Qt::WindowModal);
-        shown.setAutoClose(false);
-        shown.setAutoReset(false);
-        shown.setMinimumDuration(progress.total >= kShowProgressFrom ? 0 : 2000);
-        while (!progress.finished) {
-            m_form.importStep();
-            progress = m_form.importProgress();
-            const auto done = static_cast<int>(progress.done);
-            shown.setValue(done);
-            Q_EMIT importProgress(done, total);
-            if (shown.wasCanceled()) {
-                (void)m_form.cancelImport();
-                m_model->reload();
-                afterCommand();
-                return;
+    std::unique_ptr<QProgressDialog> progress;
+    const Outcome outcome = m_form.importFile(
+        path.toStdString(), [&](std::size_t rowsDone, std::size_t rows) {
+            const auto done = static_cast<int>(rowsDone);
+            const auto total = static_cast<int>(rows);
+            if (!progress) {
+                progress =
+                    std::make_unique<QProgressDialog>(QStringLiteral("Importing food items..."),
+                                                      QStringLiteral("&Cancel"), 0, total, this);
+                progress->setWindowTitle(QStringLiteral("Import"));
+                progress->setWindowModality(Qt::WindowModal);
+                progress->setAutoClose(false);
+                progress->setAutoReset(false);
+                progress->setMinimumDuration(rows >= kShowProgressFrom ? 0 : 2000);
             }
-        }
-    }
-    const Outcome outcome = m_form.finishImport();
+            progress->setValue(done);
+            Q_EMIT importProgress(done, total);
+            return !progress->wasCanceled();
+        });
+    progress.reset();
     m_model->reload();
     if (outcome.notices.any()) {
         publish(outcome);
@@ -416,18 +408,12 @@ void CatalogueDialog::exportCsv() {
     if (path.isEmpty()) {
         return;
     }
-    const std::string csv = [this] {
+    const Outcome written = [&] {
         const WaitCursor wait;
-        return m_form.exportText();
+        return m_form.exportFile(path.toStdString());
     }();
-    QSaveFile file(path);
-    const bool written = file.open(QIODevice::WriteOnly) &&
-                         file.write(csv.data(), static_cast<qint64>(csv.size())) ==
-                             static_cast<qint64>(csv.size()) &&
-                         file.commit();
-    if (!written) {
-        (void)present(
-            CatalogueForm::fileRefusal(path.toStdString(), file.errorString().toStdString(), true));
+    if (written.message) {
+        (void)present(*written.message);
     }
     afterCommand();
 }

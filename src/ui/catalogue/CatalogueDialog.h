@@ -44,6 +44,9 @@ public:
     void setMessagePresenter(std::function<bool(const ScreenMessage&)> present);
     // How the CSV file is chosen (a file dialog unless replaced); empty when cancelled.
     void setFileChooser(std::function<QString(bool forSaving)> choose);
+    // How the find screen is run on the foods found (the dialog, modally, unless replaced); the
+    // food chosen, or none when it was cancelled.
+    void setFindRunner(std::function<std::optional<FindResult>(const FindFoodForm& found)> run);
 
     [[nodiscard]] CFoodTreeCtrl* tree() const { return m_tree; }
     void selectPlace(const TreePlace& place);
@@ -97,6 +100,7 @@ private:
     QAction* m_export = nullptr;
     std::function<bool(const ScreenMessage&)> m_present;
     std::function<QString(bool)> m_chooseFile;
+    std::function<std::optional<FindResult>(const FindFoodForm&)> m_runFind;
     bool m_publishing = false;
     struct PendingRename {
         TreePlace place;

@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "ui/charts/ChartPainter.h"
+#include "render/ChartPainter.h"
 #include "ui/charts/ChartWidgets.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"

@@ -3,7 +3,7 @@
 #include <QPainter>
 
 #include "charts/ChartLayout.h"
-#include "ui/charts/ChartPainter.h"
+#include "render/ChartPainter.h"
 
 namespace nutrovex {
 

@@ -127,8 +127,8 @@ void FoodFieldsWidget::show(const FoodValueFields& fields) {
     {
         const QSignalBlocker block(m_unit);
         m_unit->clear();
-        for (const uint8_t code : fields.units) {
-            m_unit->addItem(QString::fromLatin1(kUnitNames[code]));
+        for (const ServingUnit unit : fields.units) {
+            m_unit->addItem(QString::fromLatin1(unitName(unit)));
         }
         m_unit->setCurrentIndex(fields.unitIndex);
     }

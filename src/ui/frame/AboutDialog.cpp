@@ -14,11 +14,13 @@ AboutDialog::AboutDialog(QWidget* parent)
     : QDialog(parent),
       m_product(new QLabel(this)),
       m_version(new QLabel(this)),
+      m_licence(new QLabel(this)),
       m_ok(new QPushButton(this)) {
     const AboutView v = AboutForm().view();
     setWindowTitle(toQString(v.title));
     m_product->setText(toQString(v.productName));
     m_version->setText(toQString(v.version));
+    m_licence->setText(toQString(v.licence));
     m_ok->setText(toQString(v.okText));
     setModal(true);
 
@@ -33,6 +35,10 @@ AboutDialog::AboutDialog(QWidget* parent)
     m_version->setAlignment(Qt::AlignCenter);
     m_product->setAccessibleName(QStringLiteral("Product"));
     m_version->setAccessibleName(QStringLiteral("Version"));
+    m_licence->setFont(small);
+    m_licence->setAlignment(Qt::AlignCenter);
+    m_licence->setWordWrap(true);
+    m_licence->setAccessibleName(QStringLiteral("Licence"));
     m_ok->setAccessibleName(toQString(v.okText));
     m_ok->setDefault(true);
 
@@ -43,6 +49,7 @@ AboutDialog::AboutDialog(QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_product);
     layout->addWidget(m_version);
+    layout->addWidget(m_licence);
     layout->addWidget(separator);
     layout->addWidget(m_ok, 0, Qt::AlignCenter);
 

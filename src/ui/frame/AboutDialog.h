@@ -17,6 +17,7 @@ public:
 private:
     QLabel* m_product;
     QLabel* m_version;
+    QLabel* m_licence;
     QPushButton* m_ok;
 };
 

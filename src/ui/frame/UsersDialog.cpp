@@ -71,8 +71,7 @@ UsersDialog::UsersDialog(UsersForm form, SessionNotifier& notifier, QWidget* par
     connect(m_list, &QListWidget::itemSelectionChanged, this, [this] {
         const QList<QListWidgetItem*> chosen = m_list->selectedItems();
         if (!chosen.isEmpty()) {
-            (void)m_form.edit(UsersForm::Field::Selected,
-                              fromQString(chosen.front()->text()).value_or(std::string()));
+            (void)m_form.edit(UsersForm::Field::Selected, fromQString(chosen.front()->text()));
         }
     });
     connect(m_list, &QListWidget::itemActivated, this, &UsersDialog::accept);
@@ -114,8 +113,7 @@ void UsersDialog::accept() {
 void UsersDialog::addUser() {
     UserNameDialog ask(QStringLiteral("New User"), QStringLiteral("Enter user name:"), this);
     while (ask.exec() == QDialog::Accepted) {
-        (void)m_form.edit(UsersForm::Field::NewName,
-                          fromQString(ask.nameEdit()->text()).value_or(std::string()));
+        (void)m_form.edit(UsersForm::Field::NewName, fromQString(ask.nameEdit()->text()));
         Outcome outcome;
         {
             const WaitCursor wait;
@@ -156,8 +154,7 @@ void UsersDialog::renameUser() {
     if (ask.exec() != QDialog::Accepted) {
         return;
     }
-    (void)m_form.edit(UsersForm::Field::NewName,
-                      fromQString(ask.nameEdit()->text()).value_or(std::string()));
+    (void)m_form.edit(UsersForm::Field::NewName, fromQString(ask.nameEdit()->text()));
     (void)run(UsersForm::Command::Rename);
     fill();
 }

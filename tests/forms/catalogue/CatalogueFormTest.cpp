@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
+#include "TempDir.h"
 #include "core/UserStore.h"
 #include "foods/FoodCsv.h"
 #include "forms/catalogue/CatalogueForm.h"
@@ -195,54 +198,54 @@ TEST_F(CatalogueScreenTest, TheFindFieldRefusesBlanksAndSaysWhenNothingMatches) 
     EXPECT_EQ(selected(), TreePlace::ofFood(5, 0, 1));
 }
 
-TEST_F(CatalogueScreenTest, AnImportInStepsAddsWhatOneGoAddsAndACancelledOneLeavesNoTrace) {
+TEST_F(CatalogueScreenTest, ImportAndExportGoThroughFilesAndAStoppedImportLeavesNoTrace) {
+    const test::TempDir dir;
+    const std::string csvPath = (dir.path() / "foods.csv").string();
     std::string csv = std::string(kFoodCsvHeader) + "\n";
     csv += "5,Loaves,Bad,x,item,1,1,1,1,1,1\n";  // refused: the amount is no number
     for (int i = 0; i < 260; ++i) {
         csv += "\"Bread, Cereal, Rice, Pasta\",Loaves " + std::to_string(i % 3) + ",Loaf " +
                std::to_string(i) + ",1,item,80,1,1,1,1,1\n";
     }
+    std::ofstream(csvPath, std::ios::binary) << csv;
 
-    FoodCatalogue oneGo;
-    oneGo.header = catalogue.header;
-    for (std::size_t g = 0; g < catalogue.groups.size(); ++g) {
-        for (const FoodCategory& c : catalogue.groups[g]) {
-            oneGo.groups[g].emplace_back().copyFrom(c);
-        }
-    }
-    const ImportReport whole = importFoodsCsv(oneGo, csv);
+    // Stopped part way: the catalogue holds again what it held, and nothing is said or saved.
+    const std::string before = foodsCsv(catalogue);
+    std::size_t heard = 0;
+    const Outcome stopped = form.importFile(csvPath, [&](std::size_t done, std::size_t total) {
+        EXPECT_EQ(total, 261u);
+        heard = done;
+        return false;
+    });
+    EXPECT_GT(heard, 0u);
+    EXPECT_EQ(stopped, Outcome{});
+    EXPECT_EQ(foodsCsv(catalogue), before);
 
-    form.startImport(csv);
-    EXPECT_EQ(form.importProgress().total, 261u);
-    int steps = 0;
-    while (!form.importProgress().finished) {
-        form.importStep();
-        ++steps;
-    }
-    EXPECT_EQ(steps, 2);  // a screenful of rows at a time, for the progress to follow
-    const Outcome imported = form.finishImport();
-    EXPECT_EQ(imported.message->text,
-              "260 food items and 3 categories imported. 1 row was "
-              "refused:\nline 2: " +
-                  whole.refused[0].reason);
+    const Outcome imported = form.importFile(csvPath);
+    ASSERT_TRUE(imported.message);
+    EXPECT_EQ(imported.message->text.rfind("260 food items and 3 categories imported. 1 row was "
+                                           "refused:\nline 2: ",
+                                           0),
+              0u);
+    EXPECT_TRUE(imported.notices.catalogue && imported.notices.dataChanged);
     EXPECT_EQ(imported.save, SavePoint::Catalogue);
-    EXPECT_EQ(whole.foodsAdded, 260u);
-    EXPECT_EQ(foodsCsv(catalogue), foodsCsv(oneGo));
+    EXPECT_EQ(catalogue.groups[5].size(), 5u);  // Bagels, Cereal and the three Loaves
 
-    const std::string saved = foodsCsv(catalogue);
-    const PackedKey counter = catalogue.header.keyCounter;
-    catalogue.modified = false;
-    form.startImport(std::string(kFoodCsvHeader) + "\n3,Roots,Beet,1,cup,10,1,1,1,1,1\n" +
-                     "6,Juice,Lime,1,cup,10,1,1,1,1,1\n");
-    form.importStep();
-    EXPECT_NE(foodsCsv(catalogue), saved);
-    const uint64_t revision = catalogue.revision;
-    EXPECT_FALSE(form.cancelImport().notices.any());
-    EXPECT_EQ(foodsCsv(catalogue), saved);
-    EXPECT_EQ(catalogue.header.keyCounter, counter);
-    EXPECT_EQ(catalogue.header.groupChunks, catalogue.expectedGroupChunks());
-    EXPECT_FALSE(catalogue.modified);
-    EXPECT_NE(catalogue.revision, revision);
+    // Export writes the list the import reads; a file that cannot be read or written says so.
+    const std::string exported = (dir.path() / "out.csv").string();
+    EXPECT_EQ(form.exportFile(exported), Outcome{});
+    std::ifstream in(exported, std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), foodsCsv(catalogue));
+    const std::string missing = (dir.path() / "none.csv").string();
+    const Outcome unread = form.importFile(missing);
+    ASSERT_TRUE(unread.message);
+    EXPECT_EQ(unread.message->text, "The file " + missing + " cannot be read: there is no such file");
+    EXPECT_EQ(unread.message->caption, "Import");
+    EXPECT_FALSE(unread.notices.any());
+    const Outcome unwritten = form.exportFile((dir.path() / "none" / "out.csv").string());
+    ASSERT_TRUE(unwritten.message);
+    EXPECT_EQ(unwritten.message->caption, "Export");
+    EXPECT_EQ(unwritten.message->text.rfind("The file " + dir.path().string(), 0), 0u);
 }
 
 TEST(CatalogueScreenImport, TheSummaryCountsAndQuotesTheFirstRefusals) {

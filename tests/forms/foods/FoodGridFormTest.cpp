@@ -136,8 +136,8 @@ FoodItem food(uint16_t group, float calories, float carbohydrate, float fiber,
     FoodItem f;
     f.name = "Food";
     f.group = group;
-    f.setReference({1.0f, 14, 0});
-    f.setServing({amount, 14, 0});
+    f.setReference({1.0f, ServingUnit::Item, 0});
+    f.setServing({amount, ServingUnit::Item, 0});
     f.setNutrient(kCalories, calories);
     f.setNutrient(kCarbohydrate, carbohydrate);
     f.setNutrient(kFiber, fiber);

@@ -29,9 +29,9 @@ FoodItem rice() {
     FoodItem f;
     f.name = "Rice";
     f.text2 = "Rice";
-    f.setReference({100.0f, 12, 0});
-    f.setReference({1.0f, 3, 0}, true);
-    f.setServing({100.0f, 12, 0});
+    f.setReference({100.0f, ServingUnit::Gram, 0});
+    f.setReference({1.0f, ServingUnit::Cup, 0}, true);
+    f.setServing({100.0f, ServingUnit::Gram, 0});
     f.nutrients = {130.0f, 28.0f, 0.4f, 2.7f, 0.3f, 0.1f};
     return f;
 }
@@ -61,7 +61,7 @@ TEST_F(CatalogueForms, ANewItemStartsAsOneCupAndStoresItsServingAsReference) {
     FoodItemForm form = filledNewItem("  Barley ");
     EXPECT_EQ(form.view().caption, "New Food Item");
     EXPECT_EQ(form.view().fields.amount, 1.0);
-    EXPECT_EQ(form.view().fields.unit(), 3);
+    EXPECT_EQ(form.view().fields.unit(), ServingUnit::Cup);
     EXPECT_EQ(form.view().fields.calories, 0u);
     (void)form.edit(FoodField::Amount, "0.5");
     (void)form.edit(FoodField::Calories, "99999");
@@ -75,7 +75,7 @@ TEST_F(CatalogueForms, ANewItemStartsAsOneCupAndStoresItsServingAsReference) {
     const FoodItem& f = catalogue.groups[5][0].foods[0];
     EXPECT_EQ(f.name.str(), "Barley");
     EXPECT_EQ(f.text2.str(), "Barley");
-    EXPECT_EQ(f.serving, (ServingQuantity{0.5f, 3, 0}));
+    EXPECT_EQ(f.serving, (ServingQuantity{0.5f, ServingUnit::Cup, 0}));
     EXPECT_EQ(f.ref2, f.serving);
     EXPECT_EQ(f.ref1, ServingQuantity{});
     EXPECT_FLOAT_EQ(f.ratio, 1.0f);
@@ -153,8 +153,8 @@ TEST_F(CatalogueForms, ShownValuesFollowTheServing) {
 TEST_F(CatalogueForms, TypedValuesAreScaledWhenTheServingChanges) {
     FoodItem bagel;
     bagel.name = "Bagel";
-    bagel.setReference({1.0f, 14, 0});
-    bagel.setServing({1.0f, 14, 0});
+    bagel.setReference({1.0f, ServingUnit::Item, 0});
+    bagel.setServing({1.0f, ServingUnit::Item, 0});
     bagel.nutrients = {245.0f, 48.0f, 2.0f, 10.0f, 1.5f, 0.2f};
     ASSERT_EQ(addFoodItem(catalogue, 5, 0, bagel), 0);
     const auto check = [](FoodItemForm form, const char* what) {
@@ -248,7 +248,7 @@ TEST_F(CatalogueForms, InsertFoodLogsIntoTheCurrentDayAndEditEntryReplacesIt) {
     EXPECT_EQ(entry.key.value, 41u);
     EXPECT_EQ(entry.loggedFlag, 1);
     EXPECT_EQ(entry.meal, 2);
-    EXPECT_EQ(entry.serving, (ServingQuantity{200.0f, 12, 0}));
+    EXPECT_EQ(entry.serving, (ServingQuantity{200.0f, ServingUnit::Gram, 0}));
     EXPECT_EQ(entry.ref1, entry.serving);
     EXPECT_TRUE(sameFood(entry, day->allFoods()[0]));
     EXPECT_EQ(o.notices, (Notices{.userData = true, .dataChanged = true}));
@@ -298,7 +298,7 @@ TEST(HostileFoodNames, TheCategoryAndFoodFormsRefuseOrStoreThem) {
     ByteBuffer bytes;
     ASSERT_TRUE(writeCatalogueFile(c, bytes).ok());
     FoodCatalogue back;
-    ASSERT_TRUE(readCatalogueFile(bytes.bytes(), back, {"FoodDB.ddb", true}).ok());
+    ASSERT_TRUE(readCatalogueFile(bytes.bytes(), back, {"FoodDB.ddb"}).ok());
     for (std::size_t g = 0; g < kFoodGroupCount; ++g) {
         ASSERT_EQ(back.groups[g].size(), c.groups[g].size());
     }

@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <array>
+#include <fstream>
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -21,8 +25,8 @@ FoodItem perItem(const char* name, float calories) {
     FoodItem f;
     f.name = name;
     f.text2 = name;
-    f.setReference({1.0f, 14, 0});
-    f.setServing({1.0f, 14, 0});
+    f.setReference({1.0f, ServingUnit::Item, 0});
+    f.setServing({1.0f, ServingUnit::Item, 0});
     f.setNutrient(kCalories, calories);
     f.setNutrient(kProtein, 4.0f);
     return f;
@@ -61,7 +65,7 @@ TEST_F(LogFood, InitialPositionsAreUsedOnceThenTheFirstEntries) {
     EXPECT_EQ(form.view().foodNames, (std::vector<std::string_view>{"Onion", "Plain", "Sesame"}));
     EXPECT_EQ(selected(form), "Sesame");
     EXPECT_EQ(form.view().fields.calories, 250u);
-    EXPECT_EQ(form.view().fields.unit(), 14);
+    EXPECT_EQ(form.view().fields.unit(), ServingUnit::Item);
     (void)form.edit(FoodField::Category, "Breads");
     EXPECT_EQ(selected(form), "Rye");
     (void)form.edit(FoodField::Category, "Bagels");
@@ -266,6 +270,138 @@ TEST(LogFoodRice, LoggedAt150GramsItCountsItsValuesTimesOneAndAHalf) {
     EXPECT_EQ(wholeCalories(totals[kCalories]), 534u);
     for (int n = 1; n < kNutrientCount; ++n) {
         EXPECT_NEAR(totals[static_cast<std::size_t>(n)], shown[n], 1e-4) << n;
+    }
+}
+
+// Foods of the source with a household measure log as that measure and as any weight, or another
+// unit of the measure's kind, each by the food's own weight of its measure. The expected values
+// are the source's figures per 100 g times the grams eaten; calories may differ by the rounding
+// of the serving's whole calories, scaled to the grams eaten, and the shown whole calories.
+TEST(LogFoodShipped, HouseholdMeasuresAndWeightsLogTheSourcesValues) {
+    FoodCatalogue catalogue;
+    std::ifstream csv(NUTROVEX_FOODS_CSV, std::ios::binary);
+    ASSERT_TRUE(csv.good());
+    ASSERT_TRUE(
+        importFoodsCsv(catalogue, std::string(std::istreambuf_iterator<char>(csv), {})).refused.empty());
+    const FixedClock clock{CalendarDate::fromDmy(21, 11, 2026)};
+
+    using enum ServingUnit;
+    const struct {
+        int group;
+        const char* category;
+        const char* food;
+        ServingQuantity shown;  // the household serving it opens with
+        double shownGrams;      // what that serving weighs
+        ServingQuantity logged;
+        double grams;                               // what the logged serving weighs
+        std::array<double, kNutrientCount> per100;  // the source's values per 100 g
+    } cases[] = {
+        // A cup of whole milk weighs 244 g.
+        {1,
+         "Milk",
+         "Milk, whole",
+         {1, Cup, 0},
+         244,
+         {1, Cup, 0},
+         244,
+         {61, 4.8, 0, 3.15, 3.25, 1.865}},
+        {1,
+         "Milk",
+         "Milk, whole",
+         {1, Cup, 0},
+         244,
+         {150, Gram, 0},
+         150,
+         {61, 4.8, 0, 3.15, 3.25, 1.865}},
+        {1,
+         "Milk",
+         "Milk, whole",
+         {1, Cup, 0},
+         244,
+         {1, Pint, 0},
+         488,
+         {61, 4.8, 0, 3.15, 3.25, 1.865}},
+        // A medium banana weighs 118 g.
+        {4,
+         "Fruit A-F",
+         "Bananas, raw",
+         {1, Item, 0},
+         118,
+         {2, Item, 0},
+         236,
+         {89, 22.84, 2.6, 1.09, 0.33, 0.112}},
+        {4,
+         "Fruit A-F",
+         "Bananas, raw",
+         {1, Item, 0},
+         118,
+         {150, Gram, 0},
+         150,
+         {89, 22.84, 2.6, 1.09, 0.33, 0.112}},
+        // A tablespoon of olive oil weighs 13.5 g; a teaspoon is a third of it.
+        {0,
+         "Oils",
+         "Olive oil",
+         {1, Tablespoon, 0},
+         13.5,
+         {1, Teaspoon, 0},
+         4.5,
+         {884, 0, 0, 0, 100, 13.808}},
+        {0,
+         "Oils",
+         "Olive oil",
+         {1, Tablespoon, 0},
+         13.5,
+         {100, Gram, 0},
+         100,
+         {884, 0, 0, 0, 100, 13.808}},
+        // A cup of cooked rice weighs 158 g; an ounce is 28.34952 g.
+        {5,
+         "Rice and Pasta",
+         "Rice, cooked",
+         {1, Cup, 0},
+         158,
+         {3, Ounce, 0},
+         85.04856,
+         {130, 28.17, 0.4, 2.69, 0.28, 0.077}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.food) + " " + std::to_string(c.logged.amount) + " " +
+                     unitName(c.logged.unit));
+        UserStore store(clock);
+        DayCursor days(store);
+        FoodRunState run;
+        LogFoodForm form(catalogue, days, run, c.group);
+        (void)form.edit(FoodField::Category, c.category);
+        (void)form.edit(FoodField::Food, c.food);
+        LogFoodView v = form.view();
+        ASSERT_GE(v.item, 0);
+        ASSERT_EQ(v.foodNames[static_cast<std::size_t>(v.item)], c.food);
+        EXPECT_EQ(v.fields.amount, c.shown.amount);
+        EXPECT_EQ(v.fields.unit(), c.shown.unit);
+
+        (void)form.edit(FoodField::Unit, unitName(c.logged.unit));
+        ASSERT_EQ(form.view().fields.unit(), c.logged.unit) << "the unit is offered";
+        std::ostringstream amount;
+        amount << c.logged.amount;
+        (void)form.edit(FoodField::Amount, amount.str());
+        v = form.view();
+        const double eaten = c.grams / 100.0;
+        EXPECT_NEAR(*v.fields.calories, c.per100[kCalories] * eaten,
+                    0.5 + 0.5 * c.grams / c.shownGrams);
+        for (int n = 1; n < kNutrientCount; ++n) {
+            EXPECT_NEAR(*v.fields.grams[n], c.per100[n] * eaten, 1e-3 + 2e-3 * c.per100[n] * eaten)
+                << n;
+        }
+        (void)form.command(Command::Log);
+        ASSERT_TRUE(form.result().done());
+        const DayRecord* day = days.currentDay();
+        ASSERT_NE(day, nullptr);
+        const Nutrients totals = computeDayTotals(*day);
+        EXPECT_EQ(wholeCalories(totals[kCalories]), *v.fields.calories);
+        for (int n = 1; n < kNutrientCount; ++n) {
+            EXPECT_NEAR(totals[n], *v.fields.grams[n], 1e-4) << n;
+        }
     }
 }
 

@@ -126,7 +126,7 @@ TEST_F(UsersFormTest, TheCommandsActOnTheSelectedEntry) {
     // Renaming onto a listed name is refused and changes nothing.
     (void)form.edit(Field::NewName, "Zerbu");
     const Outcome refused = form.command(Command::Rename);
-    EXPECT_EQ(refused.message, UsersForm::renameRefusal());
+    EXPECT_EQ(refused.message, UsersForm::renameRefusal("Zerbu"));
     EXPECT_FALSE(refused.notices.any());
 
     EXPECT_FALSE(form.command(Command::Open).message);
@@ -142,7 +142,7 @@ TEST_F(UsersFormTest, AddingADuplicateOrUnsafeNameIsRefused) {
         SCOPED_TRACE(name);
         (void)form.edit(Field::NewName, name);
         const Outcome refused = form.command(Command::Add);
-        EXPECT_EQ(refused.message, UsersForm::addRefusal());
+        EXPECT_EQ(refused.message, UsersForm::addRefusal(name));
         EXPECT_FALSE(refused.notices.any());
     }
     (void)form.edit(Field::NewName, "Cy");
@@ -151,6 +151,32 @@ TEST_F(UsersFormTest, AddingADuplicateOrUnsafeNameIsRefused) {
     EXPECT_EQ(s->openUserName(), "Cy");
     EXPECT_EQ(form.selectedName(), "Cy");
     EXPECT_TRUE(fs::exists(root / "Users" / "Cy" / "UserDB.ddb"));
+}
+
+TEST(UsersForm, ARefusedNameSaysWhyWhenItCannotBeAUsersName) {
+    const struct {
+        std::optional<std::string> name;
+        const char* why;
+    } cases[] = {
+        {"Ann", "Make sure you are not inputting a duplicate name."},
+        {"", "A user name cannot be empty."},
+        {"..", "A user name cannot be \".\" or \"..\"."},
+        {"a/b", "A user name cannot hold \"/\" or \"\\\"."},
+        {"a\x1b[2J", "A user name cannot hold a control character."},
+        {"\x9D", "A user name cannot hold a control character."},
+        {"Users.udb", "A user name cannot be \"Users.udb\", the name of the list of users."},
+        {std::string(200, '\xE9'), "A user name cannot be longer than a folder's name can be."},
+        {std::nullopt, "A user name can hold only the characters of Windows-1252."},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(UsersForm::addRefusal(c.name).text,
+                  std::string("Could not add the user.  ") + c.why);
+        EXPECT_EQ(UsersForm::renameRefusal(c.name).text,
+                  std::string("Could not rename the user.  ") + c.why);
+    }
+    // A name quoted in a message shows its control characters, never sends them.
+    EXPECT_EQ(UsersForm::confirmDelete("Ann\x1b[2J\x81").text,
+              "Delete the user name and ALL ASSOCIATED DATA of 'Ann\\x1B[2J\\x81'?");
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ protected:
             FoodItem f;
             f.name = n;
             f.text2 = n;
-            f.serving = {1.0f, 0, 0};  // one of the first unit
+            f.serving = {1.0f, ServingUnit::Pinch, 0};
             f.setReference(f.serving);
             f.setNutrient(kCalories, 250.0f);
             ASSERT_NE(addFoodItem(c, 5, bagels, f), kNoPosition);

@@ -7,9 +7,9 @@
 #include <QTest>
 #include <QTimer>
 
+#include "render/ChartPainter.h"
 #include "ui/Screenshot.h"
 #include "ui/charts/BodyMassChartDialog.h"
-#include "ui/charts/ChartPainter.h"
 #include "ui/charts/ChartScreenFixture.h"
 #include "ui/charts/ChartWidgets.h"
 

@@ -10,8 +10,8 @@
 #include <algorithm>
 
 #include "forms/charts/HistoricChartForm.h"
+#include "render/ChartPainter.h"
 #include "ui/Screenshot.h"
-#include "ui/charts/ChartPainter.h"
 #include "ui/charts/ChartScreenFixture.h"
 #include "ui/charts/ChartWidgets.h"
 #include "ui/charts/HistoricChartDialog.h"

@@ -120,24 +120,24 @@ protected:
         ScreenSession::SetUp();
         FoodCatalogue& c = session.catalogue();
         const Position pies = addCategory(c, 0, "Pies");
-        (void)addFoodItem(c, 0, pies, catalogueFood("Apple Pie", {1.0f, 14, 0}, 320, 45));
-        (void)addFoodItem(c, 0, pies, catalogueFood("Pumpkin Pie", {1.0f, 14, 0}, 290, 38));
+        (void)addFoodItem(c, 0, pies, catalogueFood("Apple Pie", {1.0f, ServingUnit::Item, 0}, 320, 45));
+        (void)addFoodItem(c, 0, pies, catalogueFood("Pumpkin Pie", {1.0f, ServingUnit::Item, 0}, 290, 38));
         const Position fresh = addCategory(c, 4, "Fresh");
-        (void)addFoodItem(c, 4, fresh, catalogueFood("Apple", {100.0f, 12, 0}, 52, 13.8f));
-        (void)addFoodItem(c, 4, fresh, catalogueFood("Banana", {1.0f, 14, 0}, 105, 27));
+        (void)addFoodItem(c, 4, fresh, catalogueFood("Apple", {100.0f, ServingUnit::Gram, 0}, 52, 13.8f));
+        (void)addFoodItem(c, 4, fresh, catalogueFood("Banana", {1.0f, ServingUnit::Item, 0}, 105, 27));
         const Position breads = addCategory(c, 5, "Breads");
-        (void)addFoodItem(c, 5, breads, catalogueFood("Bagel", {1.0f, 14, 0}, 245, 48));
+        (void)addFoodItem(c, 5, breads, catalogueFood("Bagel", {1.0f, ServingUnit::Item, 0}, 245, 48));
 
         (void)session.days().ensureCurrentDay();
         uint32_t key = 1;
         for (const char* name : {"Fig", "Kiwi", "Mango", "Plum"}) {
-            FoodItem f = catalogueFood(name, {1.0f, 14, 0}, 50, 12);
+            FoodItem f = catalogueFood(name, {1.0f, ServingUnit::Item, 0}, 50, 12);
             f.group = 4;
             f.meal = 1;
             f.key.value = key++;
             (void)insertLoggedFood(today(), f, 4, kSortByMeal);
         }
-        FoodItem bagel = catalogueFood("Bagel", {1.0f, 14, 0}, 245, 48);
+        FoodItem bagel = catalogueFood("Bagel", {1.0f, ServingUnit::Item, 0}, 245, 48);
         bagel.group = 5;
         bagel.key.value = key++;
         (void)insertLoggedFood(today(), bagel, 5, kSortByMeal);
@@ -183,7 +183,7 @@ TEST_F(FoodScreens, AFoodLoggedInOuncesShowsOnTheMealsScreenAndInTheDayTotals) {
     ASSERT_EQ(today().group(4).size(), 5u);
     const FoodItem& apple = today().group(4)[log.form().result().position];
     EXPECT_EQ(apple.name.str(), "Apple");
-    EXPECT_EQ(apple.serving.unit, 10);
+    EXPECT_EQ(apple.serving.unit, ServingUnit::Ounce);
     EXPECT_FLOAT_EQ(apple.serving.amount, 2.0f);
     EXPECT_EQ(apple.meal, 1);
     EXPECT_EQ(today().allFoods().size(), 6u);
