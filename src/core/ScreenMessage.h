@@ -29,10 +29,12 @@ struct Notices {
     bool dayCreated = false;
     bool personalInfoReset = false;
     bool userChanged = false;
+    bool recipes = false;  // the person's recipes (Recipes.json) must be saved
+    bool targets = false;  // the person's targets (Targets.json) must be saved
 
     [[nodiscard]] bool any() const {
         return userData || catalogue || dataChanged || dayCreated || personalInfoReset ||
-               userChanged;
+               userChanged || recipes || targets;
     }
     Notices& operator|=(const Notices& other) {
         userData = userData || other.userData;
@@ -41,6 +43,8 @@ struct Notices {
         dayCreated = dayCreated || other.dayCreated;
         personalInfoReset = personalInfoReset || other.personalInfoReset;
         userChanged = userChanged || other.userChanged;
+        recipes = recipes || other.recipes;
+        targets = targets || other.targets;
         return *this;
     }
     friend bool operator==(const Notices&, const Notices&) = default;

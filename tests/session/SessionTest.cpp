@@ -136,7 +136,9 @@ TEST_F(SessionTest, TemporaryFilesOfKilledSavesAreRemovedFromTheFoldersOpened) {
         ASSERT_TRUE(s->initialLoad().ok());
     }
     const fs::path leftovers[] = {root / ".FoodDB.ddb.tmp1-0", root / "Users" / ".Users.udb.tmp1-4",
-                                  root / "Users" / "Zerbu" / ".UserDB.ddb.tmp1-2"};
+                                  root / "Users" / "Zerbu" / ".UserDB.ddb.tmp1-2",
+                                  root / "Users" / "Zerbu" / ".Recipes.json.tmp1-3",
+                                  root / "Users" / "Zerbu" / ".Targets.json.tmp1-5"};
     for (const fs::path& p : leftovers) {
         std::ofstream(p) << "half a save";
     }
@@ -146,6 +148,8 @@ TEST_F(SessionTest, TemporaryFilesOfKilledSavesAreRemovedFromTheFoldersOpened) {
     EXPECT_FALSE(fs::exists(leftovers[1]));
     ASSERT_TRUE(s->initialLoad().ok());
     EXPECT_FALSE(fs::exists(leftovers[2]));
+    EXPECT_FALSE(fs::exists(leftovers[3]));
+    EXPECT_FALSE(fs::exists(leftovers[4]));
     EXPECT_TRUE(fs::exists(root / "Users" / "Zerbu" / "mine.txt"));
 }
 
