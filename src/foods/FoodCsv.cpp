@@ -12,8 +12,8 @@
 #include "core/Names.h"
 #include "core/ServingUnits.h"
 #include "foods/CatalogueOps.h"
+#include "foods/FoodFields.h"
 #include "foods/FoodFinder.h"
-#include "foods/FoodForms.h"
 
 namespace nutrovex {
 

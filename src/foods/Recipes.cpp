@@ -8,7 +8,7 @@
 #include "core/ServingUnits.h"
 #include "foods/CatalogueOps.h"
 #include "foods/FoodFinder.h"
-#include "foods/FoodForms.h"
+#include "foods/FoodFields.h"
 
 namespace nutrovex {
 

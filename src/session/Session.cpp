@@ -326,12 +326,14 @@ void Session::apply(const Notices& notices) {
     }
 }
 
-SessionStatus Session::saveModified() {
+SessionStatus Session::save(SavePoint point) {
+    const bool userData = point == SavePoint::UserData || point == SavePoint::Both;
+    const bool catalogue = point == SavePoint::Catalogue || point == SavePoint::Both;
     SessionStatus status;
-    if (userDataModified()) {
+    if (userData && userDataModified()) {
         status = saveUserData();
     }
-    if (catalogueModified()) {
+    if (catalogue && catalogueModified()) {
         for (std::string& f : saveCatalogue().failures) {
             status.add(std::move(f));
         }

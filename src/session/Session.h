@@ -14,6 +14,7 @@
 #include "core/Recipe.h"
 #include "core/ScreenMessage.h"
 #include "core/UserStore.h"
+#include "foods/FoodRunState.h"
 #include "logbook/DayCursor.h"
 #include "logbook/ExerciseLog.h"
 #include "session/InstanceLock.h"
@@ -64,6 +65,8 @@ public:
     [[nodiscard]] const UserList& users() const { return m_users; }
     [[nodiscard]] DayCursor& days() { return m_days; }
     [[nodiscard]] ExerciseClipboard& exerciseClipboard() { return m_exerciseClipboard; }
+    // What the food screens keep for the whole run: the lists' view, clipboards, find.
+    [[nodiscard]] FoodRunState& foodRunState() { return m_foodRunState; }
     // The open person's recipes and targets, kept in side files of their folder. While a side file
     // could not be read whole its contents here are empty and changes to them are refused by
     // every save, so that the file on disk is kept; a screen asks first (readWhole, failure).
@@ -84,9 +87,10 @@ public:
     [[nodiscard]] bool sideFilesModified() const {
         return userOpen() && (m_recipesFile.modified || m_targetsFile.modified);
     }
-    // A screen's save point: writes the user data, then the catalogue, then the side files, each
-    // only when modified.
-    SessionStatus saveModified();
+    // A screen's save point: writes what it names, the user data first, each only when modified,
+    // then the side files that changed.
+    SessionStatus save(SavePoint point);
+    SessionStatus saveModified() { return save(SavePoint::Both); }
 
     // Recomputes every day's nutrient totals, then writes the user's data file.
     SessionStatus saveUserData();
@@ -140,6 +144,7 @@ private:
     UserList m_users;
     DayCursor m_days;
     ExerciseClipboard m_exerciseClipboard;
+    FoodRunState m_foodRunState;
     RecipeBook m_recipes;
     MacroTargets m_targets;
     SideFileState m_recipesFile;

@@ -6,7 +6,8 @@
 #include "FoodTestUtil.h"
 #include "core/FoodCatalogue.h"
 #include "foods/CatalogueOps.h"
-#include "foods/FoodForms.h"
+#include "foods/DayFoods.h"
+#include "foods/FoodFields.h"
 #include "foods/Recipes.h"
 
 namespace nutrovex {
