@@ -1,6 +1,9 @@
 // nutrovex-tool report, run as the real program on the demo user: the PDF's text (pdftotext) must
 // say what export-log and the eval ops say about the same days.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -8,6 +11,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <future>
 #include <iterator>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -494,6 +498,36 @@ TEST_F(ReportCommand, HtmlHoldsTheSameRows) {
               std::string::npos);
     EXPECT_NE(html.find("<img alt=\"Historic weight"), std::string::npos);
     EXPECT_NE(html.find("data:image/png;base64,iVBOR"), std::string::npos);
+}
+
+TEST_F(ReportCommand, AFifoTakesTheReportAndStaysAFifo) {
+    const std::string range = " --from " + *fromText + " --to " + rows->back().date;
+    const fs::path file = dir->path() / "page.html";
+    ASSERT_EQ(tool("report --user Demo" + range + " --html " + quoted(file.string())).code, 0);
+
+    const fs::path fifo = dir->path() / "pipe";
+    for (const std::string& kind : {std::string("--html"), std::string("--pdf")}) {
+        SCOPED_TRACE(kind);
+        ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+        auto received = std::async(std::launch::async, [fifo] { return slurp(fifo); });
+        const Ran run =
+            tool("report --user Demo" + range + " " + kind + " " + quoted(fifo.string()));
+        if (const int fd = ::open(fifo.c_str(), O_WRONLY | O_NONBLOCK); fd >= 0) {
+            ::close(fd);  // lets a reader still waiting for a writer go
+        }
+        const std::string bytes = received.get();
+        EXPECT_EQ(run.code, 0) << run.out;
+        struct stat st {};
+        ASSERT_EQ(::lstat(fifo.c_str(), &st), 0);
+        EXPECT_TRUE(S_ISFIFO(st.st_mode)) << "the FIFO was replaced";
+        if (kind == "--html") {
+            EXPECT_EQ(bytes, slurp(file));
+        } else {
+            EXPECT_TRUE(bytes.starts_with("%PDF-")) << bytes.substr(0, 16);
+            EXPECT_NE(bytes.find("%%EOF", bytes.size() - 16), std::string::npos);
+        }
+        fs::remove(fifo);
+    }
 }
 
 TEST_F(ReportCommand, RefusalsAreOneLineAndTheRootIsOnlyRead) {
