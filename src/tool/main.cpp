@@ -18,6 +18,7 @@
 #endif
 #ifdef NUTROVEX_TOOL_CHART
 #include "tool/ChartCommand.h"
+#include "tool/ReportCommand.h"
 #endif
 
 namespace {
@@ -58,6 +59,7 @@ const Command kCommands[] = {
     {"recipes", runRecipes},
 #ifdef NUTROVEX_TOOL_CHART
     {"chart", runChart},
+    {"report", runReport},
 #endif
 };
 

@@ -5,6 +5,7 @@
 #include "ui/logbook/DayRangeDialog.h"
 #include "ui/logbook/FoodBudgetDialogs.h"
 #include "ui/logbook/JournalDialog.h"
+#include "ui/logbook/ReportDialog.h"
 #include "ui/logbook/SummaryTableDialog.h"
 #include "ui/logbook/WeighInDialog.h"
 
@@ -17,6 +18,16 @@ template <typename Screen, typename Form>
 ScreenMaker maker(Session& session, SessionNotifier& notifier) {
     return [&session, &notifier](QWidget* parent) -> QDialog* {
         return new Screen(Form(session.days()), notifier, parent);
+    };
+}
+
+// The report screen on the logbook's days and the person's targets.
+ScreenMaker reportMaker(Session& session, SessionNotifier& notifier,
+                        ReportDialog::Purpose purpose) {
+    return [&session, &notifier, purpose](QWidget* parent) -> QDialog* {
+        ReportForm form(session.days(), session.targets(),
+                        session.targetsReadWhole() ? std::string() : session.targetsFailure());
+        return new ReportDialog(std::move(form), notifier, parent, purpose);
     };
 }
 
@@ -33,6 +44,8 @@ LogbookOpeners dayScreens(Session& session, SessionNotifier& notifier, ScreenOpe
     openers.foodBudgetBox = maker<FoodBudgetBoxDialog, FoodBudgetBoxForm>(session, notifier);
     openers.summaryTable = maker<SummaryTableDialog, SummaryTableForm>(session, notifier);
     openers.dayRange = maker<DayRangeDialog, DayRangeForm>(session, notifier);
+    openers.printReport = reportMaker(session, notifier, ReportDialog::Purpose::Print);
+    openers.exportReport = reportMaker(session, notifier, ReportDialog::Purpose::ExportPdf);
     return openers;
 }
 

@@ -239,6 +239,9 @@ void LogbookDialog::buildMenus() {
         addScreen(options, QStringLiteral("&Weight Chart"), m_openers.weightChart);
         addScreen(options, QStringLiteral("&Historic Weight Chart"), m_openers.historicWeightChart);
         addScreen(options, QStringLiteral("Food &Catalogue"), m_openers.catalogue);
+        options->addSeparator();
+        addScreen(options, QStringLiteral("&Print..."), m_openers.printReport);
+        addScreen(options, QStringLiteral("Export &PDF..."), m_openers.exportReport);
     });
 
     QMenu* record = menuBar()->addMenu(QStringLiteral("&Record"));

@@ -27,7 +27,9 @@ struct LogbookOpeners {
     ScreenMaker foodBudget;
     ScreenMaker foodBudgetBox;
     ScreenMaker summaryTable;
-    ScreenMaker dayRange;  // "Range of Days...": deletes the range on OK
+    ScreenMaker dayRange;      // "Range of Days...": deletes the range on OK
+    ScreenMaker printReport;   // the report screen, "Print..." its default
+    ScreenMaker exportReport;  // the report screen, "Export PDF..." its default
     ScreenOpener meals;
     ScreenOpener exercise;
     ScreenOpener historicWeightChart;

@@ -46,6 +46,7 @@ std::vector<TourStop> logbookTourStops(Session& session, SessionNotifier& notifi
         stop("food-budget", screens.foodBudget),
         stop("food-budget-box", screens.foodBudgetBox),
         stop("summary-table", screens.summaryTable),
+        stop("report-preview", screens.exportReport),
     };
 }
 

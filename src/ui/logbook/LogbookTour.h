@@ -10,7 +10,8 @@ class Session;
 class SessionNotifier;
 
 // The logbook's screens on the session's open user and current date: the logbook, the range of
-// days, weigh-in, journal, activity/BMR, the food budget page and box, the summary table.
+// days, weigh-in, journal, activity/BMR, the food budget page and box, the summary table, the
+// report with the preview of its first page.
 [[nodiscard]] std::vector<TourStop> logbookTourStops(Session& session, SessionNotifier& notifier);
 
 }  // namespace nutrovex
