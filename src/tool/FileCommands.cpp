@@ -15,8 +15,8 @@
 #include "storage/DataRoot.h"
 #include "storage/FileIo.h"
 #include "tool/JsonPrint.h"
-#include "tool/UserLookup.h"
 #include "tool/JsonStream.h"
+#include "tool/UserLookup.h"
 
 namespace nutrovex::tool {
 
@@ -429,9 +429,14 @@ void readUserFileJson(std::istream& in, UserFile& file, std::size_t block) {
                 pull.skip();  // checked as JSON only
                 continue;
             }
+            auto day = std::make_unique<DayRecord>(CalendarDate());
+            if (pull.quick([&](JsonQuick& q) { return quickDay(q, *day); })) {
+                file.days.push_back(std::move(day));
+                continue;
+            }
+            day = std::make_unique<DayRecord>(CalendarDate());
             tree.clear();
             const TreeValue value(tree, pull.parse(tree));
-            auto day = std::make_unique<DayRecord>(CalendarDate());
             try {
                 within([&] { return "days[" + std::to_string(count) + "]"; },
                        [&] { readDay(value, *day); });
@@ -619,6 +624,11 @@ void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue, std::size_t b
                             pull.skip();
                             continue;
                         }
+                        if (pull.quick(
+                                [&](JsonQuick& q) { return quickFood(q, foods.emplace_back()); })) {
+                            continue;
+                        }
+                        foods.pop_back();
                         tree.clear();
                         const TreeValue food(tree, pull.parse(tree));
                         try {
