@@ -117,7 +117,9 @@ void paint(QWidget& w) {
 void BM_CatalogueOpenToFirstPaint(benchmark::State& state) {
     Screenful& s = screenful(state.range(0));
     for (auto _ : state) {
-        CatalogueDialog dialog(s.notifier, nullptr);
+        CatalogueDialog dialog(
+            CatalogueForm(s.session.catalogue(), s.session.days(), s.session.foodRunState()),
+        s.notifier, nullptr);
         dialog.resize(kDefaultWindowWidth, kDefaultWindowHeight);
         dialog.show();
         paint(dialog);
@@ -130,7 +132,9 @@ BENCHMARK(BM_CatalogueOpenToFirstPaint)->DenseRange(0, 2)->Unit(benchmark::kMill
 void BM_CatalogueExpandCategory(benchmark::State& state) {
     const int64_t kind = state.range(0);
     Screenful& s = screenful(kind);
-    CatalogueDialog dialog(s.notifier, nullptr);
+    CatalogueDialog dialog(
+        CatalogueForm(s.session.catalogue(), s.session.days(), s.session.foodRunState()),
+        s.notifier, nullptr);
     dialog.resize(kDefaultWindowWidth, kDefaultWindowHeight);
     dialog.show();
     paint(dialog);
@@ -157,8 +161,12 @@ BENCHMARK(BM_CatalogueExpandCategory)->DenseRange(0, 2)->Unit(benchmark::kMillis
 void BM_CatalogueFindField(benchmark::State& state) {
     const int64_t kind = state.range(0);
     Screenful& s = screenful(kind);
-    CatalogueDialog dialog(s.notifier, nullptr);
+    CatalogueDialog dialog(
+        CatalogueForm(s.session.catalogue(), s.session.days(), s.session.foodRunState()),
+        s.notifier, nullptr);
     dialog.setMessagePresenter([](const ScreenMessage&) { return true; });
+    // The find screen's first result is taken, as its OK would.
+    dialog.setFindRunner([](const FindFoodForm& found) { return found.chosen(); });
     dialog.resize(kDefaultWindowWidth, kDefaultWindowHeight);
     dialog.show();
     paint(dialog);

@@ -11,8 +11,8 @@
 #include <QPalette>
 #include <memory>
 
-#include "charts/HistoricChartForm.h"
 #include "core/UserStore.h"
+#include "forms/charts/HistoricChartForm.h"
 #include "logbook/DayCursor.h"
 #include "render/ChartPainter.h"
 
@@ -63,10 +63,10 @@ void BM_HistoricChart(benchmark::State& state) {
     const QFont font;
     const ChartColours colours = chartColours(palette);
     for (auto _ : state) {
-        const HistoricChartForm form(data.days, settings);
+        const HistoricChartView chart = HistoricChartForm(data.days, settings).view();
         QPainter painter(&image);
         paintHistoricChart(painter,
-                           historicChartLayout(form.history(), kChartSize, font, &form.trend()),
+                           historicChartLayout(chart.history, kChartSize, font, &chart.trend),
                            colours, font);
     }
 }
@@ -78,14 +78,14 @@ void BM_HistoricChartPaintOnly(benchmark::State& state) {
     MemoryChartSettings settings;
     settings.setSpan(static_cast<uint16_t>(state.range(0)));
     settings.setTrendShown(true);
-    const HistoricChartForm form(data.days, settings);
+    const HistoricChartView chart = HistoricChartForm(data.days, settings).view();
     QImage image(kChartSize, QImage::Format_ARGB32_Premultiplied);
     const QFont font;
     const ChartColours colours = chartColours(QPalette());
     for (auto _ : state) {
         QPainter painter(&image);
         paintHistoricChart(painter,
-                           historicChartLayout(form.history(), kChartSize, font, &form.trend()),
+                           historicChartLayout(chart.history, kChartSize, font, &chart.trend),
                            colours, font);
     }
 }

@@ -12,7 +12,7 @@
 #include "WidgetBenchMain.h"
 #include "core/FoodCatalogue.h"
 #include "foods/DayFoods.h"
-#include "foods/FoodGridForm.h"
+#include "forms/foods/FoodGridForm.h"
 #include "session/Session.h"
 #include "storage/CatalogueFile.h"
 #include "ui/foods/CFoodGridCtrl.h"
@@ -48,8 +48,11 @@ void paintGridScreenful(benchmark::State& state) {
                                i % 8, kSortByMeal);
     }
     FoodRunState run;
-    FoodGridForm form(days, run, kAllFoodsGroup);
-    CFoodGridCtrl grid(form, nullptr);
+    FoodCatalogue catalogue;
+    const FoodGridForm form(catalogue, days, run, kAllFoodsGroup);
+    const FoodGridView shown = form.view();
+    CFoodGridCtrl grid(nullptr);
+    grid.show(shown);
     grid.resize(480, 560);
     QImage image(grid.size(), QImage::Format_ARGB32_Premultiplied);
     grid.render(&image);
@@ -57,7 +60,7 @@ void paintGridScreenful(benchmark::State& state) {
         grid.render(&image);
         benchmark::DoNotOptimize(image.bits());
     }
-    state.counters["rows"] = static_cast<double>(form.rows().rows.size());
+    state.counters["rows"] = static_cast<double>(shown.rows.rows.size());
 }
 BENCHMARK(paintGridScreenful)->Unit(benchmark::kMicrosecond);
 
@@ -97,7 +100,9 @@ void logFoodGroupChange(benchmark::State& state) {
         }
     }
     SessionNotifier notifier(session);
-    LogFoodDialog dialog(notifier, nullptr, 0);
+    LogFoodDialog dialog(
+        LogFoodForm(session.catalogue(), session.days(), session.foodRunState(), 0), notifier,
+        nullptr);
     int group = 0;
     for (auto _ : state) {
         group = (group + 1) % kFoodGroupCount;

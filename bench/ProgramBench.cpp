@@ -27,10 +27,10 @@
 
 #include "BenchData.h"
 #include "WidgetBenchMain.h"
-#include "charts/HistoricChartForm.h"
+#include "charts/ChartSettings.h"
 #include "core/CalendarDate.h"
 #include "core/DayRecord.h"
-#include "session/MainFrameForm.h"
+#include "forms/frame/MainFrameForm.h"
 #include "session/Session.h"
 #include "session/SessionSettings.h"
 #include "storage/CatalogueFile.h"
@@ -251,7 +251,8 @@ struct Program {
         if (session.start(reason) != Session::Start::Running) {
             fail("cannot open " + root.string() + ": " + reason);
         }
-        frame = std::make_unique<CMainFrame>(notifier, programOpeners(notifier, charts));
+        frame = std::make_unique<CMainFrame>(MainFrameForm(session), notifier,
+                                             programOpeners(session, notifier, charts));
         frame->resize(kDefaultWindowWidth, kDefaultWindowHeight);
         frame->show();
         if (!frame->initialLoad()) {

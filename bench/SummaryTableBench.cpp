@@ -82,7 +82,7 @@ BigLogbook& bigLogbook() {
 // The engine: the texts of one screenful of rows (the grid's visible rows at the default size).
 void BM_SummaryRowsComputed(benchmark::State& state) {
     BigLogbook& big = bigLogbook();
-    SummaryTableGrid grid(big.session);
+    SummaryTableGrid grid(SummaryTableForm(big.session.days()));
     grid.resize(kDefaultWindowWidth, kDefaultWindowHeight);
     const auto rows = grid.grid().visibleScrollingRows();
     const int screenful = std::max(rows.second - rows.first, 1);
@@ -104,7 +104,7 @@ BENCHMARK(BM_SummaryRowsComputed)->Unit(benchmark::kMicrosecond);
 // The screen: one screenful painted after a scroll, into an image the size of the window.
 void BM_SummaryScreenfulPainted(benchmark::State& state) {
     BigLogbook& big = bigLogbook();
-    SummaryTableGrid grid(big.session);
+    SummaryTableGrid grid(SummaryTableForm(big.session.days()));
     grid.resize(kDefaultWindowWidth, kDefaultWindowHeight);
     QImage image(grid.viewport()->size(), QImage::Format_ARGB32_Premultiplied);
     const int limit = grid.grid().scrollLimit(Orientation::Vertical);
@@ -124,7 +124,7 @@ void BM_SummaryTableOpened(benchmark::State& state) {
     QImage image(QSize(kDefaultWindowWidth, kDefaultWindowHeight),
                  QImage::Format_ARGB32_Premultiplied);
     for (auto _ : state) {
-        SummaryTableGrid grid(big.session);
+        SummaryTableGrid grid(SummaryTableForm(big.session.days()));
         grid.resize(kDefaultWindowWidth, kDefaultWindowHeight);
         grid.viewport()->render(&image);
     }

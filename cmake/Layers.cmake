@@ -1,7 +1,7 @@
 # The engine's layers, lowest first, and the layers each one builds on directly. The build links
 # by this table and the layer check (cmake/LayerCheck.cmake) enforces it on every include, so the
 # two cannot drift apart.
-set(NUTROVEX_LAYERS core calc storage logbook foods charts controls session)
+set(NUTROVEX_LAYERS core calc storage logbook foods charts controls session forms)
 set(NUTROVEX_LAYER_core_USES "")
 set(NUTROVEX_LAYER_calc_USES core)
 set(NUTROVEX_LAYER_storage_USES core)
@@ -10,13 +10,16 @@ set(NUTROVEX_LAYER_foods_USES logbook)
 set(NUTROVEX_LAYER_charts_USES logbook)
 set(NUTROVEX_LAYER_controls_USES core)
 set(NUTROVEX_LAYER_session_USES storage foods charts controls)
+# One form per screen: what each screen shows and does, above the session it works on.
+set(NUTROVEX_LAYER_forms_USES session)
 # Above the engine: the drawing the program and the tool share, the screens, the tool and the
 # program. Only render, ui and app may use Qt.
 set(NUTROVEX_LAYER_render_USES charts)
-set(NUTROVEX_LAYER_ui_USES session render)
+set(NUTROVEX_LAYER_ui_USES forms render)
 # The tool's chart command draws through render/ChartPng.h, whose interface is Qt-free; no tool
-# file includes Qt itself, and the tool never reaches the screens.
-set(NUTROVEX_LAYER_tool_USES session render)
+# file includes Qt itself, and the tool never reaches the screens. Its demo logbook is typed in
+# through the screens' forms.
+set(NUTROVEX_LAYER_tool_USES forms render)
 set(NUTROVEX_LAYER_app_USES ui)
 set(NUTROVEX_QT_FOLDERS render ui app)
 

@@ -14,6 +14,7 @@ const nutrovex::tool::EvalRegistry& registry() {
         nutrovex::tool::EvalRegistry r;
         nutrovex::tool::registerCalcOps(r);
         nutrovex::tool::registerControlOps(r);
+        nutrovex::tool::registerTargetOps(r);
         return r;
     }();
     return ops;

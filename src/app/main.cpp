@@ -11,9 +11,9 @@
 #include <cstdio>
 #include <string_view>
 
-#include "charts/HistoricChartForm.h"
+#include "charts/ChartSettings.h"
 #include "data/ShippedCatalogue.h"
-#include "session/MainFrameForm.h"
+#include "forms/frame/MainFrameForm.h"
 #include "session/Session.h"
 #include "storage/CatalogueStorage.h"
 #include "ui/Resources.h"
@@ -32,15 +32,15 @@ namespace {
 
 // --tour DIR: opens every screen on the root's data and saves its pictures; nothing is asked and
 // nothing is saved. Failures go to stderr.
-int runTourMode(SessionNotifier& notifier, FrameOpeners openers, const QString& dir) {
-    Session& session = notifier.session();
+int runTourMode(Session& session, SessionNotifier& notifier, FrameOpeners openers,
+                const QString& dir) {
     const SessionStatus loaded = session.initialLoad();
     if (!loaded) {
         std::fprintf(stderr, "nutrovex: %s\n", loaded.message().c_str());
     }
-    CMainFrame frame(notifier, std::move(openers));
+    CMainFrame frame(MainFrameForm(session), notifier, std::move(openers));
     frame.show();
-    const QStringList failures = runTour(dir, allTourStops(notifier), &frame);
+    const QStringList failures = runTour(dir, allTourStops(session, notifier), &frame);
     for (const QString& failure : failures) {
         std::fprintf(stderr, "nutrovex: %s\n", failure.toLocal8Bit().constData());
     }
@@ -165,12 +165,13 @@ int main(int argc, char** argv) {
     SessionNotifier notifier(session);
     if (parser.isSet(tourOption)) {
         MemoryChartSettings tourCharts;  // the tour leaves the person's chart choices alone
-        return runTourMode(notifier, programOpeners(notifier, tourCharts),
+        return runTourMode(session, notifier, programOpeners(session, notifier, tourCharts),
                            parser.value(tourOption));
     }
 
     QtChartSettings chartSettings(root);
-    CMainFrame frame(notifier, programOpeners(notifier, chartSettings));
+    CMainFrame frame(MainFrameForm(session), notifier,
+                     programOpeners(session, notifier, chartSettings));
     frame.show();
     std::unique_ptr<FirstPaintAfterLoad> watcher;
     if (parser.isSet(measureOption)) {

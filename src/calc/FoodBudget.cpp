@@ -38,22 +38,31 @@ int64_t roundedCalories(float total) {
 
 }  // namespace
 
-std::string foodBudgetText(const DayRecord* day, const UserProfile& profile) {
-    if (day == nullptr || day->level() == kLevelNone) {
-        return kNoBudgetText;
+std::optional<int32_t> foodBudgetCalories(const DayRecord* day, const UserProfile& profile) {
+    return day == nullptr ? std::nullopt : foodBudgetCalories(*day, profile, day->exerciseCalories);
+}
+
+std::optional<int32_t> foodBudgetCalories(const DayRecord& day, const UserProfile& profile,
+                                          uint32_t exerciseCalories) {
+    if (day.level() == kLevelNone) {
+        return std::nullopt;
     }
-    const WholeResult weight = weightToWhole(day->weight(), false);
+    const WholeResult weight = weightToWhole(day.weight(), false);
     if (!weight.ok || weight.value < 0 || profile.age() < 0 || profile.height() < 0.0f) {
-        return kNoBudgetText;
+        return std::nullopt;
     }
     const auto perDay = planCaloriesPerDay(freshPlan(profile));
     if (!perDay || *perDay < 0) {
-        return kNoBudgetText;
+        return std::nullopt;
     }
     // 32-bit arithmetic, as the figures are kept.
-    const auto budget = static_cast<int32_t>(
-        static_cast<uint32_t>(day->bmr()) - static_cast<uint32_t>(*perDay) + day->exerciseCalories);
-    return calText(budget);
+    return static_cast<int32_t>(static_cast<uint32_t>(day.bmr()) - static_cast<uint32_t>(*perDay) +
+                                exerciseCalories);
+}
+
+std::string foodBudgetText(const DayRecord* day, const UserProfile& profile) {
+    const std::optional<int32_t> budget = foodBudgetCalories(day, profile);
+    return budget ? calText(*budget) : std::string(kNoBudgetText);
 }
 
 std::vector<BudgetSection> foodBudgetPage(const DayRecord* day, const UserProfile& profile) {

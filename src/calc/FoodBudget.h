@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,6 +17,14 @@ extern const char* const kNoBudgetText;  // "(Weight required for BMR)."
 // (which deliberately never shows a budget). day may be null. Uses the day's computed exercise
 // calories, and the plan recomputed from the profile's goal fields.
 [[nodiscard]] std::string foodBudgetText(const DayRecord* day, const UserProfile& profile);
+// The same budget in calories, or nullopt whenever the text is the fixed one.
+[[nodiscard]] std::optional<int32_t> foodBudgetCalories(const DayRecord* day,
+                                                        const UserProfile& profile);
+// The same with the day's exercise calories given, for a day whose computed figures are not
+// brought up to date (a day of the summary table).
+[[nodiscard]] std::optional<int32_t> foodBudgetCalories(const DayRecord& day,
+                                                        const UserProfile& profile,
+                                                        uint32_t exerciseCalories);
 
 // One row of the food budget page: a label with its value drawn to the right of it, or, when the
 // label is empty, a line of text across the page.

@@ -1,5 +1,6 @@
 #include "core/ServingUnits.h"
 
+#include "core/Names.h"
 #include "core/ServingQuantity.h"
 
 namespace nutrovex {
@@ -52,6 +53,24 @@ bool copiesUnchanged(ServingUnit unit) {
 
 const char* unitName(ServingUnit unit) {
     return isKnownUnit(unit) ? kUnitNames[unitByte(unit)] : nullptr;
+}
+
+std::optional<ServingUnit> unitNamed(std::string_view text) {
+    if (!text.empty() && text.size() <= 4 &&
+        text.find_first_not_of("0123456789") == std::string_view::npos) {
+        unsigned byte = 0;
+        for (const char c : text) {
+            byte = byte * 10 + static_cast<unsigned>(c - '0');
+        }
+        return byte < kUnitCount ? std::optional(unitFromByte(static_cast<uint8_t>(byte)))
+                                 : std::nullopt;
+    }
+    for (const ServingUnit u : kServingUnits) {
+        if (compareIgnoringCase(text, unitName(u)) == 0) {
+            return u;
+        }
+    }
+    return std::nullopt;
 }
 
 bool unitsCompatible(ServingUnit from, ServingUnit to) {

@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
+#include <string_view>
 
 namespace nutrovex {
 
@@ -56,6 +58,9 @@ inline constexpr std::array<ServingUnit, kUnitCount> kServingUnits = {
 
 // "pinch", "tsp", ... "item"; nullptr for a byte that names no unit.
 [[nodiscard]] const char* unitName(ServingUnit unit);
+// A unit by its name in any case ("g", "Cup"), or by its byte in digits ("12"); as the food CSV
+// and the recipes name them.
+[[nodiscard]] std::optional<ServingUnit> unitNamed(std::string_view text);
 
 // Volume units convert among themselves; weight and item units among themselves, "item"
 // counting as one gram on purpose. A byte past Item converts with the weights.

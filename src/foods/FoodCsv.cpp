@@ -12,8 +12,8 @@
 #include "core/Names.h"
 #include "core/ServingUnits.h"
 #include "foods/CatalogueOps.h"
+#include "foods/FoodFields.h"
 #include "foods/FoodFinder.h"
-#include "foods/FoodForms.h"
 
 namespace nutrovex {
 
@@ -104,20 +104,6 @@ std::optional<int> groupOf(std::string_view text, std::string& reason) {
     return std::nullopt;
 }
 
-// A unit by its name or its code.
-std::optional<ServingUnit> unitOf(std::string_view text) {
-    if (allDigits(text)) {
-        const int u = std::stoi(std::string(text));
-        return u < kUnitCount ? std::optional(unitFromByte(static_cast<uint8_t>(u))) : std::nullopt;
-    }
-    for (const ServingUnit u : kServingUnits) {
-        if (compareIgnoringCase(text, unitName(u)) == 0) {
-            return u;
-        }
-    }
-    return std::nullopt;
-}
-
 // A plain decimal number; "-0" is 0.
 std::optional<double> numberOf(std::string_view text) {
     if (!text.empty() && text.front() == '+') {
@@ -202,7 +188,7 @@ std::optional<FoodItem> foodOf(const std::array<std::string_view, kFoodCsvColumn
     if (!amount) {
         return std::nullopt;
     }
-    const std::optional<ServingUnit> unit = unitOf(stripBlanks(f[kUnit]));
+    const std::optional<ServingUnit> unit = unitNamed(stripBlanks(f[kUnit]));
     if (!unit) {
         reason = "the unit " + quoted(f[kUnit]) + " is not a serving unit";
         return std::nullopt;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foods/CatalogueOps.h"
 #include "foods/FoodClipboard.h"
 #include "foods/FoodFinder.h"
 #include "foods/FoodLogRows.h"
@@ -7,11 +8,12 @@
 namespace nutrovex {
 
 // What the food screens keep for the whole run, shared by every day, group and user: how the day
-// lists are shown, the food clipboard, the find history and index, the meals screen's choice of
-// nutrients, and the group Log Food opens with next.
+// lists are shown, the food clipboard, the catalogue's clipboard, the find history and index, the
+// meals screen's choice of nutrients, and the group Log Food opens with next.
 struct FoodRunState {
     FoodLogView view;
     FoodClipboard clipboard;
+    CatalogueClipboard catalogueClipboard;
     FoodFinder finder;
     bool mealsShowFats = false;
     int nextLogGroup = 0;

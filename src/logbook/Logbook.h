@@ -1,13 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
-#include <string_view>
 
 #include "core/CalendarDate.h"
-#include "core/ScreenMessage.h"
-#include "logbook/DayCursor.h"
+#include "core/Position.h"
 
 namespace nutrovex {
 
@@ -44,66 +42,5 @@ struct LogbookFigures {
 
 inline constexpr int kMaxWater = 99;
 inline constexpr std::size_t kWaterMaxChars = 2;
-
-// The "Select a range of days" dialog: start and end, the end always after the start.
-class DayRange {
-public:
-    // From today to tomorrow.
-    explicit DayRange(const CalendarDate& today);
-
-    [[nodiscard]] const CalendarDate& start() const { return m_start; }
-    [[nodiscard]] const CalendarDate& end() const { return m_end; }
-    // A new start puts the end on the day after it.
-    void setStart(const CalendarDate& date);
-    // An end on or before the start becomes the day after the start.
-    void setEnd(const CalendarDate& date);
-    [[nodiscard]] std::string startText() const { return longDateText(m_start); }
-    [[nodiscard]] std::string endText() const { return longDateText(m_end); }
-
-private:
-    CalendarDate m_start;
-    CalendarDate m_end;
-};
-
-// The logbook form's decisions: the figures it shows, what its commands do to the days, and the
-// water count typed into it. Every command that moves or changes the days reports the user's data
-// modified, so the next save point writes the file even after mere navigation.
-class Logbook {
-public:
-    explicit Logbook(DayCursor& days) : m_days(&days) {}
-
-    [[nodiscard]] DayCursor& days() { return *m_days; }
-    // With no user open every command does nothing and the fields keep their texts.
-    [[nodiscard]] bool userOpen() const;
-    // Recomputes the current day's totals on the way; nullopt when no user is open.
-    [[nodiscard]] std::optional<LogbookFigures> figures();
-
-    Notices previous();
-    Notices next();
-    Notices first();
-    Notices last();
-    // The calendar picker's OK ("Start Date" is its caption here too).
-    Notices pickDate(const CalendarDate& date);
-    [[nodiscard]] static const char* pickDateCaption() { return "Start Date"; }
-
-    [[nodiscard]] static ScreenMessage confirmDeleteCurrentDay();
-    // On Yes.
-    Notices deleteCurrentDay();
-    // On OK of the range dialog; no confirmation is asked.
-    Notices deleteRange(const DayRange& range);
-    [[nodiscard]] static ScreenMessage confirmDeleteAllDays();
-    // On Yes: the profile and goals are kept, the current date becomes today.
-    Notices deleteAllDays();
-
-    // The water edit: a change the person made (editModified) is stored, creating the day if
-    // needed; the form's own writes are ignored. The caller clears the edit's modified state.
-    Notices waterChanged(bool editModified, std::string_view text);
-
-private:
-    // What a command that moved or changed the days reports: the data to save, and a redraw.
-    Notices moved();
-
-    DayCursor* m_days;
-};
 
 }  // namespace nutrovex

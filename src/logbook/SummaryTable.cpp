@@ -32,8 +32,4 @@ std::string summaryCell(const DayRecord& day, int column) {
     return {};
 }
 
-int summaryCurrentRow(DayCursor& days) {
-    return days.currentRecord() != nullptr ? static_cast<int>(days.currentIndex()) : -1;
-}
-
 }  // namespace nutrovex

@@ -3,8 +3,6 @@
 #include <array>
 #include <string>
 
-#include "logbook/DayCursor.h"
-
 namespace nutrovex {
 
 class DayRecord;
@@ -18,7 +16,5 @@ inline constexpr std::array<const char*, kSummaryColumnCount> kSummaryColumnHead
 // The text of one cell: "%02d/%02d" (month/day), whole calories, grams "%1.1f g", and the
 // exercise calories the day's entries add up to.
 [[nodiscard]] std::string summaryCell(const DayRecord& day, int column);
-// The row of the logbook's current date, or -1 when it has no record.
-[[nodiscard]] int summaryCurrentRow(DayCursor& days);
 
 }  // namespace nutrovex

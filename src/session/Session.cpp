@@ -10,6 +10,8 @@
 #include "storage/CatalogueFile.h"
 #include "storage/CatalogueStorage.h"
 #include "storage/DataRoot.h"
+#include "storage/RecipeFile.h"
+#include "storage/TargetsFile.h"
 #include "storage/UserStorage.h"
 
 namespace nutrovex {
@@ -122,10 +124,35 @@ SessionStatus Session::openUser(std::string_view nameView) {
     m_userFailure = opened.message();
     m_days.setCurrentDate(m_store.today());
     loadCatalogueFor(status);
+    loadSideFiles(status);
     if (!lookOnly()) {
         m_settings->setCurrentUserName(name);
     }
     return status;
+}
+
+void Session::loadSideFiles(SessionStatus& status) {
+    const auto take = [&](const SideFileResult& loaded, SideFileState& state) {
+        state = SideFileState{};
+        state.readWhole = loaded.usable();
+        if (!state.readWhole) {
+            status.add(loaded.status);
+            state.failure = loaded.status.message();
+        }
+    };
+    m_recipes.clear();
+    m_targets = MacroTargets{};
+    if (m_store.userFolderPath.empty()) {
+        return;
+    }
+    take(loadRecipes(m_store.userFolderPath, m_recipes), m_recipesFile);
+    if (!m_recipesFile.readWhole) {
+        m_recipes.clear();  // nothing half read stands for the file
+    }
+    take(loadTargets(m_store.userFolderPath, m_targets), m_targetsFile);
+    if (!m_targetsFile.readWhole) {
+        m_targets = MacroTargets{};
+    }
 }
 
 void Session::loadCatalogueFor(SessionStatus& status) {
@@ -185,6 +212,10 @@ void Session::closeUser() {
     m_catalogue.filePath.clear();
     m_catalogue.folderPath.clear();
     m_catalogue.modified = false;
+    m_recipes.clear();
+    m_targets = MacroTargets{};
+    m_recipesFile = SideFileState{};
+    m_targetsFile = SideFileState{};
     m_userReadWhole = false;
     m_catalogueReadWhole = false;
     m_catalogueCopied = false;
@@ -230,6 +261,53 @@ SessionStatus Session::saveCatalogue() {
     return status;
 }
 
+SessionStatus Session::saveRecipes() {
+    SessionStatus status;
+    if (lookOnly()) {
+        m_recipesFile.modified = false;  // looking writes nothing
+    } else if (!userOpen()) {
+        status.add(std::string(kRecipesFileName) + ": not saved, because no user is open");
+    } else if (!m_recipesFile.readWhole) {
+        status.add(ofOpenUser(
+            notWrittenOver(m_store.userFolderPath / kRecipesFileName, m_recipesFile.failure)));
+    } else {
+        const StorageStatus saved = ::nutrovex::saveRecipes(m_store.userFolderPath, m_recipes);
+        status.add(saved);
+        m_recipesFile.modified = m_recipesFile.modified && !saved;
+    }
+    return status;
+}
+
+SessionStatus Session::saveTargets() {
+    SessionStatus status;
+    if (lookOnly()) {
+        m_targetsFile.modified = false;  // looking writes nothing
+    } else if (!userOpen()) {
+        status.add(std::string(kTargetsFileName) + ": not saved, because no user is open");
+    } else if (!m_targetsFile.readWhole) {
+        status.add(ofOpenUser(
+            notWrittenOver(m_store.userFolderPath / kTargetsFileName, m_targetsFile.failure)));
+    } else {
+        const StorageStatus saved = ::nutrovex::saveTargets(m_store.userFolderPath, m_targets);
+        status.add(saved);
+        m_targetsFile.modified = m_targetsFile.modified && !saved;
+    }
+    return status;
+}
+
+SessionStatus Session::saveModifiedSideFiles() {
+    SessionStatus status;
+    if (userOpen() && m_recipesFile.modified) {
+        status = saveRecipes();
+    }
+    if (userOpen() && m_targetsFile.modified) {
+        for (std::string& f : saveTargets().failures) {
+            status.add(std::move(f));
+        }
+    }
+    return status;
+}
+
 void Session::apply(const Notices& notices) {
     if (!userOpen()) {
         return;
@@ -240,17 +318,28 @@ void Session::apply(const Notices& notices) {
     if (notices.catalogue) {
         m_catalogue.modified = true;
     }
+    if (notices.recipes) {
+        m_recipesFile.modified = true;
+    }
+    if (notices.targets) {
+        m_targetsFile.modified = true;
+    }
 }
 
-SessionStatus Session::saveModified() {
+SessionStatus Session::save(SavePoint point) {
+    const bool userData = point == SavePoint::UserData || point == SavePoint::Both;
+    const bool catalogue = point == SavePoint::Catalogue || point == SavePoint::Both;
     SessionStatus status;
-    if (userDataModified()) {
+    if (userData && userDataModified()) {
         status = saveUserData();
     }
-    if (catalogueModified()) {
+    if (catalogue && catalogueModified()) {
         for (std::string& f : saveCatalogue().failures) {
             status.add(std::move(f));
         }
+    }
+    for (std::string& f : saveModifiedSideFiles().failures) {
+        status.add(std::move(f));
     }
     return status;
 }
@@ -258,6 +347,9 @@ SessionStatus Session::saveModified() {
 SessionStatus Session::saveAll() {
     SessionStatus status = saveUserData();
     for (std::string& f : saveCatalogue().failures) {
+        status.add(std::move(f));
+    }
+    for (std::string& f : saveModifiedSideFiles().failures) {
         status.add(std::move(f));
     }
     return status;
@@ -282,6 +374,16 @@ SessionStatus Session::switchUser(std::string_view nameView) {
         status = saveCatalogue();
         if (!status) {
             return status;
+        }
+    }
+    for (auto [modified, save] :
+         {std::pair{m_recipesFile.modified && m_recipesFile.readWhole, &Session::saveRecipes},
+          std::pair{m_targetsFile.modified && m_targetsFile.readWhole, &Session::saveTargets}}) {
+        if (userOpen() && modified) {
+            status = (this->*save)();
+            if (!status) {
+                return status;
+            }
         }
     }
     return openUser(name);
@@ -333,6 +435,9 @@ SessionStatus Session::renameUser(std::string_view nameView, std::string_view ne
             for (std::string& f : saveCatalogue().failures) {
                 status.add(std::move(f));
             }
+        }
+        for (std::string& f : saveModifiedSideFiles().failures) {
+            status.add(std::move(f));
         }
     }
     return status;

@@ -9,9 +9,12 @@
 
 #include "core/CalendarDate.h"
 #include "core/FoodCatalogue.h"
+#include "core/MacroTargets.h"
 #include "core/Position.h"
+#include "core/Recipe.h"
 #include "core/ScreenMessage.h"
 #include "core/UserStore.h"
+#include "foods/FoodRunState.h"
 #include "logbook/DayCursor.h"
 #include "logbook/ExerciseLog.h"
 #include "session/InstanceLock.h"
@@ -62,6 +65,17 @@ public:
     [[nodiscard]] const UserList& users() const { return m_users; }
     [[nodiscard]] DayCursor& days() { return m_days; }
     [[nodiscard]] ExerciseClipboard& exerciseClipboard() { return m_exerciseClipboard; }
+    // What the food screens keep for the whole run: the lists' view, clipboards, find.
+    [[nodiscard]] FoodRunState& foodRunState() { return m_foodRunState; }
+    // The open person's recipes and targets, kept in side files of their folder. While a side file
+    // could not be read whole its contents here are empty and changes to them are refused by
+    // every save, so that the file on disk is kept; a screen asks first (readWhole, failure).
+    [[nodiscard]] RecipeBook& recipes() { return m_recipes; }
+    [[nodiscard]] MacroTargets& targets() { return m_targets; }
+    [[nodiscard]] bool recipesReadWhole() const { return userOpen() && m_recipesFile.readWhole; }
+    [[nodiscard]] bool targetsReadWhole() const { return userOpen() && m_targetsFile.readWhole; }
+    [[nodiscard]] const std::string& recipesFailure() const { return m_recipesFile.failure; }
+    [[nodiscard]] const std::string& targetsFailure() const { return m_targetsFile.failure; }
     [[nodiscard]] bool userOpen() const { return !m_store.dataFilePath.empty(); }
     [[nodiscard]] std::string_view openUserName() const { return m_store.profile.userName(); }
 
@@ -70,13 +84,21 @@ public:
     void apply(const Notices& notices);
     [[nodiscard]] bool userDataModified() const { return userOpen() && m_store.modified; }
     [[nodiscard]] bool catalogueModified() const { return userOpen() && m_catalogue.modified; }
-    // A screen's save point: writes the user data, then the catalogue, each only when modified.
-    SessionStatus saveModified();
+    [[nodiscard]] bool sideFilesModified() const {
+        return userOpen() && (m_recipesFile.modified || m_targetsFile.modified);
+    }
+    // A screen's save point: writes what it names, the user data first, each only when modified,
+    // then the side files that changed.
+    SessionStatus save(SavePoint point);
+    SessionStatus saveModified() { return save(SavePoint::Both); }
 
     // Recomputes every day's nutrient totals, then writes the user's data file.
     SessionStatus saveUserData();
     SessionStatus saveCatalogue();
-    // "Save User": the user data first, then the catalogue.
+    // Recipes.json and Targets.json of the open person.
+    SessionStatus saveRecipes();
+    SessionStatus saveTargets();
+    // "Save User": the user data first, then the catalogue, then side files that changed.
     SessionStatus saveAll();
 
     // Switches to a listed user: the open user's unsaved changes are written first, then the
@@ -98,10 +120,18 @@ public:
 private:
     SessionStatus openUser(std::string_view name);
     void loadCatalogueFor(SessionStatus& status);
+    void loadSideFiles(SessionStatus& status);
+    SessionStatus saveModifiedSideFiles();
     void closeUser();
     // The failure of a file of the open user, naming the user.
     [[nodiscard]] std::string ofOpenUser(const std::string& failure) const;
     [[nodiscard]] SessionStatus refusedWhileLooking() const;
+
+    struct SideFileState {
+        bool readWhole = false;
+        bool modified = false;
+        std::string failure;  // why it could not be read whole
+    };
 
     std::filesystem::path m_root;
     Access m_access;
@@ -114,6 +144,11 @@ private:
     UserList m_users;
     DayCursor m_days;
     ExerciseClipboard m_exerciseClipboard;
+    FoodRunState m_foodRunState;
+    RecipeBook m_recipes;
+    MacroTargets m_targets;
+    SideFileState m_recipesFile;
+    SideFileState m_targetsFile;
     bool m_userReadWhole = false;
     bool m_catalogueReadWhole = false;
     // The template was just copied in: until the catalogue is edited the file is already it.

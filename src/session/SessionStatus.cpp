@@ -13,6 +13,13 @@ std::string SessionStatus::message() const {
     return text;
 }
 
+std::optional<ScreenMessage> SessionStatus::warning() const {
+    if (ok()) {
+        return std::nullopt;
+    }
+    return ScreenMessage{message(), "Nutrovex", MessageKind::Warning};
+}
+
 void SessionStatus::add(const StorageStatus& status) {
     if (!status.ok()) {
         failures.push_back(status.message());

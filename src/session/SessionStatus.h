@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "core/ScreenMessage.h"
 #include "storage/StorageError.h"
 
 namespace nutrovex {
@@ -17,6 +19,8 @@ struct SessionStatus {
     [[nodiscard]] std::string message() const;
     void add(const StorageStatus& status);
     void add(std::string failure) { failures.push_back(std::move(failure)); }
+    // The warning a screen shows for it; none when everything went well.
+    [[nodiscard]] std::optional<ScreenMessage> warning() const;
 };
 
 }  // namespace nutrovex

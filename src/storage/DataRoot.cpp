@@ -13,6 +13,8 @@
 #include "core/Cp1252.h"
 #include "storage/CatalogueFile.h"
 #include "storage/FileIo.h"
+#include "storage/RecipeFile.h"
+#include "storage/TargetsFile.h"
 #include "storage/UserFile.h"
 #include "storage/UserList.h"
 
@@ -93,8 +95,9 @@ std::optional<std::vector<Text>> listedNames(const std::filesystem::path& root) 
 
 std::size_t removeStaleSaves(const std::filesystem::path& folder) {
     // The settings file is the tool's to save too, when it remembers a new user.
-    static constexpr std::array<std::string_view, 5> kOurFiles = {
-        kUserFileName, kCatalogueFileName, kUserListFileName, "Nutrovex.ini", kRenameMark};
+    static constexpr std::array<std::string_view, 7> kOurFiles = {
+        kUserFileName,    kCatalogueFileName, kUserListFileName, kRecipesFileName,
+        kTargetsFileName, "Nutrovex.ini",     kRenameMark};
     return removeStaleTemporaries(folder, kOurFiles);
 }
 

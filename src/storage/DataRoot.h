@@ -19,8 +19,9 @@ namespace nutrovex {
                                                                   std::string_view name);
 
 // Removes what saves killed part-way left behind in a folder of the data root (the root, the
-// users folder or a user's folder): temporary files of our three files and of the settings file,
-// nothing else. Only for the holder of the root's lock. Returns how many were removed.
+// users folder or a user's folder): temporary files of our three files, the side files and the
+// settings file, nothing else. Only for the holder of the root's lock. Returns how many were
+// removed.
 std::size_t removeStaleSaves(const std::filesystem::path& folder);
 
 // A new user's folder is made in the root as ".new-user.tmp<process>-<n>" and carries this mark

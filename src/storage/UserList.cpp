@@ -10,6 +10,8 @@
 #include "core/StoredSize.h"
 #include "storage/CatalogueFile.h"
 #include "storage/DataRoot.h"
+#include "storage/RecipeFile.h"
+#include "storage/TargetsFile.h"
 #include "storage/UserFile.h"
 
 namespace nutrovex {
@@ -301,6 +303,8 @@ StorageStatus UserList::remove(Position pos) {
     std::error_code ec;
     std::filesystem::remove(folder / kUserFileName, ec);
     std::filesystem::remove(folder / kCatalogueFileName, ec);
+    std::filesystem::remove(folder / kRecipesFileName, ec);
+    std::filesystem::remove(folder / kTargetsFileName, ec);
     std::filesystem::remove(folder / kRenameMark, ec);
     std::filesystem::remove(folder, ec);  // stays when something else is in it
     std::vector<Text> names = m_names;

@@ -89,7 +89,8 @@ public:
     // no trace, and what a killed process left is swept by the next start (sweepDataRoot).
     using FolderWriter = std::function<StorageStatus(const std::filesystem::path& folder)>;
     [[nodiscard]] StorageStatus addWithFiles(std::string_view name, const FolderWriter& write);
-    // Deletes the user's two files and folder (failures there ignored), then the name.
+    // Deletes the user's files (the two data files and the side files) and folder (failures there
+    // ignored), then the name.
     [[nodiscard]] StorageStatus remove(Position pos);
     // Renames the user: the folder with everything in it moves to the new name (one rename),
     // then the list is written; refused when a folder of the new name is already there. While

@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "charts/HistoricChartForm.h"
 #include "core/Cp1252.h"
 #include "core/UserStore.h"
+#include "forms/charts/HistoricChartForm.h"
 #include "logbook/DayCursor.h"
 #include "render/ChartPng.h"
 #include "session/SessionSettings.h"
@@ -106,9 +106,9 @@ int drawChart(const GlobalOptions& options, Args args, std::ostream& err) {
     MemoryChartSettings settings;
     settings.setSpan(static_cast<uint16_t>(*span));
     settings.setTrendShown(trend);
-    const HistoricChartForm form(days, settings);
+    const HistoricChartView chart = HistoricChartForm(days, settings).view();
     const std::vector<uint8_t> png =
-        historicChartPng(form.history(), trend ? &form.trend() : nullptr, width);
+        historicChartPng(chart.history, trend ? &chart.trend : nullptr, width);
     if (png.empty()) {
         err << "nutrovex-tool chart: the picture could not be made\n";
         return kExitDataError;

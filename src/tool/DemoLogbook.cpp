@@ -11,9 +11,11 @@
 #include "calc/Totals.h"
 #include "charts/MeasuredMaintenance.h"
 #include "core/Cp1252.h"
-#include "foods/LogFoodForm.h"
-#include "logbook/Logbook.h"
-#include "logbook/WeighIn.h"
+#include "forms/exercise/ExerciseLogForm.h"
+#include "forms/foods/LogFoodForm.h"
+#include "forms/logbook/JournalForm.h"
+#include "forms/logbook/LogbookForm.h"
+#include "forms/logbook/WeighInForm.h"
 #include "session/Session.h"
 #include "storage/CatalogueFile.h"
 #include "storage/CatalogueStorage.h"
@@ -187,12 +189,13 @@ int logFoods(DayCursor& days, FoodCatalogue& catalogue, const std::vector<Catalo
         // Servings in halves, as people measure them.
         const double servings =
             std::clamp(std::round(wanted / food.calories * 2.0) / 2.0, 0.5, most);
-        LogFoodForm form(catalogue, days, FoodLogView{}, food.group, food.category, food.item);
-        form.amountChanged(static_cast<double>(form.selectedCopy().serving.amount) * servings);
-        form.fields.meal = meal;
-        const FormResult result = form.log();
-        notices |= result.notices;
-        if (result.status == FormResult::Status::Done) {
+        FoodRunState run;
+        LogFoodForm form(catalogue, days, run, food.group, food.category, food.item);
+        (void)form.edit(FoodField::Amount,
+                        numberText(form.view().fields.amount.value_or(0.0) * servings));
+        (void)form.edit(FoodField::Meal, mealName(static_cast<uint16_t>(meal)));
+        notices |= form.command(LogFoodForm::Command::Log).notices;
+        if (form.result().done()) {
             ++logged;
         }
     }
@@ -203,20 +206,23 @@ bool logExercise(DayCursor& days, ExerciseClipboard& clipboard, DemoRandom& rand
                  Notices& notices) {
     const DemoExercise& e =
         kExercises[random.between(0, static_cast<int>(std::size(kExercises)) - 1)];
-    ExerciseLog log(days, clipboard);
-    log.form.chooseType(e.type);
+    ExerciseLogForm log(days, clipboard);
+    using Field = ExerciseChoice::Field;
+    log.edit(Field::Type, exerciseTypeName(e.type));
     if (e.variant >= 0) {
-        log.form.chooseVariant(e.variant);
+        log.edit(Field::Variant, exerciseVariantNames(e.type)[static_cast<std::size_t>(e.variant)]);
     }
     if (e.sub >= 0) {
-        log.form.chooseSubVariant(e.sub);
+        log.edit(Field::SubVariant,
+                 exerciseSubVariantNames(e.type, e.variant)[static_cast<std::size_t>(e.sub)]);
     }
     // Minutes in fives.
-    log.form.minutes = std::to_string(random.between(e.minMinutes / 5, e.maxMinutes / 5) * 5);
-    if (log.calories()) {
+    log.edit(Field::Minutes,
+             std::to_string(random.between(e.minMinutes / 5, e.maxMinutes / 5) * 5));
+    if (log.command(ExerciseLogForm::Command::Calories).message) {
         return false;  // refused: no weight that day
     }
-    const Outcome logged = log.log();
+    const Outcome logged = log.command(ExerciseLogForm::Command::Log);
     notices |= logged.notices;
     return !logged.message;  // refused when there were no calories for it
 }
@@ -272,7 +278,8 @@ DemoSummary fillDemoLogbook(DayCursor& days, FoodCatalogue& catalogue, ExerciseC
         if (weighs) {
             // Whole pounds as typed, with the day-to-day swing of water and food.
             const long typed = std::lround(weight + random.noise(1.2));
-            summary.notices |= WeighIn(days).weightEdited(std::to_string(typed));
+            summary.notices |=
+                WeighInForm(days).edit(WeighInForm::Field::Weight, std::to_string(typed)).notices;
             ++summary.weighIns;
         }
         double eaten = kUnloggedEating;
@@ -293,11 +300,16 @@ DemoSummary fillDemoLogbook(DayCursor& days, FoodCatalogue& catalogue, ExerciseC
         if (DayRecord* day = days.currentRecord()) {
             if (random.chance(0.7)) {
                 summary.notices |=
-                    Logbook(days).waterChanged(true, std::to_string(random.between(3, 9)));
+                    LogbookForm(days)
+                        .edit(LogbookForm::Field::Water, std::to_string(random.between(3, 9)))
+                        .notices;
             }
             if (random.chance(0.25)) {
                 const int n = static_cast<int>(std::size(kNotes));
-                summary.notices |= Journal(days).textChanged(kNotes[random.between(0, n - 1)]);
+                summary.notices |=
+                    JournalForm(days)
+                        .edit(JournalForm::Field::Note, kNotes[random.between(0, n - 1)])
+                        .notices;
             }
             recomputeDay(*day, store.profile);
         }

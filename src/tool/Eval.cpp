@@ -31,6 +31,7 @@ int runEval(const GlobalOptions&, Args args) {
     EvalRegistry registry;
     registerCalcOps(registry);
     registerControlOps(registry);
+    registerTargetOps(registry);
     std::string line;
     while (std::getline(std::cin, line)) {
         if (!line.empty() && line.back() == '\r') {

@@ -15,6 +15,7 @@ using EvalRegistry = std::map<std::string, EvalOp, std::less<>>;
 // Each group of operations registers itself here.
 void registerCalcOps(EvalRegistry& registry);
 void registerControlOps(EvalRegistry& registry);
+void registerTargetOps(EvalRegistry& registry);
 
 // Answers one request line; never throws.
 [[nodiscard]] std::string evalLine(const EvalRegistry& registry, const std::string& line);

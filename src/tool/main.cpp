@@ -12,6 +12,7 @@
 #include "tool/FileCommands.h"
 #include "tool/FoodCommands.h"
 #include "tool/LogCommands.h"
+#include "tool/RecipeCommands.h"
 #ifdef NUTROVEX_TOOL_SHIPPED_DATA
 #include "data/ShippedCatalogue.h"
 #endif
@@ -53,6 +54,8 @@ const Command kCommands[] = {
     {"import-foods", runImportFoods},
     {"export-foods", runExportFoods},
     {"demo", runDemo},
+    {"recipe", runRecipe},
+    {"recipes", runRecipes},
 #ifdef NUTROVEX_TOOL_CHART
     {"chart", runChart},
 #endif
@@ -88,6 +91,16 @@ void printUsage(std::ostream& out) {
            "  demo [--user NAME]            make a new user (NAME defaults to \"Demo\") with four "
            "months\n"
            "                                of days ending today, remembered as the current user\n"
+           "  recipe --user NAME RECIPE.json\n"
+           "                                make or update the recipe of RECIPE.json (\"-\": "
+           "stdin) "
+           "and\n"
+           "                                its food in the category Recipes; print the food as\n"
+           "                                dump-catalogue does; refused while Nutrovex has the\n"
+           "                                data root open\n"
+           "  recipes --user NAME           every recipe as JSON, with its food (null when it is "
+           "not\n"
+           "                                in the catalogue) and its missing ingredients\n"
            "  chart --user NAME --span N --png FILE [--trend] [--width PIXELS]\n"
            "                                the historic weight chart as a PNG of PIXELS x "
            "PIXELS/2\n"
@@ -103,7 +116,16 @@ void printUsage(std::ostream& out) {
            "uniqueName\n"
            "                                nameOrder numericText numericLeave dayTotals "
            "foodBudget\n"
-           "                                maintenance)\n"
+           "                                maintenance targets)\n"
+           "                                targets: {\"op\":\"targets\",\"budget\":CAL,"
+           "\"targets\":{NAME:\n"
+           "                                {\"grams\":G}|{\"percent\":P},...},\"totals\":{NAME:G,"
+           "...}}\n"
+           "                                with NAME protein carbohydrate fat fiber "
+           "saturatedFat;\n"
+           "                                answers valid, dayWithin and for each target grams,\n"
+           "                                percent, eaten, eatenPercent, left, within (or valid\n"
+           "                                false and a message)\n"
            "\n"
            "The data root is --root DIR, else $NUTROVEX_ROOT, else ~/.local/share/Zerbu/Nutrovex.\n"
            "Floats are JSON numbers; a non-finite one is \"nan\", \"inf\" or \"-inf\", and dumps "

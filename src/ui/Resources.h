@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string>
 
-#include "core/HelpForm.h"
+#include "forms/frame/HelpForm.h"
 
 namespace nutrovex {
 

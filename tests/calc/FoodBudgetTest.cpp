@@ -28,8 +28,10 @@ protected:
 
 TEST_F(FoodBudgetTest, BudgetIsBmrPlusExerciseMinusGoal) {
     EXPECT_EQ(foodBudgetText(&day, profile), "1750 cal");
+    EXPECT_EQ(foodBudgetCalories(&day, profile), 1750);
     day.rawFields().bmr = 600;
     EXPECT_EQ(foodBudgetText(&day, profile), "-50 cal");
+    EXPECT_EQ(foodBudgetCalories(&day, profile), -50);
     // Same start and goal weight: the budget is BMR plus exercise.
     profile.setGoalWeight(200.0f);
     EXPECT_EQ(foodBudgetText(&day, profile), "950 cal");
@@ -54,6 +56,7 @@ TEST_F(FoodBudgetTest, EveryMissingInputGivesTheWeightText) {
         UserProfile p = profile;
         c.spoil(d, p);
         EXPECT_EQ(foodBudgetText(&d, p), "(Weight required for BMR).") << c.what;
+        EXPECT_EQ(foodBudgetCalories(&d, p), std::nullopt) << c.what;
     }
     EXPECT_EQ(foodBudgetText(nullptr, profile), "(Weight required for BMR).");
 }

@@ -5,7 +5,6 @@
 
 #include "calc/Bmr.h"
 #include "charts/ChartLayout.h"
-#include "charts/HistoricChartForm.h"
 #include "core/UserProfile.h"
 #include "logbook/LogbookFixture.h"
 
@@ -226,76 +225,6 @@ TEST(BodyMassLayout, BandsAndWeightsAllInsideInOrder) {
     EXPECT_LT(l.current.y, l.bands[3].rect.bottom);
     EXPECT_GT(l.goal.y, l.bands[2].rect.bottom);  // the goal in the normal band
     EXPECT_LT(l.goal.y, l.bands[1].rect.bottom);
-}
-
-class HistoricChartFormTest : public LogbookFixture {};
-
-TEST_F(HistoricChartFormTest, TheSpanLastsAcrossOpeningsAndTitlesTheChart) {
-    setDayWeight(addDay(1, 5, 2002), 160.0f, store.profile);
-    setDayWeight(addDay(10, 5, 2002), 158.0f, store.profile);
-    MemoryChartSettings settings;
-    {
-        HistoricChartForm form(cursor, settings);
-        EXPECT_EQ(form.span(), 0);
-        EXPECT_EQ(form.title(), "Historic Weight (7-Day)");
-        EXPECT_FALSE(form.history().drawable());  // 1 May is outside the 8 days
-        form.selectSpan(3);
-        EXPECT_EQ(form.title(), "Historic Weight (3-Month)");
-        EXPECT_TRUE(form.history().drawable());
-        EXPECT_TRUE(store.chartPoints.values.empty());  // the chart holds its own copy
-    }
-    HistoricChartForm again(cursor, settings);
-    EXPECT_EQ(again.span(), 3);
-    EXPECT_EQ(again.history().points, 2);
-
-    // A weigh-in arriving while the chart is open shows after a refresh.
-    setDayWeight(addDay(11, 5, 2002), 157.0f, store.profile);
-    again.refresh();
-    EXPECT_EQ(again.history().points, 3);
-    again.selectSpan(9);  // not a span: the first
-    EXPECT_EQ(again.span(), 0);
-    EXPECT_STREQ(HistoricChartForm::spanButton(6), "5 Year");
-}
-
-TEST_F(HistoricChartFormTest, TheTrendSmoothsTheWeighInsAndGivesItsWeeklyRate) {
-    // 200 lbs, then 190 every other day: each weigh-in moves the trend a tenth of the way.
-    setDayWeight(addDay(1, 5, 2002), 200.0f, store.profile);
-    for (int d = 3; d <= 15; d += 2) {
-        setDayWeight(addDay(d, 5, 2002), 190.0f, store.profile);
-    }
-    MemoryChartSettings settings;
-    settings.setSpan(1);  // 15 days: 1 to 15 May
-    HistoricChartForm form(cursor, settings);
-    EXPECT_TRUE(form.trend().empty());  // off until asked for
-    EXPECT_EQ(form.rateText(), "");
-
-    form.setTrendShown(true);
-    EXPECT_TRUE(settings.trendShown());
-    ASSERT_EQ(form.trend().size(), 15u);
-    EXPECT_FLOAT_EQ(*form.trend()[0], 200.0f);
-    EXPECT_FLOAT_EQ(*form.trend()[1], 200.0f);  // carried across the day without a weigh-in
-    EXPECT_FLOAT_EQ(*form.trend()[2], 199.0f);
-    EXPECT_FLOAT_EQ(*form.trend()[3], 199.0f);
-    EXPECT_FLOAT_EQ(*form.trend()[4], 198.1f);
-    // Seven weigh-ins of 190 leave 190 + 10 x 0.9^7 = 194.78 after 14 days: -2.6 a week.
-    EXPECT_NEAR(*form.trend()[14], 194.78f, 0.01f);
-    EXPECT_EQ(form.rateText(), "-2.6 lbs/week");
-
-    ASSERT_TRUE(store.profile.setUnits(1));
-    form.refresh();
-    EXPECT_EQ(form.rateText(), "-1.2 kg/week");
-
-    // A trend starting inside the span is drawn from its first day on.
-    form.selectSpan(3);
-    ASSERT_EQ(form.trend().size(), form.history().dayCount);
-    const std::size_t firstMay = form.history().dayCount - 15u;
-    EXPECT_FALSE(form.trend()[firstMay - 1].has_value());
-    EXPECT_FLOAT_EQ(*form.trend()[firstMay], 200.0f);
-    EXPECT_EQ(form.rateText(), "-1.2 kg/week");  // still over the weigh-ins' own days
-
-    form.setTrendShown(false);
-    EXPECT_TRUE(form.trend().empty());
-    EXPECT_EQ(form.rateText(), "");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Crafted names through the catalogue's forms and the CSV import: each is refused with its
-// reason or stored so that the catalogue still saves and reads back with the very same names.
+// Crafted names through the CSV import: each is refused with its reason or stored so that the
+// catalogue still saves and reads back with the very same names.
 #include <gtest/gtest.h>
 
 #include "HostileNames.h"
@@ -8,7 +8,6 @@
 #include "foods/CatalogueOps.h"
 #include "foods/FoodCsv.h"
 #include "foods/FoodFinder.h"
-#include "foods/FoodForms.h"
 #include "storage/CatalogueFile.h"
 
 namespace nutrovex {
@@ -36,35 +35,6 @@ void expectSavesAndReadsBack(const FoodCatalogue& c) {
             }
         }
     }
-}
-
-TEST(HostileFoodNames, TheCategoryAndFoodFormsRefuseOrStoreThem) {
-    FoodCatalogue c;
-    ASSERT_NE(addCategory(c, 4, "Plain"), kNoPosition);
-    for (const std::string& name : hostileNames()) {
-        CategoryNameForm category(c, 3, kNoPosition, false);
-        category.text = name;
-        const FormResult added = category.accept();
-        if (added.done()) {
-            // The screen's field holds at most 20 characters; the form stores what it is given.
-            EXPECT_EQ(c.groups[3][added.position].name.view(), stripBlanks(name)) << shown(name);
-        } else {
-            ASSERT_TRUE(added.message.has_value()) << shown(name);
-            EXPECT_FALSE(added.message->text.empty()) << shown(name);
-        }
-
-        FoodItemForm food = FoodItemForm::newItem(c, 4, 0);
-        food.name = name;
-        const FormResult logged = food.accept();
-        if (logged.done()) {
-            EXPECT_EQ(c.groups[4][logged.category].foods[logged.position].name.view(),
-                      stripBlanks(name))
-                << shown(name);
-        } else {
-            ASSERT_TRUE(logged.message.has_value()) << shown(name);
-        }
-    }
-    expectSavesAndReadsBack(c);
 }
 
 TEST(HostileFoodNames, TheCsvImportRefusesOrStoresThem) {

@@ -117,18 +117,30 @@ protected:
                 wrong += path.string() + " is neither old nor new; ";
             }
         };
-        const test::FileBytes& oldCatalogue = before.at("Users/Ann/FoodDB.ddb");
-        judge(folder / "FoodDB.ddb", &oldCatalogue, nullptr);
-        // The open user's logbook holds her name, and is saved once she has the new one.
-        judge(folder / "UserDB.ddb", &before.at("Users/Ann/UserDB.ddb"),
-              renamed ? &after.at("Users/Bea/UserDB.ddb") : nullptr);
-        judge(folder / "", &before.at("Users/Ann/"), nullptr);
+        // Each of her files as it was; the open user's are saved once she has the new name.
+        const auto in = [](const fs::path& f, const std::string& rel) {
+            return fs::path(f.string() + "/" + rel);
+        };
+        const auto relative = [](const fs::path& path, const fs::path& f) {
+            return path.string().substr(f.string().size() + 1);
+        };
+        const auto mine = [&](const FileMap& m, const fs::path& f, const std::string& rel) {
+            const auto it = m.find(in(f, rel));
+            return it == m.end() ? nullptr : &it->second;
+        };
+        for (const auto& [path, bytes] : before) {
+            if (under(path, "Users/Ann")) {
+                const std::string rel = relative(path, "Users/Ann");
+                judge(in(folder, rel), &bytes, renamed ? mine(after, "Users/Bea", rel) : nullptr);
+            }
+        }
         for (const auto& [path, bytes] : now) {
             if (under(path, gone)) {
                 wrong += path.string() + " is there; ";
             } else if (under(path, folder)) {
-                const std::string file = path.filename().string();
-                if (!file.empty() && file != "UserDB.ddb" && file != "FoodDB.ddb") {
+                const std::string rel = relative(path, folder);
+                if (mine(before, "Users/Ann", rel) == nullptr &&
+                    (!renamed || mine(after, "Users/Bea", rel) == nullptr)) {
                     wrong += path.string() + " is left; ";
                 }
             } else if (path != kList && (!before.contains(path) || before.at(path) != bytes)) {

@@ -12,9 +12,8 @@
 #include "TempDir.h"
 #include "core/FoodCatalogue.h"
 #include "core/FoodItem.h"
-#include "foods/FoodForms.h"
+#include "foods/CatalogueOps.h"
 #include "session/Session.h"
-#include "session/UsersForm.h"
 #include "storage/CatalogueFile.h"
 
 namespace nutrovex {
@@ -137,7 +136,9 @@ TEST_F(SessionTest, TemporaryFilesOfKilledSavesAreRemovedFromTheFoldersOpened) {
         ASSERT_TRUE(s->initialLoad().ok());
     }
     const fs::path leftovers[] = {root / ".FoodDB.ddb.tmp1-0", root / "Users" / ".Users.udb.tmp1-4",
-                                  root / "Users" / "Zerbu" / ".UserDB.ddb.tmp1-2"};
+                                  root / "Users" / "Zerbu" / ".UserDB.ddb.tmp1-2",
+                                  root / "Users" / "Zerbu" / ".Recipes.json.tmp1-3",
+                                  root / "Users" / "Zerbu" / ".Targets.json.tmp1-5"};
     for (const fs::path& p : leftovers) {
         std::ofstream(p) << "half a save";
     }
@@ -147,6 +148,8 @@ TEST_F(SessionTest, TemporaryFilesOfKilledSavesAreRemovedFromTheFoldersOpened) {
     EXPECT_FALSE(fs::exists(leftovers[1]));
     ASSERT_TRUE(s->initialLoad().ok());
     EXPECT_FALSE(fs::exists(leftovers[2]));
+    EXPECT_FALSE(fs::exists(leftovers[3]));
+    EXPECT_FALSE(fs::exists(leftovers[4]));
     EXPECT_TRUE(fs::exists(root / "Users" / "Zerbu" / "mine.txt"));
 }
 
@@ -190,15 +193,12 @@ TEST_F(SessionTest, ACatalogueEditIsSavedAtTheSavePointOnceTheSessionHasItsNotic
     {
         auto s = started();
         ASSERT_TRUE(s->initialLoad().ok());
-        CategoryNameForm form(s->catalogue(), 5, kNoPosition, false);
-        form.text = "Rolls";
-        const FormResult added = form.accept();
-        ASSERT_TRUE(added.done());
+        ASSERT_NE(addCategory(s->catalogue(), 5, "Rolls"), kNoPosition);
         EXPECT_FALSE(s->catalogueModified());
         EXPECT_TRUE(s->saveModified().ok());
         EXPECT_EQ(fileBytes(catalogueFile), shipped);
 
-        s->apply(added.notices);
+        s->apply(kCatalogueChanged);
         EXPECT_TRUE(s->catalogueModified());
         EXPECT_FALSE(s->userDataModified());
         const SessionStatus saved = s->saveModified();
@@ -261,7 +261,6 @@ TEST_F(SessionTest, AddingSwitchingRenamingAndDeletingUsers) {
     EXPECT_TRUE(fs::exists(root / "Users" / "Ann" / "UserDB.ddb"));
     EXPECT_EQ(s->days().currentRecord(), nullptr);
     EXPECT_FALSE(s->addUser("Ann").ok());
-    EXPECT_EQ(UsersForm::addRefusal("Ann").caption, "New User");
 
     status = s->switchUser("Zerbu");
     ASSERT_TRUE(status.ok()) << status.message();
@@ -287,35 +286,6 @@ TEST_F(SessionTest, AddingSwitchingRenamingAndDeletingUsers) {
     EXPECT_EQ(s->rememberedUserName(), "Ann");
     ASSERT_EQ(s->users().count(), 1u);
     EXPECT_EQ(s->preselectedUser(), 0);
-
-    EXPECT_EQ(UsersForm::confirmDelete("Ann").text,
-              "Delete the user name and ALL ASSOCIATED DATA of 'Ann'?");
-}
-
-TEST(UsersForm, ARefusedNameSaysWhyWhenItCannotBeAUsersName) {
-    const struct {
-        std::optional<std::string> name;
-        const char* why;
-    } cases[] = {
-        {"Ann", "Make sure you are not inputting a duplicate name."},
-        {"", "A user name cannot be empty."},
-        {"..", "A user name cannot be \".\" or \"..\"."},
-        {"a/b", "A user name cannot hold \"/\" or \"\\\"."},
-        {"a\x1b[2J", "A user name cannot hold a control character."},
-        {"\x9D", "A user name cannot hold a control character."},
-        {"Users.udb", "A user name cannot be \"Users.udb\", the name of the list of users."},
-        {std::string(200, '\xE9'), "A user name cannot be longer than a folder's name can be."},
-        {std::nullopt, "A user name can hold only the characters of Windows-1252."},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(UsersForm::addRefusal(c.name).text,
-                  std::string("Could not add the user.  ") + c.why);
-        EXPECT_EQ(UsersForm::renameRefusal(c.name).text,
-                  std::string("Could not rename the user.  ") + c.why);
-    }
-    // A name quoted in a message shows its control characters, never sends them.
-    EXPECT_EQ(UsersForm::confirmDelete("Ann\x1b[2J\x81").text,
-              "Delete the user name and ALL ASSOCIATED DATA of 'Ann\\x1B[2J\\x81'?");
 }
 
 TEST_F(SessionTest, ThePreselectedUserIgnoresCaseAndFallsBackToTheFirst) {

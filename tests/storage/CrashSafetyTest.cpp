@@ -12,6 +12,7 @@
 
 #include "SaveFaultTestUtil.h"
 #include "storage/CatalogueStorage.h"
+#include "storage/RecipeFile.h"
 #include "storage/UserStorage.h"
 
 namespace nutrovex {
@@ -110,6 +111,38 @@ TEST(CrashSafety, ACatalogueKilledMidSaveIsTheOldOrTheNewVersion) {
                                       CatalogueLoad::Read &&
                                   c.foodCount() > 0;
                        }});
+}
+
+// A side file large enough for a save to take a while: many recipes of many ingredients.
+RecipeBook recipeBookVersion(const char* prefix) {
+    RecipeBook book;
+    for (int r = 0; r < 100; ++r) {
+        Recipe recipe;
+        recipe.name = prefix + std::to_string(r);
+        recipe.group = static_cast<uint8_t>(r % 8);
+        recipe.servings = 4;
+        for (int i = 0; i < 20; ++i) {
+            recipe.ingredients.push_back(
+                {static_cast<uint8_t>(i % 8), "Category " + std::to_string(i),
+                 "Food " + std::to_string(i), 1.5f + static_cast<float>(i), ServingUnit::Gram});
+        }
+        book.push_back(std::move(recipe));
+    }
+    return book;
+}
+
+TEST(CrashSafety, ARecipesFileKilledMidSaveIsTheOldOrTheNewVersion) {
+    TempDir dir;
+    const RecipeBook older = recipeBookVersion("Old ");
+    const RecipeBook newer = recipeBookVersion("New ");
+    killSavesAtRandom(
+        {dir.path(), "Recipes.json",
+         [&](bool isNewer) { return saveRecipes(dir.path(), isNewer ? newer : older).ok(); },
+         [&] {
+             RecipeBook read;
+             return loadRecipes(dir.path(), read).outcome == SideFileLoad::Read &&
+                    read.size() == older.size();
+         }});
 }
 
 }  // namespace

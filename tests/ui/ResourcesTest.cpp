@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/HelpForm.h"
+#include "forms/frame/HelpForm.h"
 #include "ui/Resources.h"
 
 namespace nutrovex {
@@ -76,9 +76,9 @@ TEST(HelpTexts, EachBeginsAsDesignedInParagraphsOfPlainText) {
 
 TEST(HelpTexts, TheBmrTextJoinsItsTwoStringsIntoOneList) {
     HelpForm form(helpTextSource());
-    EXPECT_EQ(form.text(), loadHelpText(kQuickHelpText));
-    ASSERT_TRUE(form.run(kHelpBmrButton));
-    const std::string& text = form.text();
+    EXPECT_EQ(form.view().text, loadHelpText(kQuickHelpText));
+    (void)form.command(HelpForm::Command::BmrButton);
+    const std::string& text = form.view().text;
     // The first string ends with its own paragraph break, so the factors start a paragraph.
     const std::string first = loadHelpText(kBmrText);
     ASSERT_TRUE(first.ends_with(":\r\n\r\n"));

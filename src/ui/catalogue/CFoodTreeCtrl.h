@@ -2,7 +2,7 @@
 
 #include <QTreeView>
 
-#include "foods/CatalogueScreen.h"
+#include "forms/catalogue/CatalogueForm.h"
 
 namespace nutrovex {
 

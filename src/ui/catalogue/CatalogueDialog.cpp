@@ -12,12 +12,12 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "foods/FoodCsv.h"
-#include "session/FoodCsvFiles.h"
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/catalogue/CFoodTreeCtrl.h"
 #include "ui/catalogue/CatalogueTreeModel.h"
+#include "ui/foods/CategoryNameDialog.h"
+#include "ui/foods/FindFoodDialog.h"
+#include "ui/foods/FoodItemDialog.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
 #include "ui/frame/WaitCursor.h"
@@ -37,20 +37,22 @@ QAction* menuEntry(QMenu* menu, const char* text, QObject* owner) {
 
 }  // namespace
 
-CatalogueDialog::CatalogueDialog(SessionNotifier& notifier, QWidget* parent,
-                                 CatalogueOpeners openers, CatalogueClipboard* clipboard)
+CatalogueDialog::CatalogueDialog(CatalogueForm form, SessionNotifier& notifier, QWidget* parent,
+                                 CatalogueOpeners openers)
     : QDialog(parent),
+      m_form(std::move(form)),
       m_notifier(&notifier),
       m_openers(std::move(openers)),
-      m_ownClipboard(clipboard ? nullptr : std::make_unique<CatalogueClipboard>()),
-      m_form(std::make_unique<CatalogueScreenForm>(notifier.session().catalogue(),
-                                                   clipboard ? *clipboard : *m_ownClipboard)),
-      m_model(new CatalogueTreeModel(*m_form, this)),
+      m_model(new CatalogueTreeModel(m_form, this)),
       m_tree(new CFoodTreeCtrl(this)),
       m_ok(new QPushButton(QStringLiteral("OK"), this)),
       m_findEdit(new QLineEdit(this)),
       m_findButton(new QPushButton(QStringLiteral("Fi&nd"), this)),
-      m_menuBar(new QMenuBar(this)) {
+      m_menuBar(new QMenuBar(this)),
+      m_runFind([this](const FindFoodForm& found) -> std::optional<FindResult> {
+          FindFoodDialog dialog(found, this);
+          return dialog.exec() == QDialog::Accepted ? dialog.form().chosen() : std::nullopt;
+      }) {
     setWindowTitle(QStringLiteral("Food Catalogue"));
     setModal(true);
     m_tree->setCatalogueModel(m_model);
@@ -88,13 +90,14 @@ CatalogueDialog::CatalogueDialog(SessionNotifier& notifier, QWidget* parent,
     connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_findButton, &QPushButton::clicked, this, &CatalogueDialog::find);
     connect(m_findEdit, &QLineEdit::returnPressed, this, &CatalogueDialog::find);
-    connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            &CatalogueDialog::updateMenus);
+    connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+        m_form.select(m_tree->currentPlace());
+        updateMenus();
+    });
     connect(m_tree, &CFoodTreeCtrl::foodEntered, this, &CatalogueDialog::enterFood);
     connect(m_tree, &CFoodTreeCtrl::nodeDoubleClicked, this, &CatalogueDialog::editFood);
     connect(m_tree, &CFoodTreeCtrl::deletePressed, this, [this] {
-        if (const std::optional<TreeDelete> what =
-                CatalogueScreenForm::deleteForKey(m_tree->currentPlace())) {
+        if (const std::optional<CatalogueForm::Command> what = m_form.deleteForKey()) {
             askDelete(*what);
         }
     });
@@ -120,6 +123,7 @@ CatalogueDialog::CatalogueDialog(SessionNotifier& notifier, QWidget* parent,
     }
 
     m_tree->setCurrentIndex(m_model->index(0, 0));
+    m_form.select(m_tree->currentPlace());
     m_tree->setFocus();
     updateMenus();
 }
@@ -153,37 +157,37 @@ void CatalogueDialog::buildMenus() {
         m_tree->addAction(a);
     }
 
-    connect(m_cut, &QAction::triggered, this,
-            [this] { showChange(m_form->cut(m_tree->currentPlace())); });
+    using Command = CatalogueForm::Command;
+    connect(m_cut, &QAction::triggered, this, [this] { showChange(m_form.command(Command::Cut)); });
     connect(m_copy, &QAction::triggered, this,
-            [this] { showChange(m_form->copy(m_tree->currentPlace())); });
+            [this] { showChange(m_form.command(Command::Copy)); });
     connect(m_paste, &QAction::triggered, this,
-            [this] { showChange(m_form->paste(m_tree->currentPlace())); });
+            [this] { showChange(m_form.command(Command::Paste)); });
     connect(m_rename, &QAction::triggered, this,
             [this] { m_tree->editPlace(m_tree->currentPlace()); });
     connect(m_insertCategory, &QAction::triggered, this, &CatalogueDialog::insertCategory);
     connect(m_insertFood, &QAction::triggered, this, &CatalogueDialog::insertFood);
     connect(m_deleteAll, &QAction::triggered, this,
-            [this] { askDelete(TreeDelete::AllCategories); });
+            [this] { askDelete(Command::DeleteAllCategories); });
     connect(m_deleteCategory, &QAction::triggered, this,
-            [this] { askDelete(TreeDelete::Category); });
+            [this] { askDelete(Command::DeleteCategory); });
     connect(m_import, &QAction::triggered, this, &CatalogueDialog::importCsv);
     connect(m_export, &QAction::triggered, this, &CatalogueDialog::exportCsv);
 }
 
 void CatalogueDialog::updateMenus() {
-    const TreePlace place = m_tree->currentPlace();
-    const TreeMenuState m = m_form->menu(place);
-    const bool groupMenu = place.node == TreeNode::Group;
+    const CatalogueView v = m_form.view();
+    const TreeMenuState& m = v.menu;
+    const bool groupMenu = v.selected.node == TreeNode::Group;
     m_cut->setEnabled(m.cut);
     m_copy->setEnabled(m.copy);
     m_paste->setEnabled(m.paste);
     m_rename->setEnabled(m.rename);
-    m_insertCategory->setEnabled(m.insertCategory && m_openers.newCategory != nullptr);
+    m_insertCategory->setEnabled(m.insertCategory);
     // A group's menu has no "Food Item" in Insert and "All Categories" in Delete; the menu of a
     // category or food has "Food Item" and "Category".
     m_insertFood->setVisible(!groupMenu);
-    m_insertFood->setEnabled(m.insertFood && m_openers.newFood != nullptr);
+    m_insertFood->setEnabled(m.insertFood);
     m_deleteAll->setVisible(groupMenu);
     m_deleteAll->setEnabled(m.deleteAllCategories);
     m_deleteCategory->setVisible(!groupMenu);
@@ -198,33 +202,39 @@ void CatalogueDialog::setFileChooser(std::function<QString(bool)> choose) {
     m_chooseFile = std::move(choose);
 }
 
+void CatalogueDialog::setFindRunner(
+    std::function<std::optional<FindResult>(const FindFoodForm& found)> run) {
+    m_runFind = std::move(run);
+}
+
 bool CatalogueDialog::present(const ScreenMessage& message) {
     return m_present ? m_present(message) : showMessage(this, message);
 }
 
-void CatalogueDialog::publish(const Notices& notices) {
+void CatalogueDialog::publish(const Outcome& outcome) {
     m_publishing = true;
-    showFailure(this, m_notifier->apply(notices));
+    showFailure(this, m_notifier->apply(outcome));
     m_publishing = false;
 }
 
-void CatalogueDialog::showChange(const TreeChange& change) {
-    if (change.changedGroup) {
-        m_model->groupChanged(*change.changedGroup);
+void CatalogueDialog::showChange(const Outcome& outcome) {
+    const CatalogueView v = m_form.view();
+    if (v.changedGroup) {
+        m_model->groupChanged(*v.changedGroup);
     }
-    if (change.notices.any()) {
-        publish(change.notices);
+    if (outcome.notices.any() || outcome.save != SavePoint::Nothing) {
+        publish(outcome);
     }
-    if (change.select) {
-        m_tree->selectPlace(*change.select);
+    if (v.changedGroup || v.reopenEditor) {
+        m_tree->selectPlace(v.selected);
     }
-    if (change.message) {
-        (void)present(*change.message);
+    if (outcome.message) {
+        (void)present(*outcome.message);
     }
     afterCommand();
     // Last: taking the focus from an open editor would end its edit again.
-    if (change.reopenEditor && change.select) {
-        m_tree->editPlace(*change.select);
+    if (v.reopenEditor) {
+        m_tree->editPlace(v.selected);
     }
 }
 
@@ -238,6 +248,7 @@ void CatalogueDialog::afterCommand() {
 
 void CatalogueDialog::selectPlace(const TreePlace& place) {
     m_tree->selectPlace(place);
+    m_form.select(m_tree->currentPlace());
     updateMenus();
 }
 
@@ -252,21 +263,21 @@ void CatalogueDialog::renameAfterEditorClosed() {
     }
     const PendingRename pending = *m_pendingRename;
     m_pendingRename.reset();
+    m_form.select(pending.place);
     const std::optional<std::string> name = fromQString(pending.text);
-    TreeChange change;
     if (!name) {
-        change.message = renameRefusal(pending.place.node);
-        change.reopenEditor = true;
-        change.select = pending.place;
-    } else {
-        change = m_form->rename(pending.place, *name);
+        // A character the catalogue cannot hold: refused as a taken name is.
+        (void)present(renameRefusal(pending.place.node));
+        afterCommand();
+        m_tree->editPlace(pending.place);
+        return;
     }
-    showChange(change);
+    showChange(m_form.edit(CatalogueForm::Field::Label, *name));
 }
 
-void CatalogueDialog::askDelete(TreeDelete what) {
-    const TreePlace place = m_tree->currentPlace();
-    const std::optional<Confirmation> question = m_form->confirmDelete(place, what);
+void CatalogueDialog::askDelete(CatalogueForm::Command what) {
+    m_form.select(m_tree->currentPlace());
+    const std::optional<Confirmation> question = m_form.confirmation(what);
     if (!question) {
         return;
     }
@@ -282,70 +293,70 @@ void CatalogueDialog::askDelete(TreeDelete what) {
         yes = box->exec() == QMessageBox::Yes;
     }
     if (yes) {
-        showChange(m_form->remove(place, what));
+        showChange(m_form.command(what));
     } else {
         afterCommand();
     }
 }
 
 void CatalogueDialog::enterFood() {
-    const TreePlace place = m_tree->currentPlace();
-    if (place.node != TreeNode::Food || !m_openers.insertFood) {
+    std::optional<FoodItemForm> insert = m_form.insertFoodForm();
+    if (!insert) {
         return;
     }
-    const std::optional<Position> logged = m_openers.insertFood(this, place);
-    if (logged && m_openers.selectInFoodGrid) {
-        m_openers.selectInFoodGrid(*logged);
+    FoodItemDialog dialog(std::move(*insert), *m_notifier, this);
+    if (dialog.exec() == QDialog::Accepted && dialog.form().result().done() &&
+        m_openers.showLogged) {
+        m_openers.showLogged(this, dialog.form().result().group, dialog.form().result().position);
     }
     afterCommand();
 }
 
 void CatalogueDialog::editFood() {
-    const TreePlace place = m_tree->currentPlace();
-    if (place.node != TreeNode::Food || !m_openers.editFood) {
+    std::optional<FoodItemForm> edit = m_form.editFoodForm();
+    if (!edit) {
         return;
     }
-    if (const std::optional<TreePlace> edited = m_openers.editFood(this, place)) {
-        showChange(CatalogueScreenForm::stored(*edited));
+    const TreePlace place = m_form.view().selected;
+    FoodItemDialog dialog(std::move(*edit), *m_notifier, this);
+    if (dialog.exec() == QDialog::Accepted && dialog.form().result().done()) {
+        showChange(m_form.stored(
+            TreePlace::ofFood(place.group, place.category, dialog.form().result().position)));
     }
 }
 
 void CatalogueDialog::insertCategory() {
-    if (!m_openers.newCategory) {
-        return;
-    }
-    if (const std::optional<TreePlace> added =
-            m_openers.newCategory(this, m_tree->currentPlace().group)) {
-        showChange(CatalogueScreenForm::stored(*added));
+    CategoryNameDialog dialog(m_form.newCategoryForm(), *m_notifier, this);
+    if (dialog.exec() == QDialog::Accepted && dialog.form().result().done()) {
+        const FormResult& made = dialog.form().result();
+        showChange(m_form.stored(TreePlace::ofCategory(made.group, made.position)));
     }
 }
 
 void CatalogueDialog::insertFood() {
-    const TreePlace place = m_tree->currentPlace();
-    if (place.node == TreeNode::Group || !m_openers.newFood) {
+    std::optional<FoodItemForm> create = m_form.newFoodForm();
+    if (!create) {
         return;
     }
-    if (const std::optional<TreePlace> added = m_openers.newFood(this, place)) {
-        showChange(CatalogueScreenForm::stored(*added));
+    FoodItemDialog dialog(std::move(*create), *m_notifier, this);
+    if (dialog.exec() == QDialog::Accepted && dialog.form().result().done()) {
+        const FormResult& made = dialog.form().result();
+        showChange(m_form.stored(TreePlace::ofFood(made.group, made.category, made.position)));
     }
 }
 
 void CatalogueDialog::find() {
     const std::optional<std::string> text = fromQString(m_findEdit->text());
-    const CatalogueScreenForm::FindAnswer answer = m_form->find(text.value_or(std::string()));
-    if (answer.message) {
-        (void)present(*answer.message);
+    const Outcome refused = m_form.find(text.value_or(std::string()));
+    if (refused.message) {
+        (void)present(*refused.message);
         m_findEdit->setFocus();
         return;
     }
-    std::optional<TreePlace> chosen;
-    if (m_openers.findFood) {
-        chosen = m_openers.findFood(this, m_form->finder(), answer.text);
-    } else {
-        chosen = CatalogueScreenForm::placeOf(m_form->finder().results().front());
-    }
+    const std::optional<FindResult> chosen = m_runFind(m_form.findForm());
     if (chosen) {
-        m_tree->selectPlace(*chosen);
+        m_form.select(*chosen);
+        m_tree->selectPlace(m_form.view().selected);
         afterCommand();
     }
 }
@@ -358,15 +369,9 @@ void CatalogueDialog::importCsv() {
     if (path.isEmpty()) {
         return;
     }
-    const FoodCsvText csv = readFoodCsvFile(path.toStdString());
-    if (!csv.failure.empty()) {
-        (void)present({"The file " + path.toStdString() + " cannot be read: " + csv.failure,
-                       "Import", MessageKind::Warning});
-        return;
-    }
     std::unique_ptr<QProgressDialog> progress;
-    const FoodCsvImportResult result = importFoodCsv(
-        m_notifier->session().catalogue(), csv, [&](std::size_t rowsDone, std::size_t rows) {
+    const Outcome outcome = m_form.importFile(
+        path.toStdString(), [&](std::size_t rowsDone, std::size_t rows) {
             const auto done = static_cast<int>(rowsDone);
             const auto total = static_cast<int>(rows);
             if (!progress) {
@@ -383,15 +388,14 @@ void CatalogueDialog::importCsv() {
             Q_EMIT importProgress(done, total);
             return !progress->wasCanceled();
         });
+    progress.reset();
     m_model->reload();
-    if (result.abandoned) {
-        afterCommand();
-        return;
+    if (outcome.notices.any()) {
+        publish(outcome);
     }
-    if (result.notices.any()) {
-        publish(result.notices);
+    if (outcome.message) {
+        (void)present(*outcome.message);
     }
-    (void)present(importMessage(result.report));
     afterCommand();
 }
 
@@ -404,21 +408,19 @@ void CatalogueDialog::exportCsv() {
     if (path.isEmpty()) {
         return;
     }
-    const StorageStatus written = [&] {
+    const Outcome written = [&] {
         const WaitCursor wait;
-        return exportFoodCsvFile(m_notifier->session().catalogue(), path.toStdString());
+        return m_form.exportFile(path.toStdString());
     }();
-    if (!written) {
-        (void)present(
-            {"The file " + path.toStdString() + " cannot be written: " + written.message(),
-             "Export", MessageKind::Warning});
+    if (written.message) {
+        (void)present(*written.message);
     }
     afterCommand();
 }
 
 void CatalogueDialog::done(int result) {
-    // The catalogue is saved when the screen closes.
-    showFailure(this, m_notifier->applyAndSave(Notices{}));
+    // Whatever the screen changed and could not save at once is saved when it closes.
+    showFailure(this, m_notifier->save(m_form.close()));
     QDialog::done(result);
 }
 

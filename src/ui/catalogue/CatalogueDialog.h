@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "foods/CatalogueScreen.h"
+#include "forms/catalogue/CatalogueForm.h"
 
 class QAction;
 class QLineEdit;
@@ -21,38 +21,22 @@ class CFoodTreeCtrl;
 class CatalogueTreeModel;
 class SessionNotifier;
 
-// The screens of other areas that the catalogue screen opens, filled in by whoever creates it.
-// A command whose opener is empty stays in the menu, disabled.
+// What the catalogue screen asks of the program around it; an empty one does nothing.
 struct CatalogueOpeners {
-    // Insert Food on a catalogue food: logs it into the current day (applying what changed
-    // through the notifier); the logged entry's position in the day's food grid, or nullopt when
-    // the person cancelled.
-    std::function<std::optional<Position>(QWidget* parent, const TreePlace& food)> insertFood;
-    // Tells the logbook's food grid to refresh and select the entry at that position.
-    std::function<void(Position presented)> selectInFoodGrid;
-    // Edit Food Item on a catalogue food; the food's place after the edit, or nullopt.
-    std::function<std::optional<TreePlace>(QWidget* parent, const TreePlace& food)> editFood;
-    // The new-item editor with the group and category preselected; the new food's place.
-    std::function<std::optional<TreePlace>(QWidget* parent, const TreePlace& at)> newFood;
-    // The category dialog for a new category in the group; the new category's place.
-    std::function<std::optional<TreePlace>(QWidget* parent, int group)> newCategory;
-    // The find dialog on the finder's results for text; the chosen result's place. Without it
-    // the find field selects the first result.
-    std::function<std::optional<TreePlace>(QWidget* parent, FoodFinder& finder,
-                                           const std::string& text)>
-        findFood;
+    // A food was logged into the current day from the catalogue: the day's food grid of that
+    // list opens over the catalogue with the new entry selected.
+    std::function<void(QWidget* parent, int group, Position presented)> showLogged;
 };
 
-// The catalogue screen: the food tree with the menus of its selected node (as the menu bar and
-// as a context menu), the find field, and Import... and Export... of the food list as CSV. Every
-// change marks the catalogue modified; it is saved when the screen closes.
+// The catalogue screen, a thin view of CatalogueForm: the food tree with the menus of its
+// selected node (as the menu bar and as a context menu), the find field, and Import... and
+// Export... of the food list as CSV. Every change is saved at once.
 class CatalogueDialog : public QDialog {
     Q_OBJECT
 
 public:
-    // clipboard: the catalogue's clipboard for the whole run; the screen keeps its own if null.
-    CatalogueDialog(SessionNotifier& notifier, QWidget* parent, CatalogueOpeners openers = {},
-                    CatalogueClipboard* clipboard = nullptr);
+    CatalogueDialog(CatalogueForm form, SessionNotifier& notifier, QWidget* parent,
+                    CatalogueOpeners openers = {});
     ~CatalogueDialog() override;
 
     // How messages and questions are put to the person (a message box unless replaced); true on
@@ -60,6 +44,9 @@ public:
     void setMessagePresenter(std::function<bool(const ScreenMessage&)> present);
     // How the CSV file is chosen (a file dialog unless replaced); empty when cancelled.
     void setFileChooser(std::function<QString(bool forSaving)> choose);
+    // How the find screen is run on the foods found (the dialog, modally, unless replaced); the
+    // food chosen, or none when it was cancelled.
+    void setFindRunner(std::function<std::optional<FindResult>(const FindFoodForm& found)> run);
 
     [[nodiscard]] CFoodTreeCtrl* tree() const { return m_tree; }
     void selectPlace(const TreePlace& place);
@@ -76,12 +63,12 @@ Q_SIGNALS:
 private:
     void buildMenus();
     void updateMenus();
-    void showChange(const TreeChange& change);
-    void publish(const Notices& notices);
+    void showChange(const Outcome& outcome);
+    void publish(const Outcome& outcome);
     bool present(const ScreenMessage& message);
     void renameFromEditor(const TreePlace& place, const QString& text);
     void renameAfterEditorClosed();
-    void askDelete(TreeDelete what);
+    void askDelete(CatalogueForm::Command what);
     void enterFood();
     void editFood();
     void insertCategory();
@@ -89,10 +76,9 @@ private:
     void find();
     void afterCommand();
 
+    CatalogueForm m_form;
     SessionNotifier* m_notifier;
     CatalogueOpeners m_openers;
-    std::unique_ptr<CatalogueClipboard> m_ownClipboard;
-    std::unique_ptr<CatalogueScreenForm> m_form;
     CatalogueTreeModel* m_model;
     CFoodTreeCtrl* m_tree;
     QPushButton* m_ok;
@@ -114,6 +100,7 @@ private:
     QAction* m_export = nullptr;
     std::function<bool(const ScreenMessage&)> m_present;
     std::function<QString(bool)> m_chooseFile;
+    std::function<std::optional<FindResult>(const FindFoodForm&)> m_runFind;
     bool m_publishing = false;
     struct PendingRename {
         TreePlace place;

@@ -33,7 +33,7 @@ TreePlace unpack(quintptr id) {
 
 }  // namespace
 
-CatalogueTreeModel::CatalogueTreeModel(CatalogueScreenForm& form, QObject* parent)
+CatalogueTreeModel::CatalogueTreeModel(const CatalogueForm& form, QObject* parent)
     : QAbstractItemModel(parent), m_form(&form) {
     for (int g = 0; g < kFoodGroupCount; ++g) {
         m_shownCategories[static_cast<std::size_t>(g)] = categoryCount(g);
@@ -41,7 +41,7 @@ CatalogueTreeModel::CatalogueTreeModel(CatalogueScreenForm& form, QObject* paren
 }
 
 int CatalogueTreeModel::categoryCount(int group) const {
-    return static_cast<int>(m_form->catalogue().groups[static_cast<std::size_t>(group)].size());
+    return m_form->categoryCount(group);
 }
 
 TreePlace CatalogueTreeModel::placeOf(const QModelIndex& index) const {
@@ -125,10 +125,7 @@ int CatalogueTreeModel::rowCount(const QModelIndex& parent) const {
         case TreeNode::Group:
             return m_shownCategories[static_cast<std::size_t>(p.group)];
         case TreeNode::Category:
-            if (const FoodCategory* c = categoryAt(m_form->catalogue(), p.group, p.category)) {
-                return static_cast<int>(c->foods.size());
-            }
-            return 0;
+            return m_form->foodCount(p.group, p.category);
         case TreeNode::Food:
             break;
     }

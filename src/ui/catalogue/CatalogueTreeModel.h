@@ -4,7 +4,7 @@
 #include <array>
 #include <functional>
 
-#include "foods/CatalogueScreen.h"
+#include "forms/catalogue/CatalogueForm.h"
 
 namespace nutrovex {
 
@@ -17,7 +17,7 @@ class CatalogueTreeModel : public QAbstractItemModel {
 public:
     using Renamer = std::function<void(const TreePlace& place, const QString& text)>;
 
-    CatalogueTreeModel(CatalogueScreenForm& form, QObject* parent = nullptr);
+    CatalogueTreeModel(const CatalogueForm& form, QObject* parent = nullptr);
 
     // The label editor's text goes to renamer instead of into the model.
     void setRenamer(Renamer renamer) { m_renamer = std::move(renamer); }
@@ -42,7 +42,7 @@ public:
 private:
     [[nodiscard]] int categoryCount(int group) const;
 
-    CatalogueScreenForm* m_form;
+    const CatalogueForm* m_form;
     Renamer m_renamer;
     // The category rows a view was last told about, per group.
     std::array<int, kFoodGroupCount> m_shownCategories{};

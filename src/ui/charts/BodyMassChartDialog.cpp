@@ -9,7 +9,6 @@
 #include <QVBoxLayout>
 
 #include "render/ChartPainter.h"
-#include "session/Session.h"
 #include "ui/charts/ChartWidgets.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
@@ -58,9 +57,10 @@ private:
 
 }  // namespace
 
-BodyMassChartDialog::BodyMassChartDialog(SessionNotifier& notifier, QWidget* parent)
+BodyMassChartDialog::BodyMassChartDialog(BodyMassChartForm form, SessionNotifier& notifier,
+                                         QWidget* parent)
     : QDialog(parent),
-      m_form(notifier.session().days()),
+      m_form(std::move(form)),
       m_menuBar(new QMenuBar(this)),
       m_ok(new QPushButton(this)),
       m_chart(new BodyMassChartWidget(this)),
@@ -127,22 +127,22 @@ BodyMassChartDialog::BodyMassChartDialog(SessionNotifier& notifier, QWidget* par
     m_ok->setFocus();
 }
 
-bool BodyMassChartDialog::openChecked(SessionNotifier& notifier, QWidget* parent) {
-    if (const std::optional<ScreenMessage> refusal =
-            BodyMassChartForm::openRefusal(notifier.session().days())) {
+bool BodyMassChartDialog::openChecked(BodyMassChartForm form, SessionNotifier& notifier,
+                                      QWidget* parent) {
+    if (const std::optional<ScreenMessage> refusal = form.openRefusal()) {
         showMessage(parent, *refusal);
         return false;
     }
-    BodyMassChartDialog dialog(notifier, parent);
+    BodyMassChartDialog dialog(std::move(form), notifier, parent);
     dialog.exec();
     return true;
 }
 
 void BodyMassChartDialog::refresh() {
-    m_form.refresh();
-    m_chart->setChart(m_form.chart());
-    m_current->setText(QString::fromLatin1(m_form.currentSummary().c_str()));
-    m_goal->setText(QString::fromLatin1(m_form.goalSummary().c_str()));
+    const BodyMassChartView v = m_form.view();
+    m_chart->setChart(v.chart);
+    m_current->setText(QString::fromLatin1(v.currentSummary.c_str()));
+    m_goal->setText(QString::fromLatin1(v.goalSummary.c_str()));
 }
 
 }  // namespace nutrovex

@@ -3,7 +3,7 @@
 #include <QDialog>
 #include <memory>
 
-#include "charts/BodyMassChartForm.h"
+#include "forms/charts/BodyMassChartForm.h"
 
 class QLabel;
 class QMenuBar;
@@ -20,11 +20,11 @@ class BodyMassChartDialog : public QDialog {
     Q_OBJECT
 
 public:
-    BodyMassChartDialog(SessionNotifier& notifier, QWidget* parent);
+    BodyMassChartDialog(BodyMassChartForm form, SessionNotifier& notifier, QWidget* parent);
 
     // What the "Weight Chart" commands do: shows the missing-data message and opens nothing, or
     // runs the chart modally until it is closed. Returns whether the chart opened.
-    static bool openChecked(SessionNotifier& notifier, QWidget* parent);
+    static bool openChecked(BodyMassChartForm form, SessionNotifier& notifier, QWidget* parent);
 
     [[nodiscard]] BodyMassChartWidget* chart() const { return m_chart; }
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "charts/HistoricChartForm.h"
+#include "session/Session.h"
 #include "ui/charts/BodyMassChartDialog.h"
 #include "ui/charts/HistoricChartDialog.h"
 
@@ -25,8 +25,10 @@ struct TourSettings {
 
 class TourHistoricChart : private TourSettings, public HistoricChartDialog {
 public:
-    TourHistoricChart(SessionNotifier& notifier, QWidget* parent, uint16_t span, bool trend)
-        : TourSettings{prepared(span, trend)}, HistoricChartDialog(notifier, parent, settings) {}
+    TourHistoricChart(Session& session, SessionNotifier& notifier, QWidget* parent, uint16_t span,
+                      bool trend)
+        : TourSettings{prepared(span, trend)},
+          HistoricChartDialog(HistoricChartForm(session.days(), settings), notifier, parent) {}
 
 private:
     static MemoryChartSettings prepared(uint16_t span, bool trend) {
@@ -37,25 +39,28 @@ private:
     }
 };
 
-TourStop historicStop(SessionNotifier& notifier, const QString& name, uint16_t span, bool trend) {
-    return {name, [&notifier, span, trend](QWidget* parent) -> std::unique_ptr<QWidget> {
-                return std::make_unique<TourHistoricChart>(notifier, parent, span, trend);
+TourStop historicStop(Session& session, SessionNotifier& notifier, const QString& name,
+                      uint16_t span, bool trend) {
+    return {name, [&session, &notifier, span, trend](QWidget* parent) -> std::unique_ptr<QWidget> {
+                return std::make_unique<TourHistoricChart>(session, notifier, parent, span, trend);
             }};
 }
 
 }  // namespace
 
-std::vector<TourStop> chartsTourStops(SessionNotifier& notifier) {
+std::vector<TourStop> chartsTourStops(Session& session, SessionNotifier& notifier) {
     std::vector<TourStop> stops;
-    stops.push_back(historicStop(notifier, QStringLiteral("historic-chart"), 1, false));
+    stops.push_back(historicStop(session, notifier, QStringLiteral("historic-chart"), 1, false));
     for (uint16_t span = 0; span < kHistorySpanCount; ++span) {
         stops.push_back(historicStop(
-            notifier, QStringLiteral("historic-chart-") + pictureName(span), span, false));
+            session, notifier, QStringLiteral("historic-chart-") + pictureName(span), span, false));
     }
-    stops.push_back(historicStop(notifier, QStringLiteral("historic-chart-trend"), 4, true));
+    stops.push_back(
+        historicStop(session, notifier, QStringLiteral("historic-chart-trend"), 4, true));
     stops.push_back({QStringLiteral("body-mass-chart"),
-                     [&notifier](QWidget* parent) -> std::unique_ptr<QWidget> {
-                         return std::make_unique<BodyMassChartDialog>(notifier, parent);
+                     [&session, &notifier](QWidget* parent) -> std::unique_ptr<QWidget> {
+                         return std::make_unique<BodyMassChartDialog>(
+                             BodyMassChartForm(session.days()), notifier, parent);
                      }});
     return stops;
 }

@@ -11,7 +11,6 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/charts/ChartWidgets.h"
 #include "ui/frame/SessionNotifier.h"
@@ -27,10 +26,10 @@ const char* const kSpanMnemonics[kHistorySpanCount] = {
 
 }  // namespace
 
-HistoricChartDialog::HistoricChartDialog(SessionNotifier& notifier, QWidget* parent,
-                                         ChartSettings& settings)
+HistoricChartDialog::HistoricChartDialog(HistoricChartForm form, SessionNotifier& notifier,
+                                         QWidget* parent)
     : QDialog(parent),
-      m_form(notifier.session().days(), settings),
+      m_form(std::move(form)),
       m_menuBar(new QMenuBar(this)),
       m_close(new QPushButton(this)),
       m_title(new QLabel(this)),
@@ -65,8 +64,9 @@ HistoricChartDialog::HistoricChartDialog(SessionNotifier& notifier, QWidget* par
         action->setCheckable(true);
         spanActions->addAction(action);
         m_spanActions[span] = action;
-        connect(button, &QRadioButton::clicked, this, [this, span] { selectSpan(span); });
-        connect(action, &QAction::triggered, this, [this, span] { selectSpan(span); });
+        const auto command = static_cast<HistoricChartForm::Command>(span);
+        connect(button, &QRadioButton::clicked, this, [this, command] { run(command); });
+        connect(action, &QAction::triggered, this, [this, command] { run(command); });
     }
     const QString trendText = QString::fromLatin1(HistoricChartForm::trendText());
     m_trend->setText(QStringLiteral("&") + trendText);
@@ -75,8 +75,11 @@ HistoricChartDialog::HistoricChartDialog(SessionNotifier& notifier, QWidget* par
     auto* viewMenu = m_menuBar->addMenu(QStringLiteral("&View"));
     m_trendAction = viewMenu->addAction(QStringLiteral("&") + trendText);
     m_trendAction->setCheckable(true);
-    connect(m_trend, &QCheckBox::toggled, this, &HistoricChartDialog::setTrendShown);
-    connect(m_trendAction, &QAction::toggled, this, &HistoricChartDialog::setTrendShown);
+    const auto trend = [this](bool shown) {
+        run(shown ? HistoricChartForm::Command::ShowTrend : HistoricChartForm::Command::HideTrend);
+    };
+    connect(m_trend, &QCheckBox::toggled, this, trend);
+    connect(m_trendAction, &QAction::toggled, this, trend);
     connect(m_close, &QPushButton::clicked, this, &QDialog::accept);
 
     auto* top = new QHBoxLayout;
@@ -102,50 +105,36 @@ HistoricChartDialog::HistoricChartDialog(SessionNotifier& notifier, QWidget* par
     }
     setTabOrder(m_spans.back(), m_trend);
 
-    connect(&notifier, &SessionNotifier::dataChanged, this, &HistoricChartDialog::refresh);
-    connect(&notifier, &SessionNotifier::personalInfoReset, this, &HistoricChartDialog::refresh);
-    connect(&notifier, &SessionNotifier::dayCreated, this, &HistoricChartDialog::refresh);
-    connect(&notifier, &SessionNotifier::userChanged, this, &HistoricChartDialog::refresh);
+    connect(&notifier, &SessionNotifier::dataChanged, this, &HistoricChartDialog::showForm);
+    connect(&notifier, &SessionNotifier::personalInfoReset, this, &HistoricChartDialog::showForm);
+    connect(&notifier, &SessionNotifier::dayCreated, this, &HistoricChartDialog::showForm);
+    connect(&notifier, &SessionNotifier::userChanged, this, &HistoricChartDialog::showForm);
     showForm();
     m_close->setFocus();
 }
 
-void HistoricChartDialog::selectSpan(uint16_t span) {
-    if (span != m_form.span()) {
-        m_form.selectSpan(span);
-    }
-    showForm();
-}
-
-void HistoricChartDialog::setTrendShown(bool shown) {
-    if (shown != m_form.trendShown()) {
-        m_form.setTrendShown(shown);
-    }
-    showForm();
-}
-
-void HistoricChartDialog::refresh() {
-    m_form.refresh();
+void HistoricChartDialog::run(HistoricChartForm::Command command) {
+    (void)m_form.command(command);
     showForm();
 }
 
 void HistoricChartDialog::showForm() {
-    const QString title = QString::fromLatin1(m_form.title().c_str());
+    const HistoricChartView v = m_form.view();
+    const QString title = QString::fromLatin1(v.title.c_str());
     setWindowTitle(title);
     m_title->setText(title);
     m_chart->setAccessibleName(title);
-    const uint16_t span = m_form.span();
-    m_spans[span]->setChecked(true);
-    m_spanActions[span]->setChecked(true);
+    m_spans[v.span]->setChecked(true);
+    m_spanActions[v.span]->setChecked(true);
     {
         const QSignalBlocker blockBox(m_trend);
         const QSignalBlocker blockAction(m_trendAction);
-        m_trend->setChecked(m_form.trendShown());
-        m_trendAction->setChecked(m_form.trendShown());
+        m_trend->setChecked(v.trendShown);
+        m_trendAction->setChecked(v.trendShown);
     }
-    m_rate->setText(QString::fromLatin1(m_form.rateText().c_str()));
-    m_rate->setVisible(m_form.trendShown());
-    m_chart->setHistory(m_form.history(), m_form.trend());
+    m_rate->setText(QString::fromLatin1(v.rateText.c_str()));
+    m_rate->setVisible(v.trendShown);
+    m_chart->setHistory(v.history, v.trend);
 }
 
 }  // namespace nutrovex

@@ -3,7 +3,7 @@
 #include <QDialog>
 #include <array>
 
-#include "charts/HistoricChartForm.h"
+#include "forms/charts/HistoricChartForm.h"
 
 class QCheckBox;
 class QLabel;
@@ -13,7 +13,6 @@ class QRadioButton;
 
 namespace nutrovex {
 
-class ChartSettings;
 class HistoricChartWidget;
 class SessionNotifier;
 
@@ -23,15 +22,13 @@ class HistoricChartDialog : public QDialog {
     Q_OBJECT
 
 public:
-    HistoricChartDialog(SessionNotifier& notifier, QWidget* parent, ChartSettings& settings);
+    HistoricChartDialog(HistoricChartForm form, SessionNotifier& notifier, QWidget* parent);
 
     [[nodiscard]] HistoricChartWidget* chart() const { return m_chart; }
     [[nodiscard]] const HistoricChartForm& form() const { return m_form; }
 
 private:
-    void selectSpan(uint16_t span);
-    void setTrendShown(bool shown);
-    void refresh();
+    void run(HistoricChartForm::Command command);
     void showForm();
 
     HistoricChartForm m_form;

@@ -3,7 +3,7 @@
 #include <QSettings>
 #include <memory>
 
-#include "charts/HistoricChartForm.h"
+#include "charts/ChartSettings.h"
 #include "session/SessionSettings.h"
 
 namespace nutrovex {

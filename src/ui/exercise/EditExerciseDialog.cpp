@@ -2,42 +2,23 @@
 
 #include <QComboBox>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "logbook/ExerciseLog.h"
-#include "session/Session.h"
+#include "ui/TextConvert.h"
 #include "ui/exercise/ExercisePicker.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
 
 namespace nutrovex {
 
-namespace {
-
-ExerciseForm formFor(Session& session, Position row) {
-    const DayRecord* day = session.days().currentRecord();
-    if (day != nullptr && row < day->exercises().size()) {
-        return ExerciseForm(day->exercises()[row]);
-    }
-    return ExerciseForm();
-}
-
-}  // namespace
-
-EditExerciseDialog::EditExerciseDialog(SessionNotifier& notifier, QWidget* parent, Position row)
+EditExerciseDialog::EditExerciseDialog(EditExerciseForm form, SessionNotifier& notifier,
+                                       QWidget* parent)
     : QDialog(parent),
+      m_form(std::move(form)),
       m_notifier(&notifier),
-      m_row(row),
-      m_exercises(std::make_unique<ExerciseLog>(notifier.session().days(),
-                                                notifier.session().exerciseClipboard())),
-      m_form(std::make_unique<ExerciseForm>(formFor(notifier.session(), row))),
-      m_picker(new ExercisePicker(
-          *m_form, notifier.session().days(),
-          [this](const ScreenMessage& m) {
-              return m_present ? m_present(m) : showMessage(this, m);
-          },
-          this)),
+      m_picker(new ExercisePicker(this)),
       m_log(new QPushButton(QStringLiteral("&Log"), this)),
       m_cancel(new QPushButton(QStringLiteral("Cancel"), this)) {
     setWindowTitle(QStringLiteral("Edit Exercise"));
@@ -59,25 +40,44 @@ EditExerciseDialog::EditExerciseDialog(SessionNotifier& notifier, QWidget* paren
 
     connect(m_log, &QPushButton::clicked, this, &EditExerciseDialog::store);
     connect(m_cancel, &QPushButton::clicked, this, &QDialog::reject);
-    connect(m_picker, &ExercisePicker::editsChanged, this,
-            [this] { m_log->setEnabled(m_form->logEnabled()); });
-    m_log->setEnabled(m_form->logEnabled());
+    connect(m_picker, &ExercisePicker::edited, this,
+            [this](ExerciseChoice::Field field, const QString& text) {
+                m_form.edit(field, fromQString(text).value_or(std::string()));
+                redraw();
+            });
+    connect(m_picker, &ExercisePicker::caloriesRequested, this, [this] {
+        const Outcome outcome = m_form.command(EditExerciseForm::Command::Calories);
+        if (outcome.message) {
+            (void)present(*outcome.message);
+            m_picker->minutesEdit()->setFocus();
+        }
+        redraw();
+    });
+    redraw();
     m_picker->typeCombo()->setFocus();
 }
-
-EditExerciseDialog::~EditExerciseDialog() = default;
 
 void EditExerciseDialog::setMessagePresenter(std::function<bool(const ScreenMessage&)> present) {
     m_present = std::move(present);
 }
 
+bool EditExerciseDialog::present(const ScreenMessage& message) {
+    return m_present ? m_present(message) : showMessage(this, message);
+}
+
+void EditExerciseDialog::redraw() {
+    const ExerciseChoiceView v = m_form.view();
+    m_picker->show(v);
+    m_log->setEnabled(v.logEnabled);
+}
+
 void EditExerciseDialog::store() {
-    const Outcome outcome = m_exercises->replace(m_row, *m_form);
+    const Outcome outcome = m_form.command(EditExerciseForm::Command::Log);
     if (outcome.message) {
-        (void)(m_present ? m_present(*outcome.message) : showMessage(this, *outcome.message));
+        (void)present(*outcome.message);
         return;
     }
-    showFailure(this, m_notifier->apply(outcome.notices));
+    (void)showFailure(this, m_notifier->apply(outcome));
     accept();
 }
 

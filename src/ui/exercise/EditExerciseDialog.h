@@ -2,28 +2,24 @@
 
 #include <QDialog>
 #include <functional>
-#include <memory>
 
-#include "core/Position.h"
 #include "core/ScreenMessage.h"
+#include "forms/exercise/EditExerciseForm.h"
 
 class QPushButton;
 
 namespace nutrovex {
 
-class ExerciseForm;
-class ExerciseLog;
 class ExercisePicker;
 class SessionNotifier;
 
-// "Edit Exercise": the exercise at a row of the current day in the exercise choice; "Log"
-// (the default button) stores it back, "Cancel" leaves it.
+// "Edit Exercise": a thin view of EditExerciseForm. "Log" (the default button) stores the
+// exercise back, "Cancel" leaves it.
 class EditExerciseDialog : public QDialog {
     Q_OBJECT
 
 public:
-    EditExerciseDialog(SessionNotifier& notifier, QWidget* parent, Position row);
-    ~EditExerciseDialog() override;
+    EditExerciseDialog(EditExerciseForm form, SessionNotifier& notifier, QWidget* parent);
 
     void setMessagePresenter(std::function<bool(const ScreenMessage&)> present);
 
@@ -31,12 +27,12 @@ public:
     [[nodiscard]] QPushButton* logButton() const { return m_log; }
 
 private:
+    bool present(const ScreenMessage& message);
+    void redraw();
     void store();
 
+    EditExerciseForm m_form;
     SessionNotifier* m_notifier;
-    Position m_row;
-    std::unique_ptr<ExerciseLog> m_exercises;
-    std::unique_ptr<ExerciseForm> m_form;
     ExercisePicker* m_picker;
     QPushButton* m_log;
     QPushButton* m_cancel;

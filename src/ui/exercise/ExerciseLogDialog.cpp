@@ -12,9 +12,6 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "core/CalendarDate.h"
-#include "logbook/ExerciseLog.h"
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/exercise/EditExerciseDialog.h"
 #include "ui/exercise/ExercisePicker.h"
@@ -29,23 +26,27 @@ constexpr int kColumns = 3;  // name, minutes, calories
 
 }  // namespace
 
-ExerciseGrid::ExerciseGrid(ExerciseLog& log, QWidget* parent) : MWGridWidget(parent), m_log(&log) {
+ExerciseGrid::ExerciseGrid(QWidget* parent) : MWGridWidget(parent) {
     setAccessibleName(QStringLiteral("Exercises"));
     grid().setColumnCount(kColumns);
     grid().setFixedRows(1);
     grid().setDefaultRowHeight(fontMetrics().height() + 8);
-    reload();
+    grid().setRowCount(1);
+    fitColumns();
+    const auto report = [this] {
+        Q_EMIT selected(grid().anchor().row - 1, grid().current().row - 1);
+    };
+    connect(this, &MWGridWidget::keyHandled, this, report);
+    connect(this, &MWGridWidget::cellTapped, this, report);
 }
 
-void ExerciseGrid::reload() {
-    const ExerciseList* list = m_log->exercises();
-    const int rows = list ? static_cast<int>(list->size()) : 0;
-    grid().setRowCount(1 + rows);
-    grid().setSelectAll(false);
-    if (grid().current().row > rows || grid().current().row < 1) {
-        (void)grid().selectCell(rows > 0 ? 1 : 0, 0);
-    }
-    grid().resetAnchor();
+void ExerciseGrid::show(const ExerciseLogView& view) {
+    m_rows = view.rows;
+    grid().setRowCount(1 + static_cast<int>(m_rows.size()));
+    const ExerciseRowSelection& s = view.selection;
+    grid().setSelectAll(s.all);
+    (void)grid().setSelection({s.anchor + 1, 0}, {s.current + 1, 0});
+    grid().ensureCurrentVisible();
     fitColumns();
 }
 
@@ -68,19 +69,18 @@ QString ExerciseGrid::cellText(int row, int column) const {
         static const char* const kHeaders[kColumns] = {"Exercise", "Minutes", "Calories"};
         return column < kColumns ? QString::fromLatin1(kHeaders[column]) : QString();
     }
-    const ExerciseList* list = m_log->exercises();
     const auto index = static_cast<std::size_t>(row - 1);
-    if (!list || index >= list->size()) {
+    if (index >= m_rows.size()) {
         return {};
     }
-    const ExerciseEntry& e = (*list)[index];
+    const ExerciseRow& e = m_rows[index];
     switch (column) {
         case 0:
-            return toQString(e.name.view());
+            return toQString(e.name);
         case 1:
-            return QString::number(e.minutes);
+            return toQString(e.minutes);
         case 2:
-            return QString::number(e.calories);
+            return toQString(e.calories);
         default:
             return {};
     }
@@ -93,32 +93,12 @@ int ExerciseGrid::cellAlignment(int row, int column) const {
     return MWGridWidget::cellAlignment(row, column);
 }
 
-std::vector<Position> ExerciseGrid::selectedRows() const {
-    const ExerciseList* list = m_log->exercises();
-    const int count = list ? static_cast<int>(list->size()) : 0;
-    std::vector<Position> rows;
-    int first = std::min(grid().anchor().row, grid().current().row);
-    int last = std::max(grid().anchor().row, grid().current().row);
-    if (grid().selectAll()) {
-        first = 1;
-        last = count;
-    }
-    for (int r = std::max(first, 1); r <= std::min(last, count); ++r) {
-        rows.push_back(static_cast<Position>(r - 1));
-    }
-    return rows;
-}
-
-void ExerciseGrid::selectAllRows() {
-    grid().setSelectAll(true);
-    refresh();
-}
-
 void ExerciseGrid::selectRow(int row) {
     grid().setSelectAll(false);
     selectCell(row + 1, 0);
     grid().resetAnchor();
     refresh();
+    Q_EMIT selected(row, row);
 }
 
 void ExerciseGrid::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -133,24 +113,19 @@ void ExerciseGrid::keyPressEvent(QKeyEvent* event) {
         Q_EMIT editRequested();
         return;
     }
-    if (event->key() != Qt::Key_Delete) {
-        grid().setSelectAll(false);
-    }
     MWGridWidget::keyPressEvent(event);
 }
 
-ExerciseLogDialog::ExerciseLogDialog(SessionNotifier& notifier, QWidget* parent)
+ExerciseLogDialog::ExerciseLogDialog(ExerciseLogForm form, SessionNotifier& notifier,
+                                     QWidget* parent)
     : QDialog(parent),
+      m_form(std::move(form)),
       m_notifier(&notifier),
-      m_exercises(std::make_unique<ExerciseLog>(notifier.session().days(),
-                                                notifier.session().exerciseClipboard())),
       m_date(new QLabel(this)),
-      m_picker(new ExercisePicker(
-          m_exercises->form, notifier.session().days(),
-          [this](const ScreenMessage& m) { return present(m); }, this)),
+      m_picker(new ExercisePicker(this)),
       m_ok(new QPushButton(QStringLiteral("OK"), this)),
       m_log(new QPushButton(QStringLiteral("&Log"), this)),
-      m_grid(new ExerciseGrid(*m_exercises, this)) {
+      m_grid(new ExerciseGrid(this)) {
     setWindowTitle(QStringLiteral("Exercise Log"));
     setModal(true);
     m_ok->setAccessibleName(QStringLiteral("OK"));
@@ -201,21 +176,22 @@ ExerciseLogDialog::ExerciseLogDialog(SessionNotifier& notifier, QWidget* parent)
     setTabOrder(m_log, m_grid);
 
     connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
-    connect(m_picker, &ExercisePicker::editsChanged, this,
-            [this] { m_log->setEnabled(m_exercises->form.logEnabled()); });
-    connect(m_log, &QPushButton::clicked, this, [this] {
-        const Outcome outcome = m_exercises->log();
+    connect(m_picker, &ExercisePicker::edited, this,
+            [this](ExerciseChoice::Field field, const QString& text) {
+                m_form.edit(field, fromQString(text).value_or(std::string()));
+                redraw();
+            });
+    connect(m_picker, &ExercisePicker::caloriesRequested, this, [this] {
+        const Outcome outcome = m_form.command(ExerciseLogForm::Command::Calories);
         if (outcome.message) {
             (void)present(*outcome.message);
-            return;
+            m_picker->minutesEdit()->setFocus();
         }
-        apply(outcome.notices);
-        m_picker->showForm();
-        const ExerciseList* list = m_exercises->exercises();
-        if (list && !list->empty()) {
-            m_grid->selectRow(static_cast<int>(list->size()) - 1);
-        }
+        redraw();
     });
+    connect(m_log, &QPushButton::clicked, this, [this] { run(ExerciseLogForm::Command::Log); });
+    connect(m_grid, &ExerciseGrid::selected, this,
+            [this](int anchor, int current) { m_form.select(anchor, current); });
     connect(m_grid, &ExerciseGrid::editRequested, this, &ExerciseLogDialog::editSelected);
     using Signal = void (SessionNotifier::*)();
     for (const Signal signal : {&SessionNotifier::dataChanged, &SessionNotifier::userChanged,
@@ -223,7 +199,6 @@ ExerciseLogDialog::ExerciseLogDialog(SessionNotifier& notifier, QWidget* parent)
         connect(m_notifier, signal, this, &ExerciseLogDialog::redraw);
     }
     redraw();
-    m_log->setEnabled(m_exercises->form.logEnabled());
     m_picker->typeCombo()->setFocus();
 }
 
@@ -233,7 +208,7 @@ void ExerciseLogDialog::setMessagePresenter(std::function<bool(const ScreenMessa
     m_present = std::move(present);
 }
 
-void ExerciseLogDialog::setEditRunner(std::function<void(Position)> run) {
+void ExerciseLogDialog::setEditRunner(std::function<void(EditExerciseForm)> run) {
     m_runEdit = std::move(run);
 }
 
@@ -241,64 +216,68 @@ bool ExerciseLogDialog::present(const ScreenMessage& message) {
     return m_present ? m_present(message) : showMessage(this, message);
 }
 
-void ExerciseLogDialog::apply(const Notices& notices) {
-    showFailure(this, m_notifier->apply(notices));
+void ExerciseLogDialog::run(ExerciseLogForm::Command command) {
+    const Outcome outcome = m_form.command(command);
+    (void)showFailure(this, m_notifier->apply(outcome));
     redraw();
-}
-
-void ExerciseLogDialog::redraw() {
-    m_date->setText(toQString(longDateText(m_notifier->session().days().currentDate())));
-    m_grid->reload();
-    m_paste->setEnabled(!m_notifier->session().exerciseClipboard().empty());
-}
-
-void ExerciseLogDialog::copy() {
-    const std::vector<Position> rows = m_grid->selectedRows();
-    m_exercises->copy(rows);
-    redraw();
-}
-
-void ExerciseLogDialog::cut() {
-    const std::vector<Position> rows = m_grid->selectedRows();
-    if (!rows.empty()) {
-        apply(m_exercises->cut(rows));
-    }
-}
-
-void ExerciseLogDialog::paste() {
-    const Outcome outcome = m_exercises->paste();
-    apply(outcome.notices);
     if (outcome.message) {
         (void)present(*outcome.message);
     }
 }
 
+void ExerciseLogDialog::redraw() {
+    const ExerciseLogView v = m_form.view();
+    m_date->setText(toQString(v.date));
+    m_picker->show(v.choice);
+    m_log->setEnabled(v.choice.logEnabled);
+    m_grid->show(v);
+    m_paste->setEnabled(v.pasteEnabled);
+}
+
+void ExerciseLogDialog::copy() {
+    run(ExerciseLogForm::Command::Copy);
+}
+
+void ExerciseLogDialog::cut() {
+    run(ExerciseLogForm::Command::Cut);
+}
+
+void ExerciseLogDialog::paste() {
+    run(ExerciseLogForm::Command::Paste);
+}
+
 void ExerciseLogDialog::selectAll() {
-    m_grid->selectAllRows();
+    run(ExerciseLogForm::Command::SelectAll);
     m_grid->setFocus();
 }
 
 void ExerciseLogDialog::deleteSelected() {
-    const std::vector<Position> rows = m_grid->selectedRows();
-    if (rows.empty() || !present(confirmDeleteExercises())) {
+    const std::optional<ScreenMessage> question =
+        m_form.confirmation(ExerciseLogForm::Command::Delete);
+    if (!question || !present(*question)) {
         return;
     }
-    apply(m_exercises->deleteRows(rows));
+    run(ExerciseLogForm::Command::Delete);
 }
 
 void ExerciseLogDialog::editSelected() {
-    const std::vector<Position> rows = m_grid->selectedRows();
-    if (rows.empty()) {
+    std::optional<EditExerciseForm> edit = m_form.editSelected();
+    if (!edit) {
         return;
     }
     if (m_runEdit) {
-        m_runEdit(rows.front());
+        m_runEdit(std::move(*edit));
     } else {
-        EditExerciseDialog dialog(*m_notifier, this, rows.front());
+        EditExerciseDialog dialog(std::move(*edit), *m_notifier, this);
         dialog.setMessagePresenter(m_present);
         (void)dialog.exec();
     }
     redraw();
+}
+
+void ExerciseLogDialog::done(int result) {
+    (void)showFailure(this, m_notifier->save(m_form.close()));
+    QDialog::done(result);
 }
 
 }  // namespace nutrovex

@@ -7,6 +7,7 @@
 
 #include "core/Position.h"
 #include "core/ScreenMessage.h"
+#include "forms/exercise/ExerciseLogForm.h"
 #include "ui/controls/MWGridWidget.h"
 
 class QAction;
@@ -15,27 +16,25 @@ class QPushButton;
 
 namespace nutrovex {
 
-class ExerciseLog;
 class ExercisePicker;
 class SessionNotifier;
 
-// The day's exercises: name, minutes and calories under a header row.
+// The day's exercises: name, minutes and calories under a header row, with the form's selection.
 class ExerciseGrid : public MWGridWidget {
     Q_OBJECT
 
 public:
-    explicit ExerciseGrid(ExerciseLog& log, QWidget* parent = nullptr);
+    explicit ExerciseGrid(QWidget* parent = nullptr);
 
-    // Rows follow the day's exercises.
-    void reload();
-    // The selected exercises: every row after "Select All", else the rows between the anchor and
-    // the current cell.
-    [[nodiscard]] std::vector<Position> selectedRows() const;
-    void selectAllRows();
+    // Shows the rows and the selection.
+    void show(const ExerciseLogView& view);
+    // Selects one row of exercises (0 is the first) and reports it.
     void selectRow(int row);
 
 Q_SIGNALS:
     void editRequested();
+    // The person moved the selection: rows of exercises, from the anchor to the current one.
+    void selected(int anchor, int current);
 
 protected:
     [[nodiscard]] QString cellText(int row, int column) const override;
@@ -47,22 +46,22 @@ protected:
 private:
     void fitColumns();
 
-    ExerciseLog* m_log;
+    std::vector<ExerciseRow> m_rows;
 };
 
-// The exercise log of the logbook's current date: choose an exercise, compute or type its
-// calories, log it; the grid's exercises are copied, cut, pasted, deleted and edited.
+// The exercise log of the logbook's current date: a thin view of ExerciseLogForm. It saves what
+// changed when it closes.
 class ExerciseLogDialog : public QDialog {
     Q_OBJECT
 
 public:
-    ExerciseLogDialog(SessionNotifier& notifier, QWidget* parent);
+    ExerciseLogDialog(ExerciseLogForm form, SessionNotifier& notifier, QWidget* parent);
     ~ExerciseLogDialog() override;
 
     // How messages and questions are put to the person (a message box unless replaced).
     void setMessagePresenter(std::function<bool(const ScreenMessage&)> present);
-    // How "Edit Exercise" is run on a row (the dialog, modally, unless replaced).
-    void setEditRunner(std::function<void(Position row)> run);
+    // How "Edit Exercise" is run on its form (the dialog, modally, unless replaced).
+    void setEditRunner(std::function<void(EditExerciseForm form)> run);
 
     [[nodiscard]] ExercisePicker* picker() const { return m_picker; }
     [[nodiscard]] ExerciseGrid* grid() const { return m_grid; }
@@ -75,13 +74,15 @@ public:
     void deleteSelected();
     void editSelected();
 
+    void done(int result) override;
+
 private:
     bool present(const ScreenMessage& message);
-    void apply(const Notices& notices);
+    void run(ExerciseLogForm::Command command);
     void redraw();
 
+    ExerciseLogForm m_form;
     SessionNotifier* m_notifier;
-    std::unique_ptr<ExerciseLog> m_exercises;
     QLabel* m_date;
     ExercisePicker* m_picker;
     QPushButton* m_ok;
@@ -90,7 +91,7 @@ private:
     QAction* m_paste = nullptr;
     QAction* m_edit = nullptr;
     std::function<bool(const ScreenMessage&)> m_present;
-    std::function<void(Position)> m_runEdit;
+    std::function<void(EditExerciseForm)> m_runEdit;
 };
 
 }  // namespace nutrovex

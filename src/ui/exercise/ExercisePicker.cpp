@@ -8,7 +8,6 @@
 #include <QRegularExpressionValidator>
 #include <QSignalBlocker>
 
-#include "logbook/ExerciseLog.h"
 #include "ui/TextConvert.h"
 
 namespace nutrovex {
@@ -17,11 +16,27 @@ namespace {
 
 void fill(QComboBox* combo, ExerciseNames names, int current) {
     const QSignalBlocker block(combo);
-    combo->clear();
+    QStringList wanted;
     for (const char* name : names) {
-        combo->addItem(toQString(name));
+        wanted << toQString(name);
+    }
+    QStringList shown;
+    for (int i = 0; i < combo->count(); ++i) {
+        shown << combo->itemText(i);
+    }
+    if (shown != wanted) {
+        combo->clear();
+        combo->addItems(wanted);
     }
     combo->setCurrentIndex(current < combo->count() ? current : -1);
+}
+
+void setText(QLineEdit* edit, const std::string& text) {
+    const QString shown = toQString(text);
+    if (edit->text() != shown) {
+        const QSignalBlocker block(edit);
+        edit->setText(shown);
+    }
 }
 
 QLineEdit* numberEdit(QWidget* parent, const QString& name) {
@@ -35,12 +50,8 @@ QLineEdit* numberEdit(QWidget* parent, const QString& name) {
 
 }  // namespace
 
-ExercisePicker::ExercisePicker(ExerciseForm& form, DayCursor& days,
-                               std::function<bool(const ScreenMessage&)> present, QWidget* parent)
+ExercisePicker::ExercisePicker(QWidget* parent)
     : QWidget(parent),
-      m_form(&form),
-      m_days(&days),
-      m_present(std::move(present)),
       m_type(new QComboBox(this)),
       m_variant(new QComboBox(this)),
       m_sub(new QComboBox(this)),
@@ -76,90 +87,63 @@ ExercisePicker::ExercisePicker(ExerciseForm& form, DayCursor& days,
     grid->addWidget(m_caloriesButton, 4, 2, 2, 1);
     grid->setColumnStretch(1, 1);
 
-    fill(m_type, ExerciseCursor::typeNames(), m_form->selection().type());
-    connect(m_type, &QComboBox::activated, this, [this](int type) {
-        m_form->chooseType(static_cast<int16_t>(type));
-        showForm();
-    });
-    connect(m_type, &QComboBox::currentIndexChanged, this, [this](int type) {
-        if (type >= 0 && type != m_form->selection().type()) {
-            m_form->chooseType(static_cast<int16_t>(type));
-            showForm();
+    fill(m_type, ExerciseChoice::typeNames(), 0);
+    using Field = ExerciseChoice::Field;
+    const auto report = [this](Field field, const QString& text) {
+        if (!m_showing) {
+            Q_EMIT edited(field, text);
+        }
+    };
+    // Choosing a type again, even the shown one, starts it afresh.
+    connect(m_type, &QComboBox::activated, this,
+            [this, report](int type) { report(Field::Type, m_type->itemText(type)); });
+    connect(m_type, &QComboBox::currentIndexChanged, this, [this, report](int type) {
+        if (type >= 0) {
+            report(Field::Type, m_type->itemText(type));
         }
     });
-    connect(m_variant, &QComboBox::currentIndexChanged, this, [this](int variant) {
+    connect(m_variant, &QComboBox::currentIndexChanged, this, [this, report](int variant) {
         if (variant >= 0) {
-            m_form->chooseVariant(static_cast<int16_t>(variant));
-            fillSubVariants();
+            report(Field::Variant, m_variant->itemText(variant));
         }
     });
-    connect(m_sub, &QComboBox::currentIndexChanged, this, [this](int sub) {
+    connect(m_sub, &QComboBox::currentIndexChanged, this, [this, report](int sub) {
         if (sub >= 0) {
-            m_form->chooseSubVariant(static_cast<int16_t>(sub));
+            report(Field::SubVariant, m_sub->itemText(sub));
         }
     });
-    connect(m_name, &QLineEdit::textEdited, this, [this](const QString& text) {
-        m_form->name = fromQString(text).value_or(m_form->name);
-    });
-    connect(m_minutes, &QLineEdit::textChanged, this, [this](const QString& text) {
-        m_form->minutes = text.toStdString();
-        updateStates();
-    });
-    connect(m_calories, &QLineEdit::textChanged, this, [this](const QString& text) {
-        m_form->calories = text.toStdString();
-        updateStates();
-    });
-    connect(m_caloriesButton, &QPushButton::clicked, this, [this] {
-        if (const std::optional<ScreenMessage> refusal =
-                m_form->computeCalories(m_days->currentRecord())) {
-            (void)m_present(*refusal);
-            m_minutes->setFocus();
+    connect(m_name, &QLineEdit::textEdited, this, [report](const QString& text) {
+        // A character the files cannot hold leaves the name as it was.
+        if (fromQString(text)) {
+            report(Field::Name, text);
         }
-        const QSignalBlocker block(m_calories);
-        m_calories->setText(QString::fromStdString(m_form->calories));
-        updateStates();
     });
-    showForm();
+    connect(m_minutes, &QLineEdit::textChanged, this,
+            [report](const QString& text) { report(Field::Minutes, text); });
+    connect(m_calories, &QLineEdit::textChanged, this,
+            [report](const QString& text) { report(Field::Calories, text); });
+    connect(m_caloriesButton, &QPushButton::clicked, this, &ExercisePicker::caloriesRequested);
 }
 
-void ExercisePicker::showForm() {
+void ExercisePicker::show(const ExerciseChoiceView& choice) {
+    m_showing = true;
     {
         const QSignalBlocker block(m_type);
-        m_type->setCurrentIndex(m_form->selection().type());
+        m_type->setCurrentIndex(choice.type);
     }
-    fillVariants();
-    {
-        const QSignalBlocker a(m_name);
-        const QSignalBlocker b(m_minutes);
-        const QSignalBlocker c(m_calories);
-        m_name->setText(toQString(m_form->name));
-        m_minutes->setText(QString::fromStdString(m_form->minutes));
-        m_calories->setText(QString::fromStdString(m_form->calories));
-    }
-    updateStates();
-}
-
-void ExercisePicker::fillVariants() {
-    const ExerciseCursor& c = m_form->selection();
-    fill(m_variant, c.variantNames(), c.variant());
-    fillSubVariants();
-}
-
-void ExercisePicker::fillSubVariants() {
-    const ExerciseCursor& c = m_form->selection();
-    fill(m_sub, c.subVariantNames(), c.subVariant());
-    updateStates();
-}
-
-void ExercisePicker::updateStates() {
-    m_variant->setVisible(m_form->variantsShown());
-    m_variant->setEnabled(m_form->variantsEnabled());
-    m_sub->setVisible(m_form->variantsShown());
-    m_sub->setEnabled(m_form->subVariantsEnabled());
-    m_nameLabel->setVisible(m_form->nameShown());
-    m_name->setVisible(m_form->nameShown());
-    m_caloriesButton->setEnabled(m_form->caloriesEnabled());
-    Q_EMIT editsChanged();
+    fill(m_variant, choice.variantNames, choice.variant);
+    fill(m_sub, choice.subVariantNames, choice.subVariant);
+    setText(m_name, choice.name);
+    setText(m_minutes, choice.minutes);
+    setText(m_calories, choice.calories);
+    m_variant->setVisible(choice.variantsShown);
+    m_variant->setEnabled(choice.variantsEnabled);
+    m_sub->setVisible(choice.variantsShown);
+    m_sub->setEnabled(choice.subVariantsEnabled);
+    m_nameLabel->setVisible(choice.nameShown);
+    m_name->setVisible(choice.nameShown);
+    m_caloriesButton->setEnabled(choice.caloriesEnabled);
+    m_showing = false;
 }
 
 QWidget* ExercisePicker::lastControl() const {

@@ -1,9 +1,8 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 
-#include "core/ScreenMessage.h"
+#include "forms/exercise/ExerciseChoice.h"
 
 class QComboBox;
 class QLabel;
@@ -12,20 +11,17 @@ class QPushButton;
 
 namespace nutrovex {
 
-class DayCursor;
-class ExerciseForm;
-
 // The exercise choice shared by the exercise log and "Edit Exercise": type, variant and
 // sub-variant, the name of a user-defined exercise, minutes, calories and the "Calories" button.
+// It shows an ExerciseChoiceView and reports what the person changed.
 class ExercisePicker : public QWidget {
     Q_OBJECT
 
 public:
-    ExercisePicker(ExerciseForm& form, DayCursor& days,
-                   std::function<bool(const ScreenMessage&)> present, QWidget* parent);
+    explicit ExercisePicker(QWidget* parent);
 
-    // Shows the form again (after it changed underneath, e.g. a logged entry cleared the edits).
-    void showForm();
+    // Shows the choice; no change is reported for it.
+    void show(const ExerciseChoiceView& choice);
 
     [[nodiscard]] QComboBox* typeCombo() const { return m_type; }
     [[nodiscard]] QComboBox* variantCombo() const { return m_variant; }
@@ -37,17 +33,11 @@ public:
     [[nodiscard]] QWidget* lastControl() const;
 
 Q_SIGNALS:
-    // Minutes or calories changed: "Log" follows the form's rule.
-    void editsChanged();
+    // A list entry (by its text) or an edit changed.
+    void edited(ExerciseChoice::Field field, const QString& text);
+    void caloriesRequested();
 
 private:
-    void fillVariants();
-    void fillSubVariants();
-    void updateStates();
-
-    ExerciseForm* m_form;
-    DayCursor* m_days;
-    std::function<bool(const ScreenMessage&)> m_present;
     QComboBox* m_type;
     QComboBox* m_variant;
     QComboBox* m_sub;
@@ -56,6 +46,7 @@ private:
     QLineEdit* m_minutes;
     QLineEdit* m_calories;
     QPushButton* m_caloriesButton;
+    bool m_showing = false;
 };
 
 }  // namespace nutrovex

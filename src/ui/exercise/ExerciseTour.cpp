@@ -31,11 +31,13 @@ void showADayWithExercises(Session& session) {
 
 }  // namespace
 
-std::vector<TourStop> exerciseTourStops(SessionNotifier& notifier) {
+std::vector<TourStop> exerciseTourStops(Session& session, SessionNotifier& notifier) {
     return {{QStringLiteral("exercise-log"),
-             [&notifier](QWidget* parent) {
-                 showADayWithExercises(notifier.session());
-                 auto dialog = std::make_unique<ExerciseLogDialog>(notifier, parent);
+             [&session, &notifier](QWidget* parent) {
+                 showADayWithExercises(session);
+                 auto dialog = std::make_unique<ExerciseLogDialog>(
+                     ExerciseLogForm(session.days(), session.exerciseClipboard()), notifier,
+                     parent);
                  // "Running", "General", "6.0 mph", and half an hour typed in.
                  ExercisePicker& picker = *dialog->picker();
                  picker.typeCombo()->setCurrentIndex(
@@ -45,10 +47,10 @@ std::vector<TourStop> exerciseTourStops(SessionNotifier& notifier) {
                  picker.minutesEdit()->setText(QStringLiteral("30"));
                  return std::unique_ptr<QWidget>(std::move(dialog));
              }},
-            {QStringLiteral("edit-exercise"), [&notifier](QWidget* parent) {
-                 showADayWithExercises(notifier.session());
-                 return std::unique_ptr<QWidget>(
-                     std::make_unique<EditExerciseDialog>(notifier, parent, 0));
+            {QStringLiteral("edit-exercise"), [&session, &notifier](QWidget* parent) {
+                 showADayWithExercises(session);
+                 return std::unique_ptr<QWidget>(std::make_unique<EditExerciseDialog>(
+                     EditExerciseForm(session.days(), 0), notifier, parent));
              }}};
 }
 

@@ -17,18 +17,21 @@ constexpr int kThirdColumn = 130;
 
 }  // namespace
 
-CFoodGridCtrl::CFoodGridCtrl(const FoodGridForm& form, QWidget* parent)
-    : MWGridWidget(parent), m_form(&form) {
+CFoodGridCtrl::CFoodGridCtrl(QWidget* parent) : MWGridWidget(parent) {
     grid().setColumnCount(1);
     grid().setColumnWidthLimits(1, 32767);
     grid().setScrolling(Orientation::Vertical, true);
     grid().setTracking(true);
     setAccessibleName(QStringLiteral("Food Log"));
-    reload();
+    const auto report = [this] { Q_EMIT selected(selectedRows()); };
+    connect(this, &MWGridWidget::keyHandled, this, report);
+    connect(this, &MWGridWidget::cellTapped, this, report);
 }
 
-void CFoodGridCtrl::reload() {
-    const auto& rows = m_form->rows().rows;
+void CFoodGridCtrl::show(const FoodGridView& view) {
+    m_rows = view.rows;
+    m_nutrientView = view.log.nutrientView;
+    const auto& rows = m_rows.rows;
     const int line = fontMetrics().height();
     grid().setRowCount(static_cast<int32_t>(rows.size()));
     for (std::size_t r = 0; r < rows.size(); ++r) {
@@ -36,10 +39,17 @@ void CFoodGridCtrl::reload() {
             rows[r].kind == LogRowKind::Food || rows[r].kind == LogRowKind::FoodTotals;
         grid().setRowHeight(static_cast<int32_t>(r), twoLines ? 2 * line + 6 : line + 6);
     }
+    const bool moved = view.selection != selectedRows();
     grid().setSelectAll(false);
+    if (moved) {
+        (void)grid().setSelection({view.selection.first, 0}, {view.selection.last, 0});
+    }
     if (grid().current().row > grid().lastRow()) {
         (void)grid().selectCell(std::max(grid().lastRow(), 0), 0);
         grid().resetAnchor();
+    }
+    if (moved) {
+        grid().ensureCurrentVisible();
     }
     refresh();
 }
@@ -83,7 +93,7 @@ void CFoodGridCtrl::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void CFoodGridCtrl::drawCell(QPainter& p, int row, int column, const QRect& rect) {
-    const auto& rows = m_form->rows().rows;
+    const auto& rows = m_rows.rows;
     if (row < 0 || static_cast<std::size_t>(row) >= rows.size()) {
         return;
     }
@@ -117,7 +127,7 @@ void CFoodGridCtrl::drawCell(QPainter& p, int row, int column, const QRect& rect
             break;
         case LogRowKind::Food:
         case LogRowKind::FoodTotals: {
-            const auto [a, b] = viewNutrients(m_form->view().nutrientView);
+            const auto [a, b] = viewNutrients(m_nutrientView);
             text(inner.left(), x3, top, r.text);
             text(x3, right, top, r.meal);
             text(inner.left(), x2, top + line, r.serving);

@@ -1,26 +1,28 @@
 #pragma once
 
-#include "foods/FoodGridForm.h"
+#include "forms/foods/FoodGridForm.h"
 #include "ui/controls/MWGridWidget.h"
 
 namespace nutrovex {
 
 // The grid of a day's logged foods: two-line food rows, headers, totals and the day's exercises,
-// drawn from the form's rows. Double click and F2 ask for the row to be edited.
+// drawn from the form's view. Double click and F2 ask for the row to be edited.
 class CFoodGridCtrl : public MWGridWidget {
     Q_OBJECT
 
 public:
-    CFoodGridCtrl(const FoodGridForm& form, QWidget* parent);
+    explicit CFoodGridCtrl(QWidget* parent);
 
-    // After the form read its rows again: counts and heights follow, all redraws.
-    void reload();
+    // Shows the rows and the form's selection; counts and heights follow, all redraws.
+    void show(const FoodGridView& view);
     // Makes a row current, scrolled into view, with no other row selected.
     void selectRow(int row);
     [[nodiscard]] RowRange selectedRows() const;
 
 Q_SIGNALS:
     void editRequested(int row);
+    // The person moved the selection, or selected everything.
+    void selected(RowRange rows);
 
 protected:
     void drawCell(QPainter& p, int row, int column, const QRect& rect) override;
@@ -30,7 +32,8 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
-    const FoodGridForm* m_form;
+    FoodLogRows m_rows;
+    uint16_t m_nutrientView = 0;
 };
 
 }  // namespace nutrovex

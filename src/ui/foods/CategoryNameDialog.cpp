@@ -6,26 +6,22 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "foods/FoodForms.h"
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
 
 namespace nutrovex {
 
-CategoryNameDialog::CategoryNameDialog(SessionNotifier& notifier, QWidget* parent, int group,
-                                       Position category, bool edit)
+CategoryNameDialog::CategoryNameDialog(CategoryNameForm form, SessionNotifier& notifier,
+                                       QWidget* parent)
     : FoodScreen(parent, QString(), false),
+      m_form(std::move(form)),
       m_notifier(&notifier),
-      m_group(group),
-      m_category(category),
-      m_edit(edit),
       m_name(new QLineEdit(this)),
       m_ok(FoodScreen::addButton(QStringLiteral("OK"))),
       m_cancel(FoodScreen::addButton(QStringLiteral("Cancel"))) {
-    const CategoryNameForm form(notifier.session().catalogue(), group, category, edit);
-    setWindowTitle(QString::fromLatin1(form.caption()));
+    const CategoryNameView v = m_form.view();
+    setWindowTitle(toQString(v.caption));
     menuBar()->hide();
     buttonRow()->addStretch();
     m_ok->setDefault(true);
@@ -36,7 +32,7 @@ CategoryNameDialog::CategoryNameDialog(SessionNotifier& notifier, QWidget* paren
     label->setBuddy(m_name);
     m_name->setAccessibleName(QStringLiteral("Enter a new category name"));
     m_name->setMaxLength(static_cast<int>(CategoryNameForm::kTextLimit));
-    m_name->setText(toQString(form.text));
+    m_name->setText(toQString(v.text));
     content()->addWidget(label);
     content()->addWidget(m_name);
     content()->addStretch();
@@ -45,13 +41,11 @@ CategoryNameDialog::CategoryNameDialog(SessionNotifier& notifier, QWidget* paren
 }
 
 void CategoryNameDialog::accept() {
-    CategoryNameForm form(m_notifier->session().catalogue(), m_group, m_category, m_edit);
-    const auto text = fromQString(m_name->text());
-    form.text = text.value_or(std::string());
-    const FormResult result = form.accept();
-    if (result.message) {
-        showMessage(this, *result.message);
-        if (result.focus == FoodField::Cancel) {
+    (void)m_form.edit(FoodField::Name, fromQString(m_name->text()).value_or(std::string()));
+    const Outcome outcome = m_form.command(CategoryNameForm::Command::Ok);
+    if (outcome.message) {
+        showMessage(this, *outcome.message);
+        if (m_form.result().focus == FoodField::Cancel) {
             m_cancel->setFocus();
         } else {
             m_name->setFocus();
@@ -59,9 +53,8 @@ void CategoryNameDialog::accept() {
         }
         return;
     }
-    if (result.done()) {
-        m_position = result.position;
-        showFailure(this, m_notifier->apply(result.notices));
+    if (m_form.result().done()) {
+        showFailure(this, m_notifier->apply(outcome));
         FoodScreen::accept();
     }
 }

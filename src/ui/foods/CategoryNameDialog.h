@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Position.h"
+#include "forms/foods/CategoryNameForm.h"
 #include "ui/foods/FoodScreens.h"
 
 class QLineEdit;
@@ -10,30 +10,27 @@ namespace nutrovex {
 
 class SessionNotifier;
 
-// "New Category" in a group, or "Edit Category" for the category at a position.
+// "New Category" in a group, or "Edit Category" for the category at a position: a thin view of
+// CategoryNameForm.
 class CategoryNameDialog : public FoodScreen {
     Q_OBJECT
 
 public:
-    CategoryNameDialog(SessionNotifier& notifier, QWidget* parent, int group, Position category,
-                       bool edit);
+    CategoryNameDialog(CategoryNameForm form, SessionNotifier& notifier, QWidget* parent);
 
-    // After OK: the category's position in its group.
-    [[nodiscard]] Position position() const { return m_position; }
+    // After OK, result() gives the category's position in its group.
+    [[nodiscard]] const CategoryNameForm& form() const { return m_form; }
     [[nodiscard]] QLineEdit* nameField() const { return m_name; }
 
 public Q_SLOTS:
     void accept() override;
 
 private:
+    CategoryNameForm m_form;
     SessionNotifier* m_notifier;
-    int m_group;
-    Position m_category;
-    bool m_edit;
     QLineEdit* m_name;
     QPushButton* m_ok;
     QPushButton* m_cancel;
-    Position m_position = kNoPosition;
 };
 
 }  // namespace nutrovex

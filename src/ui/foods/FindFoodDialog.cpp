@@ -10,17 +10,14 @@
 #include <QPushButton>
 #include <QStringList>
 
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/MessageBoxes.h"
-#include "ui/frame/SessionNotifier.h"
 
 namespace nutrovex {
 
-FindFoodDialog::FindFoodDialog(SessionNotifier& notifier, QWidget* parent, const QString& text)
+FindFoodDialog::FindFoodDialog(FindFoodForm form, QWidget* parent)
     : FoodScreen(parent, QString::fromLatin1(kFindCaption), false),
-      m_notifier(&notifier),
-      m_finder(&foodRunState(notifier).finder),
+      m_form(std::move(form)),
       m_text(new QLineEdit(this)),
       m_find(new QPushButton(QStringLiteral("&Find"), this)),
       m_results(new QListWidget(this)),
@@ -37,8 +34,9 @@ FindFoodDialog::FindFoodDialog(SessionNotifier& notifier, QWidget* parent, const
     label->setBuddy(m_text);
     m_text->setAccessibleName(QStringLiteral("Find"));
     m_text->setMaxLength(static_cast<int>(kFindHistoryTextLimit));
+    const FindFoodView v = m_form.view();
     QStringList history;
-    for (const std::string& h : m_finder->history()) {
+    for (const std::string& h : v.history) {
         history << toQString(h);
     }
     m_text->setCompleter(new QCompleter(history, m_text));
@@ -58,18 +56,13 @@ FindFoodDialog::FindFoodDialog(SessionNotifier& notifier, QWidget* parent, const
     connect(m_find, &QPushButton::clicked, this, &FindFoodDialog::find);
     connect(m_results, &QListWidget::itemDoubleClicked, this, &FindFoodDialog::accept);
     connect(m_results, &QListWidget::itemActivated, this, &FindFoodDialog::accept);
-    if (!text.isEmpty()) {
-        m_text->setText(text);
-        runSearch(false);  // opening on a text: no message box before the screen is even shown
-    }
+    // Opened on a text it has searched already, without a message box before it is even shown.
+    m_text->setText(toQString(v.text));
+    showResults();
     m_text->setFocus();
 }
 
 void FindFoodDialog::find() {
-    runSearch(true);
-}
-
-void FindFoodDialog::runSearch(bool tellNoMatch) {
     if (result() == QDialog::Accepted) {
         return;  // Enter on a result chose it; the default button must not search again
     }
@@ -77,35 +70,31 @@ void FindFoodDialog::runSearch(bool tellNoMatch) {
     if (!text) {
         return;
     }
-    const FoodFinder::Outcome outcome = m_finder->find(m_notifier->session().catalogue(), *text);
-    if (outcome == FoodFinder::Outcome::NothingToFind) {
+    (void)m_form.edit(FindFoodForm::Field::Text, *text);
+    const Outcome outcome = m_form.command(FindFoodForm::Command::Find);
+    showResults();
+    if (outcome.message) {
+        showMessage(this, *outcome.message);
+    }
+}
+
+void FindFoodDialog::showResults() {
+    const FindFoodView v = m_form.view();
+    if (v.results.empty() && m_results->count() == 0) {
         return;
     }
     m_results->clear();
-    const auto& results = m_finder->results();
-    for (std::size_t i = 0; i < results.size(); ++i) {
-        auto* item = new QListWidgetItem(toQString(results[i].item.name.view()), m_results);
-        item->setData(Qt::UserRole, static_cast<int>(i));
+    for (const std::string& name : v.results) {
+        m_results->addItem(toQString(name));
     }
-    if (results.empty()) {
-        if (tellNoMatch) {
-            showMessage(this, {kNoMatchMessage, kFindCaption, MessageKind::Warning});
-        }
-        return;
+    if (v.selected >= 0) {
+        m_results->setCurrentRow(v.selected);
+        m_results->setFocus();
     }
-    m_results->setCurrentRow(0);
-    m_results->setFocus();
 }
 
 void FindFoodDialog::accept() {
-    const QListWidgetItem* item = m_results->currentItem();
-    const auto& results = m_finder->results();
-    if (item) {
-        const auto i = static_cast<std::size_t>(item->data(Qt::UserRole).toInt());
-        if (i < results.size()) {
-            m_chosen = results[i];
-        }
-    }
+    m_form.select(m_results->currentRow());
     FoodScreen::accept();
 }
 

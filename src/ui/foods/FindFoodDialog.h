@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "foods/FoodFinder.h"
+#include "forms/foods/FindFoodForm.h"
 #include "ui/foods/FoodScreens.h"
 
 class QLineEdit;
@@ -11,18 +11,15 @@ class QPushButton;
 
 namespace nutrovex {
 
-class SessionNotifier;
-
-// Find: searches the catalogue's foods by part of their name and returns the one chosen. Opened
-// with a text, it searches for it at once.
+// Find: a thin view of FindFoodForm. It searches the catalogue's foods by part of their name and
+// returns the one chosen with OK or a double click (the form's chosen()).
 class FindFoodDialog : public FoodScreen {
     Q_OBJECT
 
 public:
-    FindFoodDialog(SessionNotifier& notifier, QWidget* parent, const QString& text = QString());
+    FindFoodDialog(FindFoodForm form, QWidget* parent);
 
-    // The result chosen with OK or a double click.
-    [[nodiscard]] const std::optional<FindResult>& chosen() const { return m_chosen; }
+    [[nodiscard]] const FindFoodForm& form() const { return m_form; }
     [[nodiscard]] QLineEdit* findField() const { return m_text; }
     [[nodiscard]] QListWidget* results() const { return m_results; }
 
@@ -31,14 +28,13 @@ public Q_SLOTS:
     void accept() override;
 
 private:
-    void runSearch(bool tellNoMatch);
-    SessionNotifier* m_notifier;
-    FoodFinder* m_finder;
+    void showResults();
+
+    FindFoodForm m_form;
     QLineEdit* m_text;
     QPushButton* m_find;
     QListWidget* m_results;
     QPushButton* m_ok;
-    std::optional<FindResult> m_chosen;
 };
 
 }  // namespace nutrovex

@@ -79,8 +79,7 @@ FoodFieldsWidget::FoodFieldsWidget(QWidget* parent, const QString& mealLabel)
         edit->setMaxLength(static_cast<int>(kGramFieldChars));
         m_grams[static_cast<std::size_t>(n)] = edit;
         addRow(QString::fromLatin1(kGramLabels[n]), edit, new QLabel(QStringLiteral("g"), this));
-        connect(edit, &NumericEdit::valueCommitted, this,
-                [this, n, edit] { Q_EMIT gramsEdited(n, numberOf(edit)); });
+        connect(edit, &NumericEdit::valueCommitted, this, [this, n] { reportGrams(n); });
     }
     if (!mealLabel.isEmpty()) {
         m_meal = new QComboBox(this);
@@ -96,23 +95,28 @@ FoodFieldsWidget::FoodFieldsWidget(QWidget* parent, const QString& mealLabel)
         const std::optional<double> amount = numberOf(m_amount);
         if (amount != m_shownAmount) {
             m_shownAmount = amount;
-            Q_EMIT amountCommitted(amount);
+            Q_EMIT edited(FoodField::Amount, toQString(numberText(amount)));
         }
     });
-    connect(m_unit, &QComboBox::activated, this, [this](int index) { Q_EMIT unitChosen(index); });
-    connect(m_calories, &QLineEdit::textEdited, this,
-            [this] { Q_EMIT caloriesEdited(typedCalories()); });
+    connect(m_unit, &QComboBox::activated, this,
+            [this](int index) { Q_EMIT edited(FoodField::Unit, m_unit->itemText(index)); });
+    if (m_meal) {
+        connect(m_meal, &QComboBox::activated, this,
+                [this](int index) { Q_EMIT edited(FoodField::Meal, m_meal->itemText(index)); });
+    }
 }
 
-std::optional<uint32_t> FoodFieldsWidget::typedCalories() const {
-    bool ok = false;
-    const uint32_t value = m_calories->text().toUInt(&ok);
-    return ok ? std::optional<uint32_t>(value) : std::nullopt;
+void FoodFieldsWidget::reportGrams(int nutrient) {
+    const FoodField fields[kNutrientCount] = {FoodField::None,  FoodField::Carbohydrate,
+                                              FoodField::Fiber, FoodField::Protein,
+                                              FoodField::Fat,   FoodField::SaturatedFat};
+    const NumericEdit* edit = m_grams[static_cast<std::size_t>(nutrient)];
+    Q_EMIT edited(fields[nutrient], toQString(numberText(numberOf(edit))));
 }
 
 bool FoodFieldsWidget::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_calories && event->type() == QEvent::FocusOut) {
-        Q_EMIT caloriesLeft();
+        Q_EMIT edited(FoodField::Calories, m_calories->text());
     }
     return QWidget::eventFilter(watched, event);
 }
@@ -139,23 +143,23 @@ void FoodFieldsWidget::show(const FoodValueFields& fields) {
     }
 }
 
-void FoodFieldsWidget::read(FoodValueFields& fields) {
-    // A field left earlier was read when it lost the focus; reading it again would take the
-    // number it shows since (0.0 for an emptied field) for a typed one.
+void FoodFieldsWidget::commitAll() {
+    // The focused number first, before anything shown again could replace what was typed; a
+    // field left earlier was reported when it lost the focus.
+    for (NumericEdit* edit : m_grams) {
+        if (edit != nullptr && edit->hasFocus()) {
+            edit->commit();
+        }
+    }
     if (m_amount->hasFocus()) {
         m_amount->commit();
     }
-    fields.calories = typedCalories();
+    Q_EMIT edited(FoodField::Calories, m_calories->text());
     for (const int n : kGramRows) {
-        NumericEdit* edit = m_grams[static_cast<std::size_t>(n)];
-        if (edit->hasFocus()) {
-            const QSignalBlocker block(edit);
-            edit->commit();
-        }
-        fields.grams[static_cast<std::size_t>(n)] = numberOf(edit);
+        reportGrams(n);
     }
     if (m_meal) {
-        fields.meal = m_meal->currentIndex();
+        Q_EMIT edited(FoodField::Meal, m_meal->currentText());
     }
 }
 

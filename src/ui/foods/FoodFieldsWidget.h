@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "foods/FoodForms.h"
+#include "forms/foods/FoodFieldEdit.h"
 
 class QComboBox;
 class QLabel;
@@ -16,7 +16,8 @@ namespace nutrovex {
 class NumericEdit;
 
 // The value fields every food form shares: serving amount and unit, whole calories, the five
-// gram values and, where the form has one, the meal. Shows a FoodValueFields and reports edits.
+// gram values and, where the form has one, the meal. Shows a FoodValueFields and reports each
+// value once it is complete: a number when the person left its field, a unit or meal when chosen.
 class FoodFieldsWidget : public QWidget {
     Q_OBJECT
 
@@ -26,9 +27,9 @@ public:
 
     // Writes every field; no edit signal goes out.
     void show(const FoodValueFields& fields);
-    // Reads what the person typed that has not been reported yet: the focused numeric field is
-    // read first (a changed amount is reported), then calories, grams and meal into fields.
-    void read(FoodValueFields& fields);
+    // Reports what the person typed that has not been reported yet, as leaving the fields would:
+    // before OK or "Log", which a field that still has the focus has not seen.
+    void commitAll();
     void setValuesEnabled(bool enabled);
     [[nodiscard]] QWidget* widgetFor(FoodField field) const;
 
@@ -42,17 +43,13 @@ public:
     [[nodiscard]] QWidget* lastField() const;
 
 Q_SIGNALS:
-    void amountCommitted(std::optional<double> amount);
-    void unitChosen(int index);
-    void caloriesEdited(std::optional<uint32_t> calories);
-    void caloriesLeft();
-    void gramsEdited(int nutrient, std::optional<double> grams);
+    void edited(FoodField field, const QString& text);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    [[nodiscard]] std::optional<uint32_t> typedCalories() const;
+    void reportGrams(int nutrient);
 
     NumericEdit* m_amount;
     QComboBox* m_unit;
@@ -63,29 +60,15 @@ private:
     std::optional<double> m_shownAmount;
 };
 
-// Lets a food form follow its fields: each edit goes to the form, and what the form recomputes
-// is shown again. The form lives as long as `owner`, which holds the connections.
+// Lets a food form follow its fields: each value goes to the form, and what the form recomputes
+// is shown again. The form lives as long as `owner`, which holds the connection.
 template <typename Form>
 void followFoodFields(FoodFieldsWidget* fields, QObject* owner, Form& form) {
-    QObject::connect(fields, &FoodFieldsWidget::amountCommitted, owner,
-                     [fields, &form](std::optional<double> amount) {
-                         form.amountChanged(amount);
-                         fields->show(form.fields);
+    QObject::connect(fields, &FoodFieldsWidget::edited, owner,
+                     [fields, &form](FoodField field, const QString& text) {
+                         (void)form.edit(field, text.toStdString());
+                         fields->show(form.view().fields);
                      });
-    QObject::connect(fields, &FoodFieldsWidget::unitChosen, owner, [fields, &form](int index) {
-        form.unitChosen(index);
-        fields->show(form.fields);
-    });
-    QObject::connect(fields, &FoodFieldsWidget::caloriesEdited, owner,
-                     [&form](std::optional<uint32_t> calories) { form.caloriesEdited(calories); });
-    QObject::connect(
-        fields, &FoodFieldsWidget::gramsEdited, owner,
-        [&form](int nutrient, std::optional<double> grams) { form.gramsEdited(nutrient, grams); });
-    QObject::connect(fields, &FoodFieldsWidget::caloriesLeft, owner, [fields, &form] {
-        if (form.caloriesLeft()) {
-            fields->show(form.fields);
-        }
-    });
 }
 
 }  // namespace nutrovex

@@ -6,7 +6,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/foods/CFoodGridCtrl.h"
 #include "ui/foods/FoodItemDialog.h"
@@ -16,23 +15,22 @@
 
 namespace nutrovex {
 
-FoodGridDialog::FoodGridDialog(SessionNotifier& notifier, QWidget* parent, int group,
-                               Position select, std::function<void(QWidget*)> openCatalogue)
+FoodGridDialog::FoodGridDialog(FoodGridForm form, SessionNotifier& notifier, QWidget* parent,
+                               std::function<void(QWidget*)> openCatalogue)
     : FoodScreen(parent, QString(), true),
+      m_form(std::move(form)),
       m_notifier(&notifier),
-      m_state(&foodRunState(notifier)),
-      m_form(notifier.session().days(), *m_state, group),
-      m_grid(new CFoodGridCtrl(m_form, this)),
+      m_grid(new CFoodGridCtrl(this)),
       m_openCatalogue(std::move(openCatalogue)) {
-    setWindowTitle(toQString(m_form.title()));
+    using Command = FoodGridForm::Command;
+    setWindowTitle(toQString(m_form.view().title));
     QPushButton* ok = FoodScreen::addButton(QStringLiteral("OK"));
     QPushButton* insert = FoodScreen::addButton(QStringLiteral("&Insert Food Item"));
     QPushButton* toggle = FoodScreen::addButton(QStringLiteral("Nutrient &Toggle"));
     buttonRow()->addStretch();
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
     connect(insert, &QPushButton::clicked, this, &FoodGridDialog::insertFood);
-    connect(toggle, &QPushButton::clicked, this,
-            [this] { command(FoodLogCommand::NutrientToggle); });
+    connect(toggle, &QPushButton::clicked, this, [this] { run(Command::NutrientToggle); });
 
     QMenu* editMenu = menuBar()->addMenu(QStringLiteral("&Edit"));
     m_cut = addAction(editMenu, QStringLiteral("Cu&t"), QKeySequence::Cut, &FoodGridDialog::cut);
@@ -59,27 +57,25 @@ FoodGridDialog::FoodGridDialog(SessionNotifier& notifier, QWidget* parent, int g
 
     QMenu* sort = menuBar()->addMenu(QStringLiteral("&Sort"));
     sort->addAction(QStringLiteral("Sort &Alphabetical"), this,
-                    [this] { command(FoodLogCommand::SortAlphabetical); });
+                    [this] { run(Command::SortAlphabetical); });
     sort->addAction(QStringLiteral("Sort by &Meal (BLDS)"), this,
-                    [this] { command(FoodLogCommand::SortByMeal); });
-    sort->addAction(QStringLiteral("Sort &Toggle"), this,
-                    [this] { command(FoodLogCommand::SortToggle); });
+                    [this] { run(Command::SortByMeal); });
+    sort->addAction(QStringLiteral("Sort &Toggle"), this, [this] { run(Command::SortToggle); });
     QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
     view->addAction(QStringLiteral("&Nutrient Toggle"), this,
-                    [this] { command(FoodLogCommand::NutrientToggle); });
+                    [this] { run(Command::NutrientToggle); });
 
     content()->addWidget(m_grid, 1);
     connect(m_grid, &CFoodGridCtrl::editRequested, this, &FoodGridDialog::edit);
-    connect(m_grid, &MWGridWidget::keyHandled, this, &FoodGridDialog::updateActions);
-    connect(m_grid, &MWGridWidget::cellTapped, this, &FoodGridDialog::updateActions);
+    connect(m_grid, &CFoodGridCtrl::selected, this, [this](RowRange rows) {
+        m_form.select(rows);
+        updateActions();
+    });
     for (auto signal : {&SessionNotifier::dataChanged, &SessionNotifier::dayCreated,
                         &SessionNotifier::userChanged, &SessionNotifier::personalInfoReset}) {
         connect(&notifier, signal, this, &FoodGridDialog::refresh);
     }
-
-    const int row = m_form.rowOfFood(select);
-    m_grid->selectRow(row >= 0 ? row : std::max(static_cast<int>(m_form.rows().firstFoodRow), 0));
-    updateActions();
+    refresh();
     m_grid->setFocus();
 }
 
@@ -93,107 +89,85 @@ QAction* FoodGridDialog::addAction(QMenu* menu, const QString& text, const QKeyS
 }
 
 void FoodGridDialog::refresh() {
-    m_form.refresh();
-    m_grid->reload();
+    m_grid->show(m_form.view());
+    // The grid keeps the selection within its rows.
+    m_form.select(m_grid->selectedRows());
     updateActions();
 }
 
 void FoodGridDialog::updateActions() {
-    const RowRange rows = m_grid->selectedRows();
-    m_copy->setEnabled(m_form.canCopy(rows));
-    m_cut->setEnabled(m_form.canDelete(rows));
-    m_delete->setEnabled(m_form.canDelete(rows));
-    m_paste->setEnabled(m_form.canPaste());
+    const FoodGridView v = m_form.view();
+    m_copy->setEnabled(v.canCopy);
+    m_cut->setEnabled(v.canDelete);
+    m_delete->setEnabled(v.canDelete);
+    m_paste->setEnabled(v.canPaste);
 }
 
-void FoodGridDialog::apply(const Notices& notices) {
+void FoodGridDialog::run(FoodGridForm::Command command) {
+    const Outcome outcome = m_form.command(command);
     // The notifier's dataChanged redraws this screen with every other one.
-    showFailure(this, m_notifier->apply(notices));
-    if (!notices.dataChanged) {
+    (void)showFailure(this, m_notifier->apply(outcome));
+    if (!outcome.notices.dataChanged) {
         refresh();
     }
-}
-
-void FoodGridDialog::command(FoodLogCommand c) {
-    apply(m_form.command(c));
+    if (outcome.message) {
+        (void)showMessage(this, *outcome.message);
+    }
 }
 
 void FoodGridDialog::copy() {
-    m_form.copy(m_grid->selectedRows());
-    updateActions();
+    run(FoodGridForm::Command::Copy);
 }
 
 void FoodGridDialog::cut() {
-    apply(m_form.cut(m_grid->selectedRows()));
+    run(FoodGridForm::Command::Cut);
 }
 
 void FoodGridDialog::paste() {
-    const PasteOutcome outcome = m_form.paste();
-    apply(outcome.notices);
-    if (outcome.message) {
-        showMessage(this, *outcome.message);
-    }
-    if (const int row = m_form.rowOfFood(outcome.lastPosition); row >= 0) {
-        m_grid->selectRow(row);
-    }
+    run(FoodGridForm::Command::Paste);
 }
 
 void FoodGridDialog::selectAll() {
     m_grid->grid().setSelectAll(true);
     m_grid->refresh();
+    m_form.select(m_grid->selectedRows());
     updateActions();
 }
 
 void FoodGridDialog::deleteRows() {
-    const RowRange rows = m_grid->selectedRows();
-    if (!m_form.canDelete(rows) || !showMessage(this, FoodGridForm::confirmDelete().message)) {
+    const std::optional<Confirmation> question = m_form.confirmation(FoodGridForm::Command::Delete);
+    if (!question || !showMessage(this, question->message)) {
         return;
     }
-    apply(m_form.deleteRows(rows));
-    m_grid->selectRow(std::min(rows.first, rows.last));
+    run(FoodGridForm::Command::Delete);
 }
 
 void FoodGridDialog::edit(int row) {
-    const auto food = m_form.foodAtRow(row);
-    if (!food) {
+    std::optional<FoodItemForm> entry = m_form.editForm(row);
+    if (!entry) {
         insertFood();
         return;
     }
-    EditFoodEntryDialog dialog(*m_notifier, this, m_form.view(), *food);
+    FoodItemDialog dialog(std::move(*entry), *m_notifier, this);
     if (dialog.exec() == QDialog::Accepted) {
+        m_form.selectFood(dialog.form().result().group, dialog.form().result().position);
         refresh();
-        if (const int r = m_form.rowOfFood(dialog.result().position); r >= 0) {
-            m_grid->selectRow(r);
-        }
     }
 }
 
 void FoodGridDialog::insertFood() {
-    const int group =
-        m_form.shownGroup() == kAllFoodsGroup ? m_state->nextLogGroup : m_form.shownGroup();
-    LogFoodDialog dialog(*m_notifier, this, group, -1, -1, m_openCatalogue);
+    LogFoodDialog dialog(m_form.logFoodForm(), *m_notifier, this, m_openCatalogue);
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }
+    m_form.selectFood(dialog.form().result().group, dialog.form().result().position);
     refresh();
-    const int loggedGroup = dialog.loggedGroup();
-    if (loggedGroup == m_form.shownGroup()) {
-        if (const int r = m_form.rowOfFood(dialog.loggedPosition()); r >= 0) {
-            m_grid->selectRow(r);
-        }
-    }
     m_grid->setFocus();
 }
 
 void FoodGridDialog::copyMealFromYesterday(int meal) {
-    const CopyOutcome outcome = m_form.copyMealFromYesterday(static_cast<uint16_t>(meal));
-    apply(outcome.notices);
-    if (outcome.message) {
-        showMessage(this, *outcome.message);
-    }
-    if (const int r = m_form.rowOfFood(outcome.lastPosition); r >= 0) {
-        m_grid->selectRow(r);
-    }
+    run(static_cast<FoodGridForm::Command>(static_cast<int>(FoodGridForm::Command::CopyBreakfast) +
+                                           meal));
 }
 
 }  // namespace nutrovex

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "core/Position.h"
-#include "foods/FoodGridForm.h"
+#include "forms/foods/FoodGridForm.h"
 #include "ui/foods/FoodScreens.h"
 
 class QAction;
@@ -13,16 +13,15 @@ namespace nutrovex {
 class CFoodGridCtrl;
 class SessionNotifier;
 
-// The day's food screen for one list (a food group, or 8 for all foods): the grid with its
-// clipboard, delete, edit, insert, sort and nutrient commands. select: a presented position to
-// select, scroll into view and focus (as after a food was logged from the catalogue).
+// The day's food screen for one list (a food group, or 8 for all foods): a thin view of
+// FoodGridForm, with its clipboard, delete, edit, insert, sort and nutrient commands.
 // openCatalogue: how Log Food opens the catalogue screen; none leaves that command disabled.
 class FoodGridDialog : public FoodScreen {
     Q_OBJECT
 
 public:
-    FoodGridDialog(SessionNotifier& notifier, QWidget* parent, int group,
-                   Position select = kNoPosition, std::function<void(QWidget*)> openCatalogue = {});
+    FoodGridDialog(FoodGridForm form, SessionNotifier& notifier, QWidget* parent,
+                   std::function<void(QWidget*)> openCatalogue = {});
 
     [[nodiscard]] CFoodGridCtrl* grid() const { return m_grid; }
     [[nodiscard]] const FoodGridForm& form() const { return m_form; }
@@ -40,14 +39,12 @@ public Q_SLOTS:
 
 private:
     void updateActions();
-    void apply(const Notices& notices);
+    void run(FoodGridForm::Command command);
     QAction* addAction(class QMenu* menu, const QString& text, const QKeySequence& key,
                        void (FoodGridDialog::*slot)());
-    void command(FoodLogCommand c);
 
-    SessionNotifier* m_notifier;
-    FoodRunState* m_state;
     FoodGridForm m_form;
+    SessionNotifier* m_notifier;
     CFoodGridCtrl* m_grid;
     std::function<void(QWidget*)> m_openCatalogue;
     QAction* m_copy = nullptr;

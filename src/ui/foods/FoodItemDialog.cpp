@@ -8,7 +8,6 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/controls/NumericEdit.h"
 #include "ui/foods/CategoryNameDialog.h"
@@ -18,10 +17,10 @@
 
 namespace nutrovex {
 
-FoodItemDialog::FoodItemDialog(SessionNotifier& notifier, QWidget* parent, FoodItemForm form)
-    : FoodScreen(parent, QString::fromLatin1(form.caption()), false),
-      m_notifier(&notifier),
+FoodItemDialog::FoodItemDialog(FoodItemForm form, SessionNotifier& notifier, QWidget* parent)
+    : FoodScreen(parent, toQString(form.view().caption), false),
       m_form(std::move(form)),
+      m_notifier(&notifier),
       m_ok(FoodScreen::addButton(QStringLiteral("OK"))),
       m_cancel(FoodScreen::addButton(QStringLiteral("Cancel"))),
       m_name(new QLineEdit(this)),
@@ -32,9 +31,10 @@ FoodItemDialog::FoodItemDialog(SessionNotifier& notifier, QWidget* parent, FoodI
     connect(m_ok, &QPushButton::clicked, this, &FoodItemDialog::accept);
     connect(m_cancel, &QPushButton::clicked, this, &QDialog::reject);
 
+    const FoodItemView v = m_form.view();
     auto* top = new QGridLayout;
     int row = 0;
-    if (m_form.kind() == FoodFormKind::NewItem) {
+    if (v.listsShown) {
         m_groups = new QComboBox(this);
         m_categories = new QComboBox(this);
         auto* groupLabel = new QLabel(QStringLiteral("Select a food &group:"), this);
@@ -55,11 +55,13 @@ FoodItemDialog::FoodItemDialog(SessionNotifier& notifier, QWidget* parent, FoodI
         top->addWidget(m_categories, row, 0);
         top->addWidget(newCategory, row++, 1);
         connect(m_groups, &QComboBox::activated, this, [this](int g) {
-            m_form.selectGroup(g);
+            (void)m_form.edit(FoodField::Group, kFoodGroupNames[g]);
             fillCategories();
         });
-        connect(m_categories, &QComboBox::activated, this,
-                [this](int c) { m_form.selectCategory(c); });
+        connect(m_categories, &QComboBox::activated, this, [this](int c) {
+            (void)m_form.edit(FoodField::Category,
+                              fromQString(m_categories->itemText(c)).value_or(std::string()));
+        });
         connect(newCategory, &QPushButton::clicked, this, &FoodItemDialog::newCategory);
         fillCategories();
     }
@@ -67,26 +69,26 @@ FoodItemDialog::FoodItemDialog(SessionNotifier& notifier, QWidget* parent, FoodI
     nameLabel->setBuddy(m_name);
     m_name->setAccessibleName(QStringLiteral("Enter a food name"));
     m_name->setMaxLength(20);
-    m_name->setText(toQString(m_form.name));
-    m_name->setReadOnly(m_form.nameReadOnly());
+    m_name->setText(toQString(v.name));
+    m_name->setReadOnly(v.nameReadOnly);
     top->addWidget(nameLabel, row++, 0, 1, 2);
     top->addWidget(m_name, row++, 0, 1, 2);
     top->setColumnStretch(0, 1);
     content()->addLayout(top);
 
-    m_fields = new FoodFieldsWidget(
-        this, m_form.hasMeal() ? QStringLiteral("Meal &Type (BLDS)") : QString());
+    m_fields =
+        new FoodFieldsWidget(this, v.hasMeal ? QStringLiteral("Meal &Type (BLDS)") : QString());
     content()->addWidget(m_fields);
     content()->addStretch();
-    m_fields->show(m_form.fields);
+    m_fields->show(v.fields);
 
     connect(m_name, &QLineEdit::textEdited, this, [this](const QString& text) {
-        m_form.name = fromQString(text).value_or(std::string());
-        m_ok->setEnabled(m_form.okEnabled());
+        (void)m_form.edit(FoodField::Name, fromQString(text).value_or(std::string()));
+        m_ok->setEnabled(m_form.view().okEnabled);
     });
     followFoodFields(m_fields, this, m_form);
-    m_ok->setEnabled(m_form.okEnabled());
-    if (m_form.nameReadOnly()) {
+    m_ok->setEnabled(v.okEnabled);
+    if (v.nameReadOnly) {
         m_fields->amountEdit()->setFocus();
     } else {
         m_name->setFocus();
@@ -94,33 +96,34 @@ FoodItemDialog::FoodItemDialog(SessionNotifier& notifier, QWidget* parent, FoodI
 }
 
 void FoodItemDialog::fillCategories() {
+    const FoodItemView v = m_form.view();
     const QSignalBlocker blockGroups(m_groups);
-    m_groups->setCurrentIndex(m_form.group());
+    m_groups->setCurrentIndex(v.group);
     const QSignalBlocker block(m_categories);
     m_categories->clear();
-    for (const std::string_view name : m_form.categoryNames()) {
+    for (const std::string_view name : v.categoryNames) {
         m_categories->addItem(toQString(name));
     }
-    m_categories->setCurrentIndex(m_form.category());
+    m_categories->setCurrentIndex(v.category);
 }
 
 void FoodItemDialog::newCategory() {
-    CategoryNameDialog dialog(*m_notifier, this, m_form.group(), kNoPosition, false);
+    CategoryNameDialog dialog(m_form.newCategoryForm(), *m_notifier, this);
     if (dialog.exec() == QDialog::Accepted) {
-        m_form.selectGroup(m_form.group());
-        m_form.selectCategory(static_cast<int>(dialog.position()));
+        m_form.selectCategory(dialog.form().result().position);
         fillCategories();
     }
 }
 
 void FoodItemDialog::accept() {
     if (const auto name = fromQString(m_name->text())) {
-        m_form.name = *name;
+        (void)m_form.edit(FoodField::Name, *name);
     }
-    m_fields->read(m_form.fields);
-    const FormResult result = m_form.accept();
-    if (result.message) {
-        showMessage(this, *result.message);
+    m_fields->commitAll();
+    const Outcome outcome = m_form.command(FoodItemForm::Command::Ok);
+    const FormResult& result = m_form.result();
+    if (outcome.message) {
+        showMessage(this, *outcome.message);
         QWidget* focus = result.focus == FoodField::Name     ? m_name
                          : result.focus == FoodField::Cancel ? m_cancel
                                                              : m_fields->widgetFor(result.focus);
@@ -134,33 +137,9 @@ void FoodItemDialog::accept() {
         return;
     }
     if (result.done()) {
-        m_result = result;
-        showFailure(this, m_notifier->apply(result.notices));
+        showFailure(this, m_notifier->apply(outcome));
         FoodScreen::accept();
     }
 }
-
-NewFoodItemDialog::NewFoodItemDialog(SessionNotifier& notifier, QWidget* parent, int group,
-                                     int category)
-    : FoodItemDialog(notifier, parent,
-                     FoodItemForm::newItem(notifier.session().catalogue(), group, category)) {}
-
-EditFoodItemDialog::EditFoodItemDialog(SessionNotifier& notifier, QWidget* parent, int group,
-                                       Position category, Position item)
-    : FoodItemDialog(
-          notifier, parent,
-          FoodItemForm::editItem(notifier.session().catalogue(), group, category, item)) {}
-
-InsertFoodDialog::InsertFoodDialog(SessionNotifier& notifier, QWidget* parent, int group,
-                                   Position category, Position item)
-    : FoodItemDialog(
-          notifier, parent,
-          FoodItemForm::insertIntoDay(notifier.session().catalogue(), group, category, item,
-                                      notifier.session().days(), foodRunState(notifier).view)) {}
-
-EditFoodEntryDialog::EditFoodEntryDialog(SessionNotifier& notifier, QWidget* parent,
-                                         const FoodLogView& view, Position presented)
-    : FoodItemDialog(notifier, parent,
-                     FoodItemForm::editLoggedEntry(notifier.session().days(), view, presented)) {}
 
 }  // namespace nutrovex

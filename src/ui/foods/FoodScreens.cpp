@@ -5,31 +5,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "ui/frame/SessionNotifier.h"
 #include "ui/frame/Tour.h"
 
 namespace nutrovex {
-
-namespace {
-
-class FoodRunStateHolder : public QObject {
-public:
-    explicit FoodRunStateHolder(QObject* parent) : QObject(parent) {
-        setObjectName(QStringLiteral("nutrovex-food-run-state"));
-    }
-    FoodRunState state;
-};
-
-}  // namespace
-
-FoodRunState& foodRunState(SessionNotifier& notifier) {
-    auto* holder = notifier.findChild<FoodRunStateHolder*>(
-        QStringLiteral("nutrovex-food-run-state"), Qt::FindDirectChildrenOnly);
-    if (!holder) {
-        holder = new FoodRunStateHolder(&notifier);
-    }
-    return holder->state;
-}
 
 QString accessibleText(const QString& label) {
     QString text = label;

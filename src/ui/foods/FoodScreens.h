@@ -3,19 +3,12 @@
 #include <QDialog>
 #include <QString>
 
-#include "foods/FoodRunState.h"
-
 class QBoxLayout;
 class QMenuBar;
 class QPushButton;
 class QVBoxLayout;
 
 namespace nutrovex {
-
-class SessionNotifier;
-
-// The food screens' state for the whole run, kept beside the notifier (one per running program).
-[[nodiscard]] FoodRunState& foodRunState(SessionNotifier& notifier);
 
 // The frame every food screen shares: a menu bar, a row with the screen's first button at the
 // top left, and the content below. Escape leaves as that button does when escapeAccepts is set.

@@ -41,62 +41,78 @@ int fullestList(Session& session) {
 
 }  // namespace
 
-std::vector<TourStop> foodsTourStops(SessionNotifier& notifier) {
+std::vector<TourStop> foodsTourStops(Session& session, SessionNotifier& notifier) {
+    Session* s = &session;
     SessionNotifier* n = &notifier;
     return {
         {QStringLiteral("meals"),
-         [n](QWidget* parent) { return std::make_unique<MealsDialog>(*n, parent); }},
+         [s, n](QWidget* parent) {
+             return std::make_unique<MealsDialog>(
+                 MealsForm(s->catalogue(), s->days(), s->foodRunState()), *n, parent);
+         }},
         {QStringLiteral("food-grid"),
-         [n](QWidget* parent) {
-             return std::make_unique<FoodGridDialog>(*n, parent, kAllFoodsGroup);
+         [s, n](QWidget* parent) {
+             return std::make_unique<FoodGridDialog>(
+                 FoodGridForm(s->catalogue(), s->days(), s->foodRunState(), kAllFoodsGroup), *n,
+                 parent);
          }},
         {QStringLiteral("log-food"),
-         [n](QWidget* parent) {
-             const int g = groupWithFood(n->session().catalogue(), fullestList(n->session()));
-             return std::make_unique<LogFoodDialog>(*n, parent, std::max(g, 0));
+         [s, n](QWidget* parent) {
+             const int g = groupWithFood(s->catalogue(), fullestList(*s));
+             return std::make_unique<LogFoodDialog>(
+                 LogFoodForm(s->catalogue(), s->days(), s->foodRunState(), std::max(g, 0)), *n,
+                 parent);
          }},
         {QStringLiteral("find"),
-         [n](QWidget* parent) {
-             return std::make_unique<FindFoodDialog>(*n, parent, QStringLiteral("ap"));
+         [s](QWidget* parent) {
+             return std::make_unique<FindFoodDialog>(
+                 FindFoodForm(s->catalogue(), s->foodRunState().finder, "ap"), parent);
          }},
         {QStringLiteral("new-food-item"),
-         [n](QWidget* parent) {
-             const int g = groupWithFood(n->session().catalogue(), 0);
-             return std::make_unique<NewFoodItemDialog>(*n, parent, std::max(g, 0), 0);
+         [s, n](QWidget* parent) {
+             const int g = groupWithFood(s->catalogue(), 0);
+             return std::make_unique<FoodItemDialog>(
+                 FoodItemForm::newItem(s->catalogue(), std::max(g, 0), 0), *n, parent);
          }},
         {QStringLiteral("edit-food-item"),
-         [n](QWidget* parent) -> std::unique_ptr<QWidget> {
-             const int g = groupWithFood(n->session().catalogue(), 4);
+         [s, n](QWidget* parent) -> std::unique_ptr<QWidget> {
+             const int g = groupWithFood(s->catalogue(), 4);
              if (g < 0) {
                  return nullptr;
              }
-             return std::make_unique<EditFoodItemDialog>(*n, parent, g, 0, 0);
+             return std::make_unique<FoodItemDialog>(
+                 FoodItemForm::editItem(s->catalogue(), g, 0, 0), *n, parent);
          }},
         {QStringLiteral("insert-food"),
-         [n](QWidget* parent) -> std::unique_ptr<QWidget> {
-             const int g = groupWithFood(n->session().catalogue(), 5);
+         [s, n](QWidget* parent) -> std::unique_ptr<QWidget> {
+             const int g = groupWithFood(s->catalogue(), 5);
              if (g < 0) {
                  return nullptr;
              }
-             return std::make_unique<InsertFoodDialog>(*n, parent, g, 0, 0);
+             return std::make_unique<FoodItemDialog>(
+                 FoodItemForm::insertIntoDay(s->catalogue(), g, 0, 0, s->days(),
+                                             s->foodRunState().view),
+                 *n, parent);
          }},
         {QStringLiteral("edit-logged-food"),
-         [n](QWidget* parent) -> std::unique_ptr<QWidget> {
-             const DayRecord* day = n->session().days().currentDay();
+         [s, n](QWidget* parent) -> std::unique_ptr<QWidget> {
+             const DayRecord* day = s->days().currentDay();
              if (!day || day->allFoods().empty()) {
                  return nullptr;
              }
-             FoodLogView view = foodRunState(*n).view;
+             FoodLogView view = s->foodRunState().view;
              view.shownGroup = kAllFoodsGroup;
-             return std::make_unique<EditFoodEntryDialog>(*n, parent, view, 0);
+             return std::make_unique<FoodItemDialog>(
+                 FoodItemForm::editLoggedEntry(s->days(), view, 0), *n, parent);
          }},
         {QStringLiteral("category"),
-         [n](QWidget* parent) -> std::unique_ptr<QWidget> {
-             const int g = groupWithFood(n->session().catalogue(), 0);
+         [s, n](QWidget* parent) -> std::unique_ptr<QWidget> {
+             const int g = groupWithFood(s->catalogue(), 0);
              if (g < 0) {
                  return nullptr;
              }
-             return std::make_unique<CategoryNameDialog>(*n, parent, g, 0, true);
+             return std::make_unique<CategoryNameDialog>(
+                 CategoryNameForm(s->catalogue(), g, 0, true), *n, parent);
          }},
     };
 }

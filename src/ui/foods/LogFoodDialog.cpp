@@ -11,7 +11,6 @@
 #include <iterator>
 
 #include "foods/RecentFoods.h"
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/controls/NumericEdit.h"
 #include "ui/foods/CategoryNameDialog.h"
@@ -37,13 +36,11 @@ void fillList(QComboBox* list, const std::vector<std::string_view>& names, int s
 
 }  // namespace
 
-LogFoodDialog::LogFoodDialog(SessionNotifier& notifier, QWidget* parent, int group, int category,
-                             int item, std::function<void(QWidget*)> openCatalogue)
+LogFoodDialog::LogFoodDialog(LogFoodForm form, SessionNotifier& notifier, QWidget* parent,
+                             std::function<void(QWidget*)> openCatalogue)
     : FoodScreen(parent, QString(), false),
+      m_form(std::move(form)),
       m_notifier(&notifier),
-      m_state(&foodRunState(notifier)),
-      m_form(notifier.session().catalogue(), notifier.session().days(), m_state->view,
-             group >= 0 ? group : m_state->nextLogGroup, category, item),
       m_openCatalogue(std::move(openCatalogue)),
       m_groups(new QComboBox(this)),
       m_categoryLabel(nullptr),
@@ -73,8 +70,9 @@ LogFoodDialog::LogFoodDialog(SessionNotifier& notifier, QWidget* parent, int gro
     QMenu* options = menuBar()->addMenu(QStringLiteral("&Options"));
     QAction* catalogue = options->addAction(QStringLiteral("&Catalogue..."), this, [this] {
         m_openCatalogue(this);
-        m_form.selectGroup(m_form.group());  // the catalogue may have changed under the lists
-        fillCategories();
+        // The catalogue may have changed under the lists.
+        m_form.select(m_form.view().group, -1, -1);
+        showForm();
     });
     catalogue->setEnabled(static_cast<bool>(m_openCatalogue));
     options->addAction(QStringLiteral("&About..."), this, [this] { AboutDialog(this).exec(); });
@@ -114,26 +112,22 @@ LogFoodDialog::LogFoodDialog(SessionNotifier& notifier, QWidget* parent, int gro
     recentRow->setColumnStretch(0, 1);
     content()->addLayout(recentRow);
     content()->addStretch();
-    m_recentFoods = recentFoods(notifier.session().store());
-    for (const FoodItem& f : m_recentFoods) {
-        m_recent->addItem(toQString(recentFoodText(f)));
+    const std::vector<std::string> recent = m_form.view().recentFoods;
+    for (const std::string& f : recent) {
+        m_recent->addItem(toQString(f));
     }
-    m_recent->setEnabled(!m_recentFoods.empty());
-    m_again->setEnabled(!m_recentFoods.empty());
+    m_recent->setEnabled(!recent.empty());
+    m_again->setEnabled(!recent.empty());
     connect(m_again, &QPushButton::clicked, this, &LogFoodDialog::logAgain);
 
-    connect(m_groups, &QComboBox::activated, this, [this](int g) {
-        m_form.selectGroup(g);
-        fillCategories();
-    });
-    connect(m_categories, &QComboBox::activated, this, [this](int c) {
-        m_form.selectCategory(c);
-        fillFoods();
-    });
-    connect(m_foods, &QComboBox::activated, this, [this](int i) {
-        m_form.selectItem(i);
-        showValues();
-    });
+    for (const auto& [list, field] :
+         {std::pair{m_groups, FoodField::Group}, std::pair{m_categories, FoodField::Category},
+          std::pair{m_foods, FoodField::Food}}) {
+        connect(list, &QComboBox::activated, this, [this, list, field](int index) {
+            (void)m_form.edit(field, fromQString(list->itemText(index)).value_or(std::string()));
+            showForm();
+        });
+    }
     followFoodFields(m_fields, this, m_form);
 
     // Top to bottom, then the buttons.
@@ -152,135 +146,100 @@ LogFoodDialog::LogFoodDialog(SessionNotifier& notifier, QWidget* parent, int gro
     setTabOrder(m_log, cancel);
     setTabOrder(cancel, findButton);
 
-    {
-        const QSignalBlocker block(m_groups);
-        m_groups->setCurrentIndex(m_form.group());
-    }
-    fillCategories();
+    showForm();
     m_groups->setFocus();
 }
 
-void LogFoodDialog::fillCategories() {
+void LogFoodDialog::showForm() {
+    const LogFoodView v = m_form.view();
     {
         const QSignalBlocker block(m_groups);
-        m_groups->setCurrentIndex(m_form.group());
+        m_groups->setCurrentIndex(v.group);
     }
-    fillList(m_categories, m_form.categoryNames(), m_form.category());
-    m_categories->setEnabled(m_form.categoryListEnabled());
-    m_categoryLabel->setEnabled(m_form.categoryListEnabled());
-    fillFoods();
+    fillList(m_categories, v.categoryNames, v.category);
+    m_categories->setEnabled(v.categoryListEnabled);
+    m_categoryLabel->setEnabled(v.categoryListEnabled);
+    fillList(m_foods, v.foodNames, v.item);
+    m_foods->setEnabled(v.valuesEnabled);
+    m_fields->setValuesEnabled(v.valuesEnabled);
+    m_log->setEnabled(v.valuesEnabled);
+    m_fields->show(v.fields);
 }
 
-void LogFoodDialog::fillFoods() {
-    fillList(m_foods, m_form.foodNames(), m_form.item());
-    showValues();
-}
-
-void LogFoodDialog::showValues() {
-    const bool enabled = m_form.valuesEnabled();
-    m_foods->setEnabled(enabled);
-    m_fields->setValuesEnabled(enabled);
-    m_log->setEnabled(enabled);
-    m_fields->show(m_form.fields);
-}
-
-void LogFoodDialog::log() {
-    if (!m_form.valuesEnabled()) {
-        return;
-    }
-    m_fields->read(m_form.fields);
-    const FormResult result = m_form.log();
-    if (result.message) {
-        showMessage(this, *result.message);
-        if (QWidget* w = m_fields->widgetFor(result.focus)) {
+void LogFoodDialog::logged(const Outcome& outcome) {
+    (void)showFailure(this, m_notifier->apply(outcome));
+    if (outcome.message) {
+        (void)showMessage(this, *outcome.message);
+        if (QWidget* w = m_fields->widgetFor(m_form.result().focus)) {
             w->setFocus();
         }
         return;
     }
-    if (result.status == FormResult::Status::ClosedWithoutChange) {
+    if (m_form.result().status == FormResult::Status::ClosedWithoutChange) {
         reject();
-        return;
-    }
-    if (result.done()) {
-        showFailure(this, m_notifier->apply(result.notices));
-        m_loggedGroup = m_form.group();
-        m_loggedPosition = m_form.loggedPosition();
-        m_state->nextLogGroup = m_form.nextInitialGroup();
+    } else if (m_form.result().done()) {
         accept();
     }
 }
 
+void LogFoodDialog::log() {
+    if (!m_form.view().valuesEnabled) {
+        return;
+    }
+    m_fields->commitAll();
+    logged(m_form.command(LogFoodForm::Command::Log));
+}
+
 void LogFoodDialog::logAgain() {
-    const int index = m_recent->currentIndex();
-    if (index < 0 || static_cast<std::size_t>(index) >= m_recentFoods.size()) {
-        return;
-    }
-    const FoodItem& food = m_recentFoods[static_cast<std::size_t>(index)];
-    FoodLogView view = m_state->view;
-    view.shownGroup = food.group;
-    const auto meal = static_cast<uint16_t>(std::max(m_fields->mealList()->currentIndex(), 0));
-    const CopyOutcome outcome = nutrovex::logAgain(m_notifier->session().days(), view, food, meal);
-    showFailure(this, m_notifier->apply(outcome.notices));
-    if (outcome.message) {
-        showMessage(this, *outcome.message);  // the food stays chosen, for another day
-        return;
-    }
-    if (outcome.copied == 0) {
-        reject();  // the day could not be made
-        return;
-    }
-    m_loggedGroup = food.group;
-    m_loggedPosition = outcome.lastPosition;
-    m_state->nextLogGroup = food.group;
-    accept();
+    m_form.selectRecent(m_recent->currentIndex());
+    logged(m_form.command(LogFoodForm::Command::LogAgain));
 }
 
 void LogFoodDialog::find() {
-    FindFoodDialog dialog(*m_notifier, this);
-    if (dialog.exec() != QDialog::Accepted || !dialog.chosen()) {
+    FindFoodDialog dialog(m_form.findForm(), this);
+    if (dialog.exec() != QDialog::Accepted) {
         return;
     }
-    const FindResult& r = *dialog.chosen();
-    m_form.selectFood(r.group, r.category, r.food);
-    fillCategories();
-}
-
-void LogFoodDialog::catalogueEdited() {
-    showFailure(this, m_notifier->apply(Notices{.catalogue = true, .dataChanged = true}));
-    fillCategories();
+    const std::optional<FindResult> chosen = dialog.form().chosen();
+    if (!chosen) {
+        return;
+    }
+    m_form.select(chosen->group, chosen->category, chosen->food);
+    showForm();
 }
 
 void LogFoodDialog::newCategory() {
-    CategoryNameDialog dialog(*m_notifier, this, m_form.group(), kNoPosition, false);
+    CategoryNameDialog dialog(m_form.newCategoryForm(), *m_notifier, this);
     if (dialog.exec() == QDialog::Accepted) {
-        m_form.categoryCreated(dialog.position());
-        fillCategories();
+        const FormResult& made = dialog.form().result();
+        m_form.select(made.group, made.position, -1);
+        showForm();
     }
 }
 
 void LogFoodDialog::newFoodItem() {
-    NewFoodItemDialog dialog(*m_notifier, this, m_form.group(), m_form.category());
+    FoodItemDialog dialog(m_form.newFoodItemForm(), *m_notifier, this);
     if (dialog.exec() == QDialog::Accepted) {
-        const FormResult& r = dialog.result();
-        m_form.foodCreated(r.group, r.category, r.position);
-        fillCategories();
+        const FormResult& made = dialog.form().result();
+        m_form.select(made.group, made.category, made.position);
+        showForm();
+    }
+}
+
+void LogFoodDialog::deleteSelected(LogFoodForm::Command command) {
+    const std::optional<Confirmation> question = m_form.confirmation(command);
+    if (question && showMessage(this, question->message)) {
+        (void)showOutcome(this, *m_notifier, m_form.command(command));
+        showForm();
     }
 }
 
 void LogFoodDialog::deleteCategory() {
-    const auto question = m_form.confirmDeleteCategory();
-    if (question && showMessage(this, question->message)) {
-        m_form.deleteCategory();
-        catalogueEdited();
-    }
+    deleteSelected(LogFoodForm::Command::DeleteCategory);
 }
 
 void LogFoodDialog::deleteFoodItem() {
-    const auto question = m_form.confirmDeleteFood();
-    if (question && showMessage(this, question->message)) {
-        m_form.deleteFood();
-        catalogueEdited();
-    }
+    deleteSelected(LogFoodForm::Command::DeleteFood);
 }
 
 }  // namespace nutrovex

@@ -3,7 +3,7 @@
 #include <functional>
 #include <vector>
 
-#include "foods/LogFoodForm.h"
+#include "forms/foods/LogFoodForm.h"
 #include "ui/foods/FoodScreens.h"
 
 class QComboBox;
@@ -15,20 +15,19 @@ namespace nutrovex {
 class FoodFieldsWidget;
 class SessionNotifier;
 
-// Log Food: pick a group, category and food, change the serving or values, pick the meal and
-// log it into the current day; or log one of the recent foods again. Its menu manages the
-// catalogue in place. openCatalogue opens the catalogue screen; without it that entry is disabled.
+// Log Food: a thin view of LogFoodForm. Pick a group, category and food, change the serving or
+// values, pick the meal and log it into the current day; or log one of the recent foods again.
+// Its menu manages the catalogue in place. openCatalogue opens the catalogue screen; without it
+// that entry is disabled.
 class LogFoodDialog : public FoodScreen {
     Q_OBJECT
 
 public:
-    LogFoodDialog(SessionNotifier& notifier, QWidget* parent, int group = -1, int category = -1,
-                  int item = -1, std::function<void(QWidget*)> openCatalogue = {});
+    LogFoodDialog(LogFoodForm form, SessionNotifier& notifier, QWidget* parent,
+                  std::function<void(QWidget*)> openCatalogue = {});
 
-    // After OK: the list the food went into and its presented position there.
-    [[nodiscard]] int loggedGroup() const { return m_loggedGroup; }
-    [[nodiscard]] Position loggedPosition() const { return m_loggedPosition; }
-    [[nodiscard]] bool catalogueChanged() const { return m_form.catalogueChanged(); }
+    // After OK, result() says where the food went.
+    [[nodiscard]] const LogFoodForm& form() const { return m_form; }
 
     [[nodiscard]] QComboBox* groupList() const { return m_groups; }
     [[nodiscard]] QComboBox* categoryList() const { return m_categories; }
@@ -47,14 +46,12 @@ public Q_SLOTS:
     void deleteFoodItem();
 
 private:
-    void fillCategories();
-    void fillFoods();
-    void showValues();
-    void catalogueEdited();
+    void showForm();
+    void logged(const Outcome& outcome);
+    void deleteSelected(LogFoodForm::Command command);
 
-    SessionNotifier* m_notifier;
-    FoodRunState* m_state;
     LogFoodForm m_form;
+    SessionNotifier* m_notifier;
     std::function<void(QWidget*)> m_openCatalogue;
     QComboBox* m_groups;
     QLabel* m_categoryLabel;
@@ -64,9 +61,6 @@ private:
     QComboBox* m_recent;
     QPushButton* m_log;
     QPushButton* m_again;
-    std::vector<FoodItem> m_recentFoods;
-    int m_loggedGroup = -1;
-    Position m_loggedPosition = kNoPosition;
 };
 
 }  // namespace nutrovex

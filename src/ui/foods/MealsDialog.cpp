@@ -10,9 +10,6 @@
 #include <QToolButton>
 #include <utility>
 
-#include "core/CalendarDate.h"
-#include "foods/MealsForm.h"
-#include "session/Session.h"
 #include "ui/Resources.h"
 #include "ui/TextConvert.h"
 #include "ui/foods/FoodGridDialog.h"
@@ -21,9 +18,10 @@
 
 namespace nutrovex {
 
-MealsDialog::MealsDialog(SessionNotifier& notifier, QWidget* parent,
+MealsDialog::MealsDialog(MealsForm form, SessionNotifier& notifier, QWidget* parent,
                          std::function<void(QWidget*)> openCatalogue)
     : FoodScreen(parent, QStringLiteral("Meals"), true),
+      m_form(std::move(form)),
       m_notifier(&notifier),
       m_openCatalogue(std::move(openCatalogue)),
       m_date(new QLabel(this)) {
@@ -109,12 +107,10 @@ MealsDialog::MealsDialog(SessionNotifier& notifier, QWidget* parent,
 }
 
 void MealsDialog::refresh() {
-    Session& session = m_notifier->session();
-    const DayRecord* day = session.days().currentDay();
-    m_date->setText(toQString(longDateText(session.days().currentDate())));
-    const MealsForm form(day, foodRunState(*m_notifier).mealsShowFats);
+    const MealsView v = m_form.view();
+    m_date->setText(toQString(v.date));
     for (std::size_t g = 0; g < 8; ++g) {
-        const MealsColumn cell = form.groupCell(static_cast<int>(g));
+        const MealsColumn& cell = v.groups[g];
         for (std::size_t line = 0; line < 3; ++line) {
             m_labels[g][line]->setText(toQString(cell.labels[line]));
             m_values[g][line]->setText(toQString(cell.values[line]));
@@ -122,13 +118,12 @@ void MealsDialog::refresh() {
                 toQString(kFoodGroupNames[g]) + QStringLiteral(" ") + toQString(cell.labels[line]));
         }
     }
-    const auto summary = form.summary();
     for (std::size_t c = 0; c < 2; ++c) {
         for (std::size_t line = 0; line < 3; ++line) {
-            m_summaryLabels[c][line]->setText(toQString(summary[c].labels[line]));
-            m_summaryValues[c][line]->setText(toQString(summary[c].values[line]));
+            m_summaryLabels[c][line]->setText(toQString(v.summary[c].labels[line]));
+            m_summaryValues[c][line]->setText(toQString(v.summary[c].values[line]));
             m_summaryValues[c][line]->setAccessibleName(QStringLiteral("Summary ") +
-                                                        toQString(summary[c].labels[line]));
+                                                        toQString(v.summary[c].labels[line]));
         }
     }
 }
@@ -143,26 +138,18 @@ QString MealsDialog::summaryValue(int column, int line) const {
 }
 
 void MealsDialog::toggleNutrients() {
-    bool& showFats = foodRunState(*m_notifier).mealsShowFats;
-    MealsForm(nullptr, showFats).toggleNutrients();
+    (void)m_form.command(MealsForm::Command::ToggleNutrients);
     refresh();
 }
 
 void MealsDialog::openGroup(int group) {
-    FoodGridDialog grid(*m_notifier, this, group, kNoPosition, m_openCatalogue);
+    FoodGridDialog grid(m_form.groupForm(group), *m_notifier, this, m_openCatalogue);
     grid.exec();
     refresh();
 }
 
 void MealsDialog::done(int result) {
-    // The catalogue first: the foods logged refer to it.
-    Session& session = m_notifier->session();
-    if (session.catalogueModified()) {
-        showFailure(this, session.saveCatalogue());
-    }
-    if (session.userDataModified()) {
-        showFailure(this, session.saveUserData());
-    }
+    showFailure(this, m_notifier->save(m_form.close()));
     FoodScreen::done(result);
 }
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <functional>
 
+#include "forms/foods/MealsForm.h"
 #include "ui/foods/FoodScreens.h"
 
 class QLabel;
@@ -12,20 +13,16 @@ namespace nutrovex {
 
 class SessionNotifier;
 
-// The meals screen: the current day's totals by food group and for the whole day. A group's
-// picture opens that group's foods of the day. Closing it writes the catalogue, then the user's
-// data, when they changed. openCatalogue: how Log Food, reached from a group's foods, opens the
-// catalogue screen; none leaves that command disabled.
+// The meals screen: a thin view of MealsForm. A group's picture opens that group's foods of the
+// day. Closing it writes what changed. openCatalogue: how Log Food, reached from a group's foods,
+// opens the catalogue screen; none leaves that command disabled.
 class MealsDialog : public FoodScreen {
     Q_OBJECT
 
 public:
-    MealsDialog(SessionNotifier& notifier, QWidget* parent,
+    MealsDialog(MealsForm form, SessionNotifier& notifier, QWidget* parent,
                 std::function<void(QWidget*)> openCatalogue = {});
 
-    [[nodiscard]] QToolButton* groupButton(int group) const {
-        return m_groups[static_cast<std::size_t>(group)];
-    }
     [[nodiscard]] QString groupValue(int group, int line) const;
     [[nodiscard]] QString summaryValue(int column, int line) const;
 
@@ -38,6 +35,7 @@ public Q_SLOTS:
     void openGroup(int group);
 
 private:
+    MealsForm m_form;
     SessionNotifier* m_notifier;
     std::function<void(QWidget*)> m_openCatalogue;
     std::array<QToolButton*, 8> m_groups{};

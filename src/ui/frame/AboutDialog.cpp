@@ -5,18 +5,23 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "session/AboutForm.h"
+#include "forms/frame/AboutForm.h"
 #include "ui/TextConvert.h"
 
 namespace nutrovex {
 
 AboutDialog::AboutDialog(QWidget* parent)
     : QDialog(parent),
-      m_product(new QLabel(toQString(AboutForm::productName()), this)),
-      m_version(new QLabel(toQString(AboutForm::version()), this)),
-      m_licence(new QLabel(toQString(AboutForm::licence()), this)),
-      m_ok(new QPushButton(toQString(AboutForm::okText()), this)) {
-    setWindowTitle(toQString(AboutForm::title()));
+      m_product(new QLabel(this)),
+      m_version(new QLabel(this)),
+      m_licence(new QLabel(this)),
+      m_ok(new QPushButton(this)) {
+    const AboutView v = AboutForm().view();
+    setWindowTitle(toQString(v.title));
+    m_product->setText(toQString(v.productName));
+    m_version->setText(toQString(v.version));
+    m_licence->setText(toQString(v.licence));
+    m_ok->setText(toQString(v.okText));
     setModal(true);
 
     QFont big = m_product->font();
@@ -34,7 +39,7 @@ AboutDialog::AboutDialog(QWidget* parent)
     m_licence->setAlignment(Qt::AlignCenter);
     m_licence->setWordWrap(true);
     m_licence->setAccessibleName(QStringLiteral("Licence"));
-    m_ok->setAccessibleName(toQString(AboutForm::okText()));
+    m_ok->setAccessibleName(toQString(v.okText));
     m_ok->setDefault(true);
 
     auto* separator = new QFrame(this);

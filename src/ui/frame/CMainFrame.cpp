@@ -6,25 +6,20 @@
 #include <QPushButton>
 #include <QStatusBar>
 
-#include "session/MainFrameForm.h"
-#include "session/Session.h"
-#include "session/UsersForm.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/AboutDialog.h"
 #include "ui/frame/CNutrovexView.h"
-#include "ui/frame/HelpDialog.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
 #include "ui/frame/Tour.h"
-#include "ui/frame/UsersDialog.h"
 #include "ui/frame/WaitCursor.h"
-#include "ui/profile/GoalsDialog.h"
-#include "ui/profile/PersonalInfoDialog.h"
 
 namespace nutrovex {
 
-CMainFrame::CMainFrame(SessionNotifier& notifier, FrameOpeners openers, QWidget* parent)
+CMainFrame::CMainFrame(MainFrameForm form, SessionNotifier& notifier, FrameOpeners openers,
+                       QWidget* parent)
     : QMainWindow(parent),
+      m_form(std::move(form)),
       m_notifier(&notifier),
       m_openers(std::move(openers)),
       m_view(new CNutrovexView(this)) {
@@ -41,7 +36,7 @@ CMainFrame::CMainFrame(SessionNotifier& notifier, FrameOpeners openers, QWidget*
         action->setStatusTip(toQString(step.prompt));
         const int command = step.command;
         connect(action, &QAction::triggered, this, [this, command] { openStep(command); });
-        if (command == kLogbookStep && !m_openers.logbook) {
+        if (!openerFor(command)) {
             action->setEnabled(false);
             m_view->stepButton(static_cast<int>(i))->setEnabled(false);
         }
@@ -61,87 +56,79 @@ CMainFrame::CMainFrame(SessionNotifier& notifier, FrameOpeners openers, QWidget*
     });
     m_users = options->addAction(QStringLiteral("&Users..."));
     m_users->setStatusTip(toQString(MainFrameForm::usersPrompt()));
-    connect(m_users, &QAction::triggered, this, &CMainFrame::openUsers);
+    m_users->setEnabled(static_cast<bool>(m_openers.users));
+    connect(m_users, &QAction::triggered, this, [this] {
+        if (m_openers.users) {
+            m_openers.users(this);
+        }
+    });
 
     connect(m_view, &CNutrovexView::stepChosen, this, &CMainFrame::openStep);
-    connect(&notifier, &SessionNotifier::userChanged, this, &CMainFrame::showUser);
     connect(&notifier, &SessionNotifier::dataChanged, this, &CMainFrame::showUser);
     showUser();
 }
 
-bool CMainFrame::initialLoad() {
-    SessionStatus status;
-    {
-        const WaitCursor wait;
-        Session& session = m_notifier->session();
-        status = session.initialLoad();
-    }
-    m_notifier->announceUserChanged();
-    if (!m_notifier->session().userOpen()) {
-        // Nothing could be opened: the data files themselves are unreadable.
-        (void)showMessage(this, UsersForm::loadError());
-    }
-    return showFailure(this, status);
-}
-
-bool CMainFrame::saveUser() {
-    SessionStatus status;
-    {
-        const WaitCursor wait;
-        status = m_notifier->session().saveAll();
-    }
-    m_notifier->announceUserChanged();
-    return showFailure(this, status);
-}
-
-void CMainFrame::openStep(int command) {
+const ScreenOpener& CMainFrame::openerFor(int command) const {
     switch (command) {
-        case kHealthyDietingStep: {
-            HelpDialog dialog(this);
-            dialog.exec();
-            break;
-        }
-        case kPersonalInformationStep: {
-            PersonalInfoDialog dialog(*m_notifier, this);
-            dialog.exec();
-            break;
-        }
-        case kSetGoalsStep: {
-            GoalsDialog dialog(*m_notifier, this, m_openers.weightChart);
-            dialog.exec();
-            break;
-        }
+        case kHealthyDietingStep:
+            return m_openers.help;
+        case kPersonalInformationStep:
+            return m_openers.personalInfo;
+        case kSetGoalsStep:
+            return m_openers.goals;
         case kLogbookStep:
-            if (m_openers.logbook) {
-                m_openers.logbook(this);
-            }
-            break;
+            return m_openers.logbook;
         default:
             break;
     }
+    static const ScreenOpener kNone;
+    return kNone;
 }
 
-void CMainFrame::openUsers() {
-    UsersDialog dialog(*m_notifier, this);
-    dialog.exec();
+bool CMainFrame::run(MainFrameForm::Command command) {
+    Outcome outcome;
+    {
+        const WaitCursor wait;
+        outcome = m_form.command(command);
+    }
+    (void)showFailure(this, m_notifier->apply(outcome));
+    if (command == MainFrameForm::Command::Load && !m_form.view().userOpen) {
+        // Nothing could be opened: the data files themselves are unreadable.
+        (void)showMessage(this, MainFrameForm::loadError());
+    }
+    if (outcome.message) {
+        (void)showMessage(this, *outcome.message);
+    }
+    return !outcome.message;
+}
+
+bool CMainFrame::initialLoad() {
+    return run(MainFrameForm::Command::Load);
+}
+
+bool CMainFrame::saveUser() {
+    return run(MainFrameForm::Command::SaveUser);
+}
+
+void CMainFrame::openStep(int command) {
+    if (const ScreenOpener& open = openerFor(command)) {
+        open(this);
+    }
 }
 
 void CMainFrame::showUser() {
-    setWindowTitle(toQString(MainFrameForm::windowTitle(m_notifier->session().openUserName())));
+    setWindowTitle(toQString(m_form.view().title));
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
-    Session& session = m_notifier->session();
-    if (session.userDataModified() || session.catalogueModified()) {
-        SessionStatus status;
-        {
-            const WaitCursor wait;
-            status = session.saveModified();
-        }
-        if (!status && !showMessage(this, MainFrameForm::quitUnsaved(status))) {
-            event->ignore();
-            return;
-        }
+    SessionStatus status;
+    {
+        const WaitCursor wait;
+        status = m_notifier->save(m_form.close());
+    }
+    if (!status && !showMessage(this, MainFrameForm::quitUnsaved(status))) {
+        event->ignore();
+        return;
     }
     event->accept();
 }

@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <string>
 
+#include "forms/frame/MainFrameForm.h"
 #include "ui/frame/ScreenDialog.h"
 
 class QAction;
@@ -12,10 +13,14 @@ namespace nutrovex {
 class CNutrovexView;
 class SessionNotifier;
 
-// Screens of other areas that the main window opens; an empty one leaves its command disabled.
+// The screens the main window opens, each built with its form by whoever made the window; an
+// empty one leaves its step or command disabled.
 struct FrameOpeners {
+    ScreenOpener help;
+    ScreenOpener personalInfo;
+    ScreenOpener goals;
     ScreenOpener logbook;
-    ScreenOpener weightChart;  // the goals screen's "Weight Chart"
+    ScreenOpener users;
 };
 
 // The main window: the main menu with its menu bar ("View", "Options") and status bar. It loads
@@ -24,14 +29,14 @@ class CMainFrame : public QMainWindow {
     Q_OBJECT
 
 public:
-    CMainFrame(SessionNotifier& notifier, FrameOpeners openers, QWidget* parent = nullptr);
+    CMainFrame(MainFrameForm form, SessionNotifier& notifier, FrameOpeners openers,
+               QWidget* parent = nullptr);
 
     [[nodiscard]] CNutrovexView* view() const { return m_view; }
-    [[nodiscard]] QAction* saveUserAction() const { return m_saveUser; }
     [[nodiscard]] QAction* usersAction() const { return m_users; }
 
-    // The start-up load, under the wait cursor, then back to the remembered user (read before the
-    // load, which remembers "Zerbu"). Failures are shown. Returns whether everything loaded.
+    // The start-up load, under the wait cursor. Failures are shown. Returns whether everything
+    // loaded.
     bool initialLoad();
     // "Save User": the user data, then the catalogue; a failure is shown.
     bool saveUser();
@@ -42,9 +47,11 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void openUsers();
+    [[nodiscard]] const ScreenOpener& openerFor(int command) const;
+    bool run(MainFrameForm::Command command);
     void showUser();
 
+    MainFrameForm m_form;
     SessionNotifier* m_notifier;
     FrameOpeners m_openers;
     CNutrovexView* m_view;

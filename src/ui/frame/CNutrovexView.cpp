@@ -7,7 +7,7 @@
 #include <QSvgRenderer>
 #include <QVBoxLayout>
 
-#include "session/MainFrameForm.h"
+#include "forms/frame/MainFrameForm.h"
 #include "ui/Resources.h"
 #include "ui/TextConvert.h"
 

@@ -1,8 +1,9 @@
 #include "ui/frame/FrameTour.h"
 
-#include "charts/HistoricChartForm.h"
+#include "charts/ChartSettings.h"
 #include "core/UserProfile.h"
 #include "session/Session.h"
+#include "ui/Resources.h"
 #include "ui/TextConvert.h"
 #include "ui/controls/CalendarPickerDialog.h"
 #include "ui/frame/AboutDialog.h"
@@ -14,29 +15,30 @@
 
 namespace nutrovex {
 
-std::vector<TourStop> frameTourStops(SessionNotifier& notifier) {
+std::vector<TourStop> frameTourStops(Session& session, SessionNotifier& notifier) {
+    Session* s = &session;
     SessionNotifier* n = &notifier;
     std::vector<TourStop> stops;
-    stops.push_back({QStringLiteral("main-menu"), [n](QWidget*) -> std::unique_ptr<QWidget> {
+    stops.push_back({QStringLiteral("main-menu"), [s, n](QWidget*) -> std::unique_ptr<QWidget> {
                          // A main window of its own, as the program shows it; the tour's
                          // chart choices are its own.
                          static MemoryChartSettings tourCharts;
-                         return std::make_unique<CMainFrame>(*n, programOpeners(*n, tourCharts));
+                         return std::make_unique<CMainFrame>(MainFrameForm(*s), *n,
+                                                             programOpeners(*s, *n, tourCharts));
                      }});
     stops.push_back({QStringLiteral("help"), [](QWidget* parent) -> std::unique_ptr<QWidget> {
-                         return std::make_unique<HelpDialog>(parent);
+                         return std::make_unique<HelpDialog>(HelpForm(helpTextSource()), parent);
                      }});
     stops.push_back({QStringLiteral("about"), [](QWidget* parent) -> std::unique_ptr<QWidget> {
                          return std::make_unique<AboutDialog>(parent);
                      }});
-    stops.push_back({QStringLiteral("users"), [n](QWidget* parent) -> std::unique_ptr<QWidget> {
-                         return std::make_unique<UsersDialog>(*n, parent);
+    stops.push_back({QStringLiteral("users"), [s, n](QWidget* parent) -> std::unique_ptr<QWidget> {
+                         return std::make_unique<UsersDialog>(UsersForm(*s), *n, parent);
                      }});
     stops.push_back(
-        {QStringLiteral("calendar-picker"), [n](QWidget* parent) -> std::unique_ptr<QWidget> {
-             Session& session = n->session();
-             auto picker = std::make_unique<CalendarPickerDialog>(session.clock(), parent);
-             const CalendarDate target = session.store().profile.goalDate();
+        {QStringLiteral("calendar-picker"), [s](QWidget* parent) -> std::unique_ptr<QWidget> {
+             auto picker = std::make_unique<CalendarPickerDialog>(s->clock(), parent);
+             const CalendarDate target = s->store().profile.goalDate();
              picker->setCaption(QStringLiteral("Target Date"));
              if (!target.isEmpty()) {
                  picker->setDate(target.year, target.month - 1, target.day);

@@ -7,15 +7,14 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "ui/Resources.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/Mnemonics.h"
 
 namespace nutrovex {
 
-HelpDialog::HelpDialog(QWidget* parent)
+HelpDialog::HelpDialog(HelpForm form, QWidget* parent)
     : ScreenDialog(QStringLiteral("Healthy Dieting"), parent),
-      m_form(helpTextSource()),
+      m_form(std::move(form)),
       m_text(new QPlainTextEdit(this)) {
     m_text->setReadOnly(true);
     m_text->setAccessibleName(QStringLiteral("Help text"));
@@ -26,12 +25,12 @@ HelpDialog::HelpDialog(QWidget* parent)
 
     QString usedInButtons;
     auto* buttons = new QHBoxLayout;
-    for (const HelpCommand& command : HelpForm::buttons()) {
+    for (const HelpForm::Entry& command : HelpForm::buttons()) {
         const QString caption = toQString(command.caption);
         auto* button = new QPushButton(withMnemonic(caption, usedInButtons), this);
         button->setAccessibleName(caption);
         button->setAutoDefault(false);
-        const uint16_t id = command.command;
+        const HelpForm::Command id = command.command;
         connect(button, &QPushButton::clicked, this, [this, id] { run(id); });
         buttons->addWidget(button);
     }
@@ -39,25 +38,23 @@ HelpDialog::HelpDialog(QWidget* parent)
 
     QString usedInMenu;
     QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
-    for (const HelpCommand& command : HelpForm::menuCommands()) {
-        const uint16_t id = command.command;
+    for (const HelpForm::Entry& command : HelpForm::menuCommands()) {
+        const HelpForm::Command id = command.command;
         QAction* action = help->addAction(withMnemonic(toQString(command.caption), usedInMenu));
         connect(action, &QAction::triggered, this, [this, id] { run(id); });
     }
     QMenu* options = menuBar()->addMenu(QStringLiteral("&Options"));
     addAboutCommand(options);
 
-    run(kQuickHelpCommand);
+    run(HelpForm::Command::QuickHelp);
     setTabOrder(okButton(), m_text);
     m_text->setFocus();
 }
 
-void HelpDialog::run(uint16_t command) {
-    if (!m_form.run(command)) {
-        return;
-    }
+void HelpDialog::run(HelpForm::Command command) {
+    (void)m_form.command(command);
     m_text->setPlainText(
-        toQString(m_form.text()).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+        toQString(m_form.view().text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
 }
 
 }  // namespace nutrovex

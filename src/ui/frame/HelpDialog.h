@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/HelpForm.h"
+#include "forms/frame/HelpForm.h"
 #include "ui/frame/ScreenDialog.h"
 
 class QPlainTextEdit;
@@ -13,11 +13,11 @@ class HelpDialog : public ScreenDialog {
     Q_OBJECT
 
 public:
-    explicit HelpDialog(QWidget* parent = nullptr);
+    explicit HelpDialog(HelpForm form, QWidget* parent = nullptr);
 
     [[nodiscard]] QPlainTextEdit* textBox() const { return m_text; }
     // Shows a command's text, as its button or menu entry does.
-    void run(uint16_t command);
+    void run(HelpForm::Command command);
 
 private:
     HelpForm m_form;

@@ -42,11 +42,11 @@ bool showMessage(QWidget* parent, const ScreenMessage& message) {
 }
 
 bool showFailure(QWidget* parent, const SessionStatus& status) {
-    if (status.ok()) {
-        return true;
+    if (const std::optional<ScreenMessage> warning = status.warning()) {
+        (void)showMessage(parent, *warning);
+        return false;
     }
-    (void)showMessage(parent, {status.message(), "Nutrovex", MessageKind::Warning});
-    return false;
+    return true;
 }
 
 }  // namespace nutrovex

@@ -1,124 +1,85 @@
 #include "ui/frame/ProgramOpeners.h"
 
-#include <QPointer>
-
-#include <memory>
-
-#include "foods/CatalogueOps.h"
-#include "ui/TextConvert.h"
+#include "session/Session.h"
+#include "ui/Resources.h"
 #include "ui/catalogue/CatalogueDialog.h"
 #include "ui/charts/BodyMassChartDialog.h"
 #include "ui/charts/HistoricChartDialog.h"
 #include "ui/exercise/ExerciseLogDialog.h"
-#include "ui/foods/CategoryNameDialog.h"
-#include "ui/foods/FindFoodDialog.h"
 #include "ui/foods/FoodGridDialog.h"
-#include "ui/foods/FoodItemDialog.h"
 #include "ui/foods/MealsDialog.h"
-#include "ui/logbook/LogbookDialog.h"
+#include "ui/frame/HelpDialog.h"
+#include "ui/frame/UsersDialog.h"
+#include "ui/logbook/DayScreens.h"
+#include "ui/profile/GoalsDialog.h"
+#include "ui/profile/PersonalInfoDialog.h"
 
 namespace nutrovex {
 
-namespace {
-
-// What the catalogue screen's openers share: the catalogue's clipboard for the whole run, and
-// where the last food logged from the catalogue went, so the day's food grid can show it.
-struct CatalogueLinks {
-    CatalogueClipboard clipboard;
-    int loggedGroup = 0;
-    QPointer<QWidget> loggedFrom;
-};
-
-CatalogueOpeners catalogueOpeners(SessionNotifier& notifier,
-                                  const std::shared_ptr<CatalogueLinks>& links) {
-    CatalogueOpeners openers;
-    openers.insertFood = [&notifier, links](QWidget* parent,
-                                            const TreePlace& food) -> std::optional<Position> {
-        InsertFoodDialog dialog(notifier, parent, food.group, food.category, food.food);
-        if (dialog.exec() != QDialog::Accepted || !dialog.result().done()) {
-            return std::nullopt;
-        }
-        links->loggedGroup = dialog.result().group;
-        links->loggedFrom = parent;
-        return dialog.result().position;
+FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
+                            ChartSettings& chartSettings) {
+    const ScreenOpener weightChart = [&session, &notifier](QWidget* parent) {
+        (void)BodyMassChartDialog::openChecked(BodyMassChartForm(session.days()), notifier, parent);
     };
-    openers.selectInFoodGrid = [&notifier, links](Position presented) {
-        FoodGridDialog grid(notifier, links->loggedFrom, links->loggedGroup, presented);
+
+    // A food logged from the catalogue shows in the day's food grid of its list, over the
+    // catalogue.
+    CatalogueOpeners catalogueOpeners;
+    catalogueOpeners.showLogged = [&session, &notifier](QWidget* parent, int group,
+                                                        Position presented) {
+        FoodGridForm form(session.catalogue(), session.days(), session.foodRunState(), group);
+        form.selectFood(group, presented);
+        FoodGridDialog grid(std::move(form), notifier, parent);
         grid.exec();
     };
-    openers.editFood = [&notifier](QWidget* parent,
-                                   const TreePlace& food) -> std::optional<TreePlace> {
-        EditFoodItemDialog dialog(notifier, parent, food.group, food.category, food.food);
-        if (dialog.exec() != QDialog::Accepted || !dialog.result().done()) {
-            return std::nullopt;
-        }
-        return TreePlace::ofFood(food.group, food.category, dialog.result().position);
-    };
-    openers.newFood = [&notifier](QWidget* parent,
-                                  const TreePlace& at) -> std::optional<TreePlace> {
-        NewFoodItemDialog dialog(notifier, parent, at.group,
-                                 at.category == kNoPosition ? -1 : at.category);
-        if (dialog.exec() != QDialog::Accepted || !dialog.result().done()) {
-            return std::nullopt;
-        }
-        const FormResult& made = dialog.result();
-        return TreePlace::ofFood(made.group, made.category, made.position);
-    };
-    openers.newCategory = [&notifier](QWidget* parent, int group) -> std::optional<TreePlace> {
-        CategoryNameDialog dialog(notifier, parent, group, kNoPosition, false);
-        if (dialog.exec() != QDialog::Accepted || dialog.position() == kNoPosition) {
-            return std::nullopt;
-        }
-        return TreePlace::ofCategory(group, dialog.position());
-    };
-    openers.findFood = [&notifier](QWidget* parent, FoodFinder&,
-                                   const std::string& text) -> std::optional<TreePlace> {
-        FindFoodDialog dialog(notifier, parent, toQString(text));
-        if (dialog.exec() != QDialog::Accepted || !dialog.chosen()) {
-            return std::nullopt;
-        }
-        const FindResult& found = *dialog.chosen();
-        return TreePlace::ofFood(found.group, found.category, found.food);
-    };
-    return openers;
-}
-
-}  // namespace
-
-FrameOpeners programOpeners(SessionNotifier& notifier, ChartSettings& chartSettings) {
-    auto links = std::make_shared<CatalogueLinks>();
-    const auto weightChart = [&notifier](QWidget* parent) {
-        (void)BodyMassChartDialog::openChecked(notifier, parent);
-    };
-
-    const auto catalogue = [&notifier, links](QWidget* parent) {
-        CatalogueDialog dialog(notifier, parent, catalogueOpeners(notifier, links),
-                               &links->clipboard);
+    const ScreenOpener catalogue = [&session, &notifier, catalogueOpeners](QWidget* parent) {
+        CatalogueDialog dialog(
+            CatalogueForm(session.catalogue(), session.days(), session.foodRunState()), notifier,
+            parent, catalogueOpeners);
         dialog.exec();
     };
 
-    LogbookOpeners logbook;
-    logbook.meals = [&notifier, catalogue](QWidget* parent) {
-        MealsDialog dialog(notifier, parent, catalogue);
+    LogbookOpeners logbook = dayScreens(session, notifier, weightChart);
+    logbook.meals = [&session, &notifier, catalogue](QWidget* parent) {
+        MealsDialog dialog(MealsForm(session.catalogue(), session.days(), session.foodRunState()),
+                           notifier, parent, catalogue);
         dialog.exec();
     };
-    logbook.exercise = [&notifier](QWidget* parent) {
-        ExerciseLogDialog dialog(notifier, parent);
+    logbook.exercise = [&session, &notifier](QWidget* parent) {
+        ExerciseLogDialog dialog(ExerciseLogForm(session.days(), session.exerciseClipboard()),
+                                 notifier, parent);
         dialog.exec();
     };
-    logbook.historicWeightChart = [&notifier, &chartSettings](QWidget* parent) {
-        HistoricChartDialog dialog(notifier, parent, chartSettings);
+    logbook.historicWeightChart = [&session, &notifier, &chartSettings](QWidget* parent) {
+        HistoricChartDialog dialog(HistoricChartForm(session.days(), chartSettings), notifier,
+                                   parent);
         dialog.exec();
     };
     logbook.weightChart = weightChart;
     logbook.catalogue = catalogue;
 
     FrameOpeners openers;
-    openers.logbook = [&notifier, logbook](QWidget* parent) {
-        LogbookDialog dialog(notifier, parent, logbook);
+    openers.help = [](QWidget* parent) {
+        HelpDialog dialog(HelpForm(helpTextSource()), parent);
         dialog.exec();
     };
-    openers.weightChart = weightChart;
+    openers.personalInfo = [&session, &notifier](QWidget* parent) {
+        PersonalInfoDialog dialog(PersonalInfoForm(session.store().profile), notifier, parent);
+        dialog.exec();
+    };
+    openers.goals = [&session, &notifier, weightChart](QWidget* parent) {
+        GoalsDialog dialog(GoalsForm(session.store().profile, session.clock()), notifier, parent,
+                           weightChart);
+        dialog.exec();
+    };
+    openers.logbook = [&session, &notifier, logbook](QWidget* parent) {
+        LogbookDialog dialog(LogbookForm(session.days()), notifier, parent, logbook);
+        dialog.exec();
+    };
+    openers.users = [&session, &notifier](QWidget* parent) {
+        UsersDialog dialog(UsersForm(session), notifier, parent);
+        dialog.exec();
+    };
     return openers;
 }
 

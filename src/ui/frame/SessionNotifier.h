@@ -5,37 +5,39 @@
 #include "core/ScreenMessage.h"
 #include "session/SessionStatus.h"
 
+class QWidget;
+
 namespace nutrovex {
 
 class Session;
 
 // The one door through which a screen's change reaches the session and every other open screen.
-// A screen runs an engine command, hands the Notices it returned to apply() (or applyAndSave() at
-// a save point), and shows the returned status when it failed (showFailure() in MessageBoxes.h):
+// A screen runs a command of its form and hands the Outcome to apply(): the session marks what
+// changed modified and writes what the outcome asks to save now, then the signals the notices
+// name go out. When the screen closes, its form's save point goes to save():
 //
-//     const Notices n = logbook.deleteCurrentDay();
-//     showFailure(this, m_notifier.apply(n));
+//     showOutcome(this, m_notifier, m_form.command(LogbookForm::Command::DeleteCurrentDay));
+//     ...
+//     showFailure(this, m_notifier.save(m_form.close()));
 //
-// Every open screen connects to the signals and redraws.
+// Every open screen connects to the signals and redraws. Screens never hold the session: whoever
+// opens a screen builds its form from the session.
 class SessionNotifier : public QObject {
     Q_OBJECT
 
 public:
     explicit SessionNotifier(Session& session, QObject* parent = nullptr);
 
-    [[nodiscard]] Session& session() { return *m_session; }
-
-    // The session marks what changed modified; then the signals the notices name go out.
-    SessionStatus apply(const Notices& notices);
-    // The same, then what is modified is saved at once (a screen that saves when it closes).
-    SessionStatus applyAndSave(const Notices& notices);
-    // After the session switched, added, renamed or deleted a user: everything shown is stale.
-    void announceUserChanged();
+    SessionStatus apply(const Outcome& outcome);
+    SessionStatus apply(const Notices& notices) { return apply(Outcome{.notices = notices}); }
+    // A screen's save point: what it names is written, each part only when it changed.
+    SessionStatus save(SavePoint point);
 
 Q_SIGNALS:
     void dataChanged();
     void personalInfoReset();
     void dayCreated();
+    // Another user is open (or the open one was renamed): everything shown is stale.
     void userChanged();
 
 private:
@@ -43,5 +45,9 @@ private:
 
     Session* m_session;
 };
+
+// The one door, for a screen: applies the outcome, then shows a failed save and the outcome's
+// message. Returns whether the outcome had a message.
+bool showOutcome(QWidget* screen, SessionNotifier& notifier, const Outcome& outcome);
 
 }  // namespace nutrovex

@@ -8,11 +8,9 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
-#include "session/MainFrameForm.h"
-#include "session/Session.h"
-#include "session/UsersForm.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
@@ -39,8 +37,9 @@ UserNameDialog::UserNameDialog(const QString& title, const QString& prompt, QWid
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 }
 
-UsersDialog::UsersDialog(SessionNotifier& notifier, QWidget* parent)
+UsersDialog::UsersDialog(UsersForm form, SessionNotifier& notifier, QWidget* parent)
     : ScreenDialog(QStringLiteral("Users"), parent),
+      m_form(std::move(form)),
       m_notifier(&notifier),
       m_list(new QListWidget(this)) {
     auto* prompt = new QLabel(QStringLiteral("&Select a user:"), this);
@@ -51,11 +50,11 @@ UsersDialog::UsersDialog(SessionNotifier& notifier, QWidget* parent)
 
     auto* buttons = new QHBoxLayout;
     const auto addButton = [&](const QString& text, const QString& name,
-                               void (UsersDialog::*run)()) {
+                               void (UsersDialog::*pressed)()) {
         auto* button = new QPushButton(text, this);
         button->setAccessibleName(name);
         button->setAutoDefault(false);
-        connect(button, &QPushButton::clicked, this, run);
+        connect(button, &QPushButton::clicked, this, pressed);
         buttons->addWidget(button);
     };
     addButton(QStringLiteral("&New..."), QStringLiteral("New..."), &UsersDialog::addUser);
@@ -66,136 +65,98 @@ UsersDialog::UsersDialog(SessionNotifier& notifier, QWidget* parent)
     QMenu* options = menuBar()->addMenu(QStringLiteral("&Options"));
     addAboutCommand(options);
 
-    const Session& session = notifier.session();
-    const Position pre = session.preselectedUser();
-    fill(pre == kNoPosition ? std::string() : std::string(session.users().nameAt(pre)));
+    fill();
+    // The entry the list shows selected, however it was chosen (a tap, the keys, or a screen
+    // reader), is the one the commands act on.
+    connect(m_list, &QListWidget::itemSelectionChanged, this, [this] {
+        const QList<QListWidgetItem*> chosen = m_list->selectedItems();
+        if (!chosen.isEmpty()) {
+            (void)m_form.edit(UsersForm::Field::Selected, fromQString(chosen.front()->text()));
+        }
+    });
     connect(m_list, &QListWidget::itemActivated, this, &UsersDialog::accept);
     setTabOrder(okButton(), m_list);
     m_list->setFocus();
 }
 
-void UsersDialog::fill(const std::string& selected) {
-    const UserList& users = m_notifier->session().users();
+void UsersDialog::fill() {
+    const UsersView v = m_form.view();
+    const QSignalBlocker block(m_list);
     m_list->clear();
-    for (std::size_t i = 0; i < users.count(); ++i) {
-        const std::string_view name = users.nameAt(static_cast<Position>(i));
+    for (const std::string& name : v.names) {
         m_list->addItem(toQString(name));
-        if (name == selected) {
-            m_list->setCurrentRow(static_cast<int>(i));
-        }
     }
-    if (m_list->currentRow() < 0 && m_list->count() > 0) {
-        m_list->setCurrentRow(0);
+    if (v.selected >= 0) {
+        m_list->setCurrentRow(v.selected);
+        (void)m_form.edit(UsersForm::Field::Selected,
+                          v.names[static_cast<std::size_t>(v.selected)]);
     }
 }
 
-std::optional<std::string> UsersDialog::selectedName() const {
-    const QListWidgetItem* item = m_list->currentItem();
-    if (item == nullptr) {
-        return std::nullopt;
+bool UsersDialog::run(UsersForm::Command command) {
+    Outcome outcome;
+    {
+        const WaitCursor wait;
+        outcome = m_form.command(command);
     }
-    return fromQString(item->text());
+    return showOutcome(this, *m_notifier, outcome);
 }
 
 void UsersDialog::accept() {
-    Session& session = m_notifier->session();
-    const std::optional<std::string> name = selectedName();
-    if (name && *name != session.openUserName()) {
-        SessionStatus status;
-        {
-            const WaitCursor wait;
-            status = session.switchUser(*name);
-        }
-        m_notifier->announceUserChanged();
-        if (!showFailure(this, status)) {
-            fill(std::string(session.openUserName()));
-            return;  // stay, so the person sees which user is open
-        }
+    if (run(UsersForm::Command::Open)) {
+        fill();
+        return;  // stay, so the person sees which user is open
     }
     ScreenDialog::accept();
 }
 
 void UsersDialog::addUser() {
-    Session& session = m_notifier->session();
     UserNameDialog ask(QStringLiteral("New User"), QStringLiteral("Enter user name:"), this);
     while (ask.exec() == QDialog::Accepted) {
-        const std::optional<std::string> name = fromQString(ask.nameEdit()->text());
-        const bool fresh = name && session.users().find(*name) == kNoPosition;
-        SessionStatus status;
-        if (fresh) {
+        (void)m_form.edit(UsersForm::Field::NewName, fromQString(ask.nameEdit()->text()));
+        Outcome outcome;
+        {
             const WaitCursor wait;
-            status = session.addUser(*name);
+            outcome = m_form.command(UsersForm::Command::Add);
         }
-        // Refused: a duplicate, a name that cannot be a folder, or one the list could not take.
-        if (!fresh || session.users().find(*name) == kNoPosition) {
-            (void)showMessage(&ask, UsersForm::addRefusal(name));
+        if (!outcome.notices.any()) {
+            // Refused: the name dialog stays for another name.
+            if (outcome.message) {
+                (void)showMessage(&ask, *outcome.message);
+            }
             ask.nameEdit()->selectAll();
             ask.nameEdit()->setFocus();
             continue;
         }
-        m_notifier->announceUserChanged();
-        (void)showFailure(this, status);
-        fill(*name);
+        (void)showOutcome(this, *m_notifier, outcome);
+        fill();
         return;
     }
 }
 
 void UsersDialog::deleteUser() {
-    const std::optional<std::string> name = selectedName();
-    if (!name || !showMessage(this, UsersForm::confirmDelete(*name))) {
+    const std::optional<ScreenMessage> question = m_form.confirmation(UsersForm::Command::Delete);
+    if (!question || !showMessage(this, *question)) {
         return;
     }
-    Session& session = m_notifier->session();
-    bool refused = false;
-    SessionStatus status;
-    {
-        const WaitCursor wait;
-        status = deleteUserKeepingOneOpen(session, *name, refused);
-    }
-    m_notifier->announceUserChanged();
-    if (refused) {
-        (void)showMessage(this, UsersForm::deleteRefusal());
-    } else {
-        (void)showFailure(this, status);
-    }
-    fill(std::string(session.openUserName()));
+    (void)run(UsersForm::Command::Delete);
+    fill();
 }
 
 void UsersDialog::renameUser() {
-    const std::optional<std::string> name = selectedName();
-    if (!name) {
+    if (m_form.selectedName().empty()) {
         return;
     }
     UserNameDialog ask(QStringLiteral("Rename User"), QStringLiteral("Enter a new user name:"),
                        this);
-    ask.nameEdit()->setText(toQString(*name));
+    ask.nameEdit()->setText(toQString(m_form.selectedName()));
     ask.nameEdit()->selectAll();
     if (ask.exec() != QDialog::Accepted) {
         return;
     }
-    Session& session = m_notifier->session();
-    const std::optional<std::string> newName = fromQString(ask.nameEdit()->text());
-    const bool wasOpen = session.openUserName() == *name;
-    SessionStatus status;
-    bool renamed = false;
-    if (newName) {
-        const WaitCursor wait;
-        status = session.renameUser(*name, *newName);
-        renamed = session.users().find(*name) == kNoPosition;
-        // The open user's data goes to the new name's folder at once.
-        if (renamed && wasOpen) {
-            for (std::string& f : session.saveModified().failures) {
-                status.add(std::move(f));
-            }
-        }
-    }
-    if (!renamed) {
-        (void)showMessage(this, UsersForm::renameRefusal(newName));
-        return;
-    }
-    m_notifier->announceUserChanged();
-    (void)showFailure(this, status);
-    fill(*newName);
+    (void)m_form.edit(UsersForm::Field::NewName, fromQString(ask.nameEdit()->text()));
+    (void)run(UsersForm::Command::Rename);
+    fill();
 }
 
 }  // namespace nutrovex

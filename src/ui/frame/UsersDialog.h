@@ -1,9 +1,8 @@
 #pragma once
 
 #include <QDialog>
-#include <optional>
-#include <string>
 
+#include "forms/frame/UsersForm.h"
 #include "ui/frame/ScreenDialog.h"
 
 class QLineEdit;
@@ -26,25 +25,27 @@ private:
     QLineEdit* m_name;
 };
 
-// The users screen: pick the user to open, add, delete and rename users. OK opens the selected
-// user.
+// The users screen: a thin view of UsersForm. OK opens the selected user; Delete and Rename act
+// on the selected entry, the one the list shows and announces.
 class UsersDialog : public ScreenDialog {
     Q_OBJECT
 
 public:
-    UsersDialog(SessionNotifier& notifier, QWidget* parent);
+    UsersDialog(UsersForm form, SessionNotifier& notifier, QWidget* parent);
 
     [[nodiscard]] QListWidget* list() const { return m_list; }
 
     void accept() override;
 
 private:
-    void fill(const std::string& selected);
-    [[nodiscard]] std::optional<std::string> selectedName() const;
+    void fill();
     void addUser();
     void deleteUser();
     void renameUser();
+    // Runs a command through the notifier; true when it had something to say.
+    bool run(UsersForm::Command command);
 
+    UsersForm m_form;
     SessionNotifier* m_notifier;
     QListWidget* m_list;
 };

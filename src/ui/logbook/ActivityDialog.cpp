@@ -10,7 +10,6 @@
 #include <QVBoxLayout>
 
 #include "calc/Bmr.h"
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
@@ -28,9 +27,9 @@ QString levelCaption(int level) {
 
 }  // namespace
 
-ActivityDialog::ActivityDialog(SessionNotifier& notifier, QWidget* parent)
+ActivityDialog::ActivityDialog(ActivityForm form, SessionNotifier& notifier, QWidget* parent)
     : LogbookScreen(notifier, parent, QStringLiteral("BMR")),
-      m_form(notifier.session().days()),
+      m_form(std::move(form)),
       m_group(new QButtonGroup(this)),
       m_bmr(new QLineEdit(this)),
       m_default(new QPushButton(QStringLiteral("Set as &Daily Default"), this)) {
@@ -71,20 +70,26 @@ ActivityDialog::ActivityDialog(SessionNotifier& notifier, QWidget* parent)
     body()->addStretch();
 
     connect(m_group, &QButtonGroup::idClicked, this, [this](int level) {
-        showFailure(this, this->notifier().apply(m_form.chooseLevel(static_cast<uint16_t>(level))));
+        run(m_form.command(static_cast<ActivityForm::Command>(level)));
         refresh();
     });
     connect(m_bmr, &QLineEdit::textEdited, this, [this](const QString& text) {
-        showFailure(this, this->notifier().apply(m_form.bmrEdited(text.toStdString())));
+        run(m_form.edit(ActivityForm::Field::Bmr, text.toStdString()));
     });
-    connect(m_default, &QPushButton::clicked, this, [this] {
-        const int checked = m_group->checkedId();
-        showFailure(this, this->notifier().apply(m_form.setAsDailyDefault(
-                              static_cast<uint16_t>(checked > 0 ? checked : 0))));
-    });
+    connect(m_default, &QPushButton::clicked, this,
+            [this] { run(m_form.command(ActivityForm::Command::SetAsDailyDefault)); });
     connect(&notifier, &SessionNotifier::dataChanged, this, &ActivityDialog::refresh);
     connect(&notifier, &SessionNotifier::userChanged, this, &ActivityDialog::refresh);
     refresh();
+}
+
+void ActivityDialog::run(const Outcome& outcome) {
+    (void)showOutcome(this, notifier(), outcome);
+}
+
+void ActivityDialog::done(int result) {
+    (void)showFailure(this, notifier().save(m_form.close()));
+    LogbookScreen::done(result);
 }
 
 void ActivityDialog::refresh() {

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "logbook/ActivityForm.h"
+#include "forms/logbook/ActivityForm.h"
 #include "ui/logbook/LogbookScreen.h"
 
 class QButtonGroup;
@@ -16,7 +16,9 @@ class ActivityDialog : public LogbookScreen {
     Q_OBJECT
 
 public:
-    ActivityDialog(SessionNotifier& notifier, QWidget* parent);
+    ActivityDialog(ActivityForm form, SessionNotifier& notifier, QWidget* parent);
+
+    void done(int result) override;
 
     // Levels 1..5.
     [[nodiscard]] QRadioButton* levelButton(int level) const {
@@ -27,6 +29,7 @@ public:
 
 private:
     void refresh();
+    void run(const Outcome& outcome);
 
     ActivityForm m_form;
     std::array<QRadioButton*, 5> m_levels{};

@@ -6,7 +6,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/controls/CalendarPickerDialog.h"
 #include "ui/frame/SessionNotifier.h"
@@ -14,10 +13,10 @@
 
 namespace nutrovex {
 
-DayRangeDialog::DayRangeDialog(SessionNotifier& notifier, QWidget* parent)
+DayRangeDialog::DayRangeDialog(DayRangeForm form, SessionNotifier& notifier, QWidget* parent)
     : QDialog(parent),
-      m_clock(&notifier.session().clock()),
-      m_range(notifier.session().clock().now()),
+      m_form(std::move(form)),
+      m_notifier(&notifier),
       m_start(new QLabel(this)),
       m_end(new QLabel(this)),
       m_setStart(new QPushButton(QStringLiteral("&Set..."), this)),
@@ -68,13 +67,20 @@ QString DayRangeDialog::endText() const {
 }
 
 void DayRangeDialog::showDates() {
-    m_start->setText(toQString(m_range.startText()));
-    m_end->setText(toQString(m_range.endText()));
+    const DayRangeView v = m_form.view();
+    m_start->setText(toQString(v.startText));
+    m_end->setText(toQString(v.endText));
+}
+
+void DayRangeDialog::accept() {
+    (void)showOutcome(this, *m_notifier, m_form.command(DayRangeForm::Command::Delete));
+    QDialog::accept();
 }
 
 void DayRangeDialog::pick(bool start) {
-    auto* picker = new CalendarPickerDialog(*m_clock, this);
-    const CalendarDate& from = start ? m_range.start() : m_range.end();
+    auto* picker = new CalendarPickerDialog(m_form.clock(), this);
+    const DayRangeView v = m_form.view();
+    const CalendarDate& from = start ? v.start : v.end;
     picker->setDate(from.year, from.month - 1, from.day);
     openChild(picker, [this, picker, start](int result) {
         if (result != QDialog::Accepted) {
@@ -82,11 +88,8 @@ void DayRangeDialog::pick(bool start) {
         }
         const CalendarDate picked =
             CalendarDate::fromDmy(picker->day(), picker->month() + 1, picker->year());
-        if (start) {
-            m_range.setStart(picked);
-        } else {
-            m_range.setEnd(picked);
-        }
+        (void)m_form.pickDate(start ? DayRangeForm::Field::Start : DayRangeForm::Field::End,
+                              picked);
         showDates();
     });
 }

@@ -2,7 +2,7 @@
 
 #include <QDialog>
 
-#include "logbook/Logbook.h"
+#include "forms/logbook/DayRangeForm.h"
 
 class QLabel;
 class QPushButton;
@@ -12,14 +12,14 @@ namespace nutrovex {
 class SessionNotifier;
 
 // "Select a range of days": the start and end dates with a "Set..." button each, OK and Cancel.
-// The owner deletes the range on OK.
+// OK deletes the days of the range.
 class DayRangeDialog : public QDialog {
     Q_OBJECT
 
 public:
-    DayRangeDialog(SessionNotifier& notifier, QWidget* parent);
+    DayRangeDialog(DayRangeForm form, SessionNotifier& notifier, QWidget* parent);
 
-    [[nodiscard]] const DayRange& range() const { return m_range; }
+    void accept() override;
     [[nodiscard]] QPushButton* setStartButton() const { return m_setStart; }
     [[nodiscard]] QPushButton* setEndButton() const { return m_setEnd; }
     [[nodiscard]] QString startText() const;
@@ -29,8 +29,8 @@ private:
     void pick(bool start);
     void showDates();
 
-    const Clock* m_clock;
-    DayRange m_range;
+    DayRangeForm m_form;
+    SessionNotifier* m_notifier;
     QLabel* m_start;
     QLabel* m_end;
     QPushButton* m_setStart;

@@ -8,8 +8,6 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
-#include "session/FoodBudgetForm.h"
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/SessionNotifier.h"
 
@@ -121,8 +119,9 @@ void FoodBudgetPage::paintEvent(QPaintEvent*) {
     (void)lay(viewport()->width(), &painter);
 }
 
-FoodBudgetDialog::FoodBudgetDialog(SessionNotifier& notifier, QWidget* parent)
+FoodBudgetDialog::FoodBudgetDialog(FoodBudgetForm form, SessionNotifier& notifier, QWidget* parent)
     : LogbookScreen(notifier, parent, QStringLiteral("Food Budget")),
+      m_form(std::move(form)),
       m_page(new FoodBudgetPage(this)) {
     addOptionsMenu();
     body()->addWidget(m_page, 1);
@@ -133,11 +132,13 @@ FoodBudgetDialog::FoodBudgetDialog(SessionNotifier& notifier, QWidget* parent)
 }
 
 void FoodBudgetDialog::refresh() {
-    m_page->setSections(foodBudgetPageSections(notifier().session()));
+    m_page->setSections(m_form.view());
 }
 
-FoodBudgetBoxDialog::FoodBudgetBoxDialog(SessionNotifier& notifier, QWidget* parent)
+FoodBudgetBoxDialog::FoodBudgetBoxDialog(FoodBudgetBoxForm form, SessionNotifier& notifier,
+                                         QWidget* parent)
     : LogbookScreen(notifier, parent, QStringLiteral("Food Budget")),
+      m_form(std::move(form)),
       m_budget(new QLabel(this)),
       m_caption(new QLabel(this)),
       m_goal(new QLabel(this)) {
@@ -167,7 +168,7 @@ FoodBudgetBoxDialog::FoodBudgetBoxDialog(SessionNotifier& notifier, QWidget* par
     okButton()->setFocus();
 
     // The group boxes take their titles from the form.
-    const FoodBudgetBox box = foodBudgetBoxOf(notifier.session());
+    const FoodBudgetBox box = m_form.view();
     budgetBox->setTitle(toQString(box.heading));
     goalBox->setTitle(toQString(box.goalHeading));
 }
@@ -181,7 +182,7 @@ QString FoodBudgetBoxDialog::goalText() const {
 }
 
 void FoodBudgetBoxDialog::refresh() {
-    const FoodBudgetBox box = foodBudgetBoxOf(notifier().session());
+    const FoodBudgetBox box = m_form.view();
     m_budget->setText(toQString(box.budgetLine));
     m_caption->setText(toQString(box.caption));
     m_goal->setText(toQString(box.goalSentence));

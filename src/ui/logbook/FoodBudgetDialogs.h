@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "calc/FoodBudget.h"
+#include "forms/logbook/FoodBudgetForms.h"
 #include "ui/logbook/LogbookScreen.h"
 
 class QLabel;
@@ -40,11 +41,12 @@ class FoodBudgetDialog : public LogbookScreen {
     Q_OBJECT
 
 public:
-    FoodBudgetDialog(SessionNotifier& notifier, QWidget* parent);
+    FoodBudgetDialog(FoodBudgetForm form, SessionNotifier& notifier, QWidget* parent);
     [[nodiscard]] FoodBudgetPage* page() const { return m_page; }
 
 private:
     void refresh();
+    FoodBudgetForm m_form;
     FoodBudgetPage* m_page;
 };
 
@@ -53,12 +55,13 @@ class FoodBudgetBoxDialog : public LogbookScreen {
     Q_OBJECT
 
 public:
-    FoodBudgetBoxDialog(SessionNotifier& notifier, QWidget* parent);
+    FoodBudgetBoxDialog(FoodBudgetBoxForm form, SessionNotifier& notifier, QWidget* parent);
     [[nodiscard]] QString budgetText() const;
     [[nodiscard]] QString goalText() const;
 
 private:
     void refresh();
+    FoodBudgetBoxForm m_form;
     QLabel* m_budget;
     QLabel* m_caption;
     QLabel* m_goal;

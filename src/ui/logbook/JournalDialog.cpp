@@ -10,7 +10,6 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
@@ -31,9 +30,9 @@ std::optional<std::string> storedNote(const QString& shown) {
 
 }  // namespace
 
-JournalDialog::JournalDialog(SessionNotifier& notifier, QWidget* parent)
+JournalDialog::JournalDialog(JournalForm form, SessionNotifier& notifier, QWidget* parent)
     : LogbookScreen(notifier, parent, QStringLiteral("Daily Journal")),
-      m_form(notifier.session().days()),
+      m_form(std::move(form)),
       m_editor(new QPlainTextEdit(this)),
       m_cancel(new QPushButton(QStringLiteral("Cancel"), this)) {
     QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
@@ -84,8 +83,13 @@ JournalDialog::JournalDialog(SessionNotifier& notifier, QWidget* parent)
     m_editor->setFocus();
 }
 
+void JournalDialog::done(int result) {
+    (void)showFailure(this, notifier().save(m_form.close()));
+    LogbookScreen::done(result);
+}
+
 void JournalDialog::load() {
-    showText(shownNote(m_form.load()));
+    showText(shownNote(m_form.view().text));
 }
 
 void JournalDialog::showText(const QString& text) {
@@ -116,7 +120,7 @@ void JournalDialog::edited() {
         return;
     }
     m_shown = text;
-    showFailure(this, notifier().apply(m_form.textChanged(*stored)));
+    (void)showOutcome(this, notifier(), m_form.edit(JournalForm::Field::Note, *stored));
 }
 
 bool JournalDialog::eventFilter(QObject* watched, QEvent* event) {
@@ -124,10 +128,9 @@ bool JournalDialog::eventFilter(QObject* watched, QEvent* event) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) &&
             key->modifiers() == Qt::NoModifier) {
-            const std::optional<std::string> stored = storedNote(m_editor->toPlainText());
-            const std::string note = m_form.enterPressed(stored.value_or(std::string()));
-            showText(shownNote(note));
-            showFailure(this, notifier().apply(m_form.textChanged(note)));
+            const Outcome outcome = m_form.command(JournalForm::Command::NewLine);
+            showText(shownNote(m_form.view().text));
+            (void)showOutcome(this, notifier(), outcome);
             return true;
         }
     }

@@ -13,20 +13,11 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "session/Session.h"
 #include "ui/Resources.h"
 #include "ui/TextConvert.h"
 #include "ui/controls/CalendarPickerDialog.h"
-#include "ui/frame/AboutDialog.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
-#include "ui/frame/WaitCursor.h"
-#include "ui/logbook/ActivityDialog.h"
-#include "ui/logbook/DayRangeDialog.h"
-#include "ui/logbook/FoodBudgetDialogs.h"
-#include "ui/logbook/JournalDialog.h"
-#include "ui/logbook/SummaryTableDialog.h"
-#include "ui/logbook/WeighInDialog.h"
 
 namespace nutrovex {
 
@@ -55,9 +46,10 @@ QString withoutMnemonic(QString text) {
 
 }  // namespace
 
-LogbookDialog::LogbookDialog(SessionNotifier& notifier, QWidget* parent, LogbookOpeners openers)
+LogbookDialog::LogbookDialog(LogbookForm form, SessionNotifier& notifier, QWidget* parent,
+                             LogbookOpeners openers)
     : LogbookScreen(notifier, parent, QStringLiteral("Logbook")),
-      m_logbook(notifier.session().days()),
+      m_form(std::move(form)),
       m_openers(std::move(openers)),
       m_previous(arrowButton(kPreviousDayArt, QStringLiteral("Previous Day"), this)),
       m_date(new QPushButton(this)),
@@ -158,40 +150,40 @@ LogbookDialog::LogbookDialog(SessionNotifier& notifier, QWidget* parent, Logbook
         }
         switch (index) {
             case 1:
-                openInjected(m_openers.meals, true);
+                openInjected(m_openers.meals);
                 break;
             case 2:
-                journal();
+                openDetail(m_openers.journal);
                 break;
             case 3:
-                if (this->notifier().session().userOpen()) {
-                    openDetail(new SummaryTableDialog(this->notifier(), this));
-                }
+                openDetail(m_openers.summaryTable);
                 break;
             default:
                 break;
         }
     });
 
-    connect(m_previous, &QToolButton::clicked, this, [this] { run(m_logbook.previous()); });
-    connect(m_next, &QToolButton::clicked, this, [this] { run(m_logbook.next()); });
+    connect(m_previous, &QToolButton::clicked, this,
+            [this] { run(LogbookForm::Command::Previous); });
+    connect(m_next, &QToolButton::clicked, this, [this] { run(LogbookForm::Command::Next); });
     connect(m_date, &QPushButton::clicked, this, &LogbookDialog::pickDate);
     const std::function<void()> actions[4] = {
-        [this] { weighIn(); }, [this] { openInjected(m_openers.meals, true); }, [this] { bmr(); },
-        [this] { openInjected(m_openers.exercise, true); }};
+        [this] { openDetail(m_openers.weighIn); }, [this] { openInjected(m_openers.meals); },
+        [this] { openDetail(m_openers.bmr); }, [this] { openInjected(m_openers.exercise); }};
     for (int i = 0; i < 4; ++i) {
         connect(m_rows[i].button, &QPushButton::clicked, this, actions[i]);
         connect(m_rows[i].value, &QPushButton::clicked, this, actions[i]);
     }
-    m_rows[1].button->setEnabled(static_cast<bool>(m_openers.meals));
-    m_rows[3].button->setEnabled(static_cast<bool>(m_openers.exercise));
-    connect(m_water, &QSpinBox::valueChanged, this, [this](int value) {
+    const bool opens[4] = {static_cast<bool>(m_openers.weighIn), static_cast<bool>(m_openers.meals),
+                           static_cast<bool>(m_openers.bmr), static_cast<bool>(m_openers.exercise)};
+    for (int i = 0; i < 4; ++i) {
+        m_rows[i].button->setEnabled(opens[i]);
+    }
+    connect(m_water, &QSpinBox::valueChanged, this, [this] {
         if (m_refreshing) {
-            return;  // the form's own write
+            return;  // the screen's own write
         }
-        const Notices n = m_logbook.waterChanged(true, QString::number(value).toStdString());
-        showFailure(this, this->notifier().apply(n));
-        refresh();
+        run(m_form.edit(LogbookForm::Field::Water, m_water->cleanText().toStdString()));
     });
 
     connect(&notifier, &SessionNotifier::dataChanged, this, &LogbookDialog::refresh);
@@ -219,59 +211,53 @@ QAction* LogbookDialog::addCommand(QMenu* menu, const QString& text,
     return action;
 }
 
+QAction* LogbookDialog::addScreen(QMenu* menu, const QString& text, const ScreenMaker& make) {
+    return addCommand(menu, text,
+                      make ? std::function<void()>([this, &make] { openDetail(make); })
+                           : std::function<void()>());
+}
+
+QAction* LogbookDialog::addScreen(QMenu* menu, const QString& text, const ScreenOpener& open) {
+    return addCommand(menu, text,
+                      open ? std::function<void()>([this, &open] { openInjected(open); })
+                           : std::function<void()>());
+}
+
 void LogbookDialog::buildMenus() {
+    using Command = LogbookForm::Command;
     QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
-    addCommand(edit, QStringLiteral("&Weigh In"), [this] { weighIn(); });
-    addCommand(edit, QStringLiteral("&Meals"),
-               m_openers.meals
-                   ? std::function<void()>([this] { openInjected(m_openers.meals, true); })
-                   : std::function<void()>());
-    addCommand(edit, QStringLiteral("&BMR"), [this] { bmr(); });
-    addCommand(edit, QStringLiteral("&Exercise"),
-               m_openers.exercise
-                   ? std::function<void()>([this] { openInjected(m_openers.exercise, true); })
-                   : std::function<void()>());
+    addScreen(edit, QStringLiteral("&Weigh In"), m_openers.weighIn);
+    addScreen(edit, QStringLiteral("&Meals"), m_openers.meals);
+    addScreen(edit, QStringLiteral("&BMR"), m_openers.bmr);
+    addScreen(edit, QStringLiteral("&Exercise"), m_openers.exercise);
 
     addOptionsMenu([this](QMenu* options) {
-        addCommand(options, QStringLiteral("Daily &Journal"), [this] { journal(); });
-        addCommand(options, QStringLiteral("Food &Budget"),
-                   [this] { openDetail(new FoodBudgetDialog(notifier(), this)); });
-        addCommand(options, QStringLiteral("Food Budget Bo&x"),
-                   [this] { openDetail(new FoodBudgetBoxDialog(notifier(), this)); });
-        addCommand(options, QStringLiteral("&Summary Table"),
-                   [this] { openDetail(new SummaryTableDialog(notifier(), this)); });
-        const auto injected = [this](const std::function<void(QWidget*)>& opener) {
-            return opener ? std::function<void()>([this, &opener] { openInjected(opener, false); })
-                          : std::function<void()>();
-        };
-        addCommand(options, QStringLiteral("&Weight Chart"), injected(m_openers.weightChart));
-        addCommand(options, QStringLiteral("&Historic Weight Chart"),
-                   injected(m_openers.historicWeightChart));
-        addCommand(options, QStringLiteral("Food &Catalogue"), injected(m_openers.catalogue));
+        addScreen(options, QStringLiteral("Daily &Journal"), m_openers.journal);
+        addScreen(options, QStringLiteral("Food &Budget"), m_openers.foodBudget);
+        addScreen(options, QStringLiteral("Food Budget Bo&x"), m_openers.foodBudgetBox);
+        addScreen(options, QStringLiteral("&Summary Table"), m_openers.summaryTable);
+        addScreen(options, QStringLiteral("&Weight Chart"), m_openers.weightChart);
+        addScreen(options, QStringLiteral("&Historic Weight Chart"), m_openers.historicWeightChart);
+        addScreen(options, QStringLiteral("Food &Catalogue"), m_openers.catalogue);
     });
 
     QMenu* record = menuBar()->addMenu(QStringLiteral("&Record"));
-    addCommand(record, QStringLiteral("&Previous"), [this] { run(m_logbook.previous()); },
+    addCommand(record, QStringLiteral("&Previous"), [this] { run(Command::Previous); },
                {QKeySequence(Qt::Key_PageUp), QKeySequence(Qt::ALT | Qt::Key_Left)});
-    addCommand(record, QStringLiteral("&Next"), [this] { run(m_logbook.next()); },
+    addCommand(record, QStringLiteral("&Next"), [this] { run(Command::Next); },
                {QKeySequence(Qt::Key_PageDown), QKeySequence(Qt::ALT | Qt::Key_Right)});
-    addCommand(record, QStringLiteral("&First"), [this] { run(m_logbook.first()); });
-    addCommand(record, QStringLiteral("&Last"), [this] { run(m_logbook.last()); });
-    addCommand(record, QStringLiteral("&Today"),
-               [this] { run(m_logbook.pickDate(notifier().session().clock().now())); },
+    addCommand(record, QStringLiteral("&First"), [this] { run(Command::First); });
+    addCommand(record, QStringLiteral("&Last"), [this] { run(Command::Last); });
+    addCommand(record, QStringLiteral("&Today"), [this] { run(Command::Today); },
                {QKeySequence(Qt::Key_Home)});
     addCommand(record, QStringLiteral("&Go to Date..."), [this] { pickDate(); },
                {QKeySequence(Qt::CTRL | Qt::Key_G)});
     record->addSeparator();
     QMenu* remove = record->addMenu(QStringLiteral("&Delete"));
-    addCommand(remove, QStringLiteral("&Current Day"), [this] {
-        confirm(Logbook::confirmDeleteCurrentDay(),
-                [this] { return m_logbook.deleteCurrentDay(); });
-    });
-    addCommand(remove, QStringLiteral("&Range of Days..."), [this] { deleteRange(); });
-    addCommand(remove, QStringLiteral("&All Days"), [this] {
-        confirm(Logbook::confirmDeleteAllDays(), [this] { return m_logbook.deleteAllDays(); });
-    });
+    addCommand(remove, QStringLiteral("&Current Day"),
+               [this] { confirm(Command::DeleteCurrentDay); });
+    addScreen(remove, QStringLiteral("&Range of Days..."), m_openers.dayRange);
+    addCommand(remove, QStringLiteral("&All Days"), [this] { confirm(Command::DeleteAllDays); });
 }
 
 QAction* LogbookDialog::command(const QString& text) const {
@@ -318,107 +304,76 @@ QString LogbookDialog::goalText() const {
 }
 
 void LogbookDialog::refresh() {
-    const std::optional<LogbookFigures> f = m_logbook.figures();
-    if (!f) {
+    const LogbookView v = m_form.view();
+    if (!v.userOpen) {
         return;  // no user open: the fields keep their texts
     }
     m_refreshing = true;
-    m_date->setText(toQString(f->date));
-    const std::string* values[5] = {&f->weight, &f->meals, &f->bmr, &f->exercise, &f->total};
+    const LogbookFigures& f = v.figures;
+    m_date->setText(toQString(f.date));
+    const std::string* values[5] = {&f.weight, &f.meals, &f.bmr, &f.exercise, &f.total};
     for (int i = 0; i < 5; ++i) {
         m_rows[i].value->setText(toQString(*values[i]));
     }
-    m_record->setText(toQString(f->record));
-    m_goal->setText(toQString(f->goal));
-    const int water = QString::fromStdString(f->water).toInt();
-    if (m_water->value() != water) {
-        m_water->setValue(water);
+    m_record->setText(toQString(f.record));
+    m_goal->setText(toQString(f.goal));
+    if (m_water->value() != v.water) {
+        m_water->setValue(v.water);
     }
     m_refreshing = false;
 }
 
-void LogbookDialog::run(const Notices& notices) {
-    showFailure(this, notifier().apply(notices));
+void LogbookDialog::run(const Outcome& outcome) {
+    (void)showOutcome(this, notifier(), outcome);
     refresh();
 }
 
-void LogbookDialog::thenSave() {
-    WaitCursor wait;
-    showFailure(this, notifier().applyAndSave(Notices{.userData = true, .dataChanged = true}));
-    refresh();
+void LogbookDialog::run(LogbookForm::Command command) {
+    run(m_form.command(command));
 }
 
-void LogbookDialog::openDetail(QDialog* screen) {
-    openChild(screen, [this](int) { refresh(); });
+void LogbookDialog::openDetail(const ScreenMaker& make) {
+    if (!make || !m_form.view().userOpen) {
+        return;
+    }
+    // The screen saves what it changed when it closes; the logbook then shows it.
+    openChild(make(this), [this](int) { refresh(); });
 }
 
-void LogbookDialog::openInjected(const std::function<void(QWidget*)>& opener, bool save) {
-    if (!opener || !notifier().session().userOpen()) {
+void LogbookDialog::openInjected(const ScreenOpener& opener) {
+    if (!opener || !m_form.view().userOpen) {
         return;
     }
     opener(this);
-    if (save) {
-        thenSave();
-    } else {
-        refresh();
-    }
+    refresh();
 }
 
-void LogbookDialog::confirm(const ScreenMessage& message, const std::function<Notices()>& onYes) {
-    if (!notifier().session().userOpen()) {
+void LogbookDialog::confirm(LogbookForm::Command command) {
+    const std::optional<ScreenMessage> question = LogbookForm::confirmation(command);
+    if (!question || !m_form.view().userOpen) {
         return;
     }
-    std::unique_ptr<QMessageBox> box = makeMessageBox(this, message);
-    openChild(box.release(), [this, onYes](int result) {
+    std::unique_ptr<QMessageBox> box = makeMessageBox(this, *question);
+    openChild(box.release(), [this, command](int result) {
         if (result == QMessageBox::Yes) {
-            run(onYes());
+            run(command);
         }
     });
-}
-
-void LogbookDialog::weighIn() {
-    if (notifier().session().userOpen()) {
-        openChild(new WeighInDialog(notifier(), this, m_openers.weightChart),
-                  [this](int) { thenSave(); });
-    }
-}
-
-void LogbookDialog::bmr() {
-    if (notifier().session().userOpen()) {
-        openChild(new ActivityDialog(notifier(), this), [this](int) { thenSave(); });
-    }
-}
-
-void LogbookDialog::journal() {
-    if (notifier().session().userOpen()) {
-        openChild(new JournalDialog(notifier(), this), [this](int) { thenSave(); });
-    }
 }
 
 void LogbookDialog::pickDate() {
-    if (!notifier().session().userOpen()) {
+    const LogbookView v = m_form.view();
+    if (!v.userOpen) {
         return;
     }
-    auto* picker = new CalendarPickerDialog(notifier().session().clock(), this);
-    picker->setCaption(QString::fromLatin1(Logbook::pickDateCaption()));
-    const CalendarDate& current = notifier().session().days().currentDate();
-    picker->setDate(current.year, current.month - 1, current.day);
+    auto* picker = new CalendarPickerDialog(m_form.clock(), this);
+    picker->setCaption(QString::fromLatin1(LogbookForm::pickDateCaption()));
+    picker->setDate(v.date.year, v.date.month - 1, v.date.day);
     openChild(picker, [this, picker](int result) {
         if (result == QDialog::Accepted) {
-            run(m_logbook.pickDate(
+            run(m_form.pickDate(
+                LogbookForm::Field::Date,
                 CalendarDate::fromDmy(picker->day(), picker->month() + 1, picker->year())));
-        }
-    });
-}
-
-void LogbookDialog::deleteRange() {
-    if (!notifier().session().userOpen()) {
-        return;
-    }
-    auto* dialog = new DayRangeDialog(notifier(), this);
-    openChild(dialog, [this, dialog](int result) {
-        if (result == QDialog::Accepted) {
-            run(m_logbook.deleteRange(dialog->range()));
         }
     });
 }

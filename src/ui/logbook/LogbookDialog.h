@@ -3,7 +3,7 @@
 #include <QString>
 #include <functional>
 
-#include "logbook/Logbook.h"
+#include "forms/logbook/LogbookForm.h"
 #include "ui/logbook/LogbookScreen.h"
 
 class QLabel;
@@ -13,25 +13,36 @@ class QToolButton;
 
 namespace nutrovex {
 
-// The screens of other areas that the logbook opens. Each runs its screen modally for the
-// logbook's current date and returns when it has closed; an empty one leaves its command
-// disabled.
+// Builds one of the logbook's own screens with its form, for the logbook's current date; the
+// logbook opens it over itself and redraws when it closes.
+using ScreenMaker = std::function<QDialog*(QWidget* parent)>;
+
+// The screens the logbook opens, each built with its form by whoever made the logbook. The
+// openers of other areas run their screen modally and return when it has closed. An empty one
+// leaves its command disabled.
 struct LogbookOpeners {
-    std::function<void(QWidget* parent)> meals;
-    std::function<void(QWidget* parent)> exercise;
-    std::function<void(QWidget* parent)> historicWeightChart;
-    std::function<void(QWidget* parent)> weightChart;  // the chart with body-mass bands
-    std::function<void(QWidget* parent)> catalogue;
+    ScreenMaker weighIn;
+    ScreenMaker bmr;
+    ScreenMaker journal;
+    ScreenMaker foodBudget;
+    ScreenMaker foodBudgetBox;
+    ScreenMaker summaryTable;
+    ScreenMaker dayRange;  // "Range of Days...": deletes the range on OK
+    ScreenOpener meals;
+    ScreenOpener exercise;
+    ScreenOpener historicWeightChart;
+    ScreenOpener weightChart;  // the chart with body-mass bands
+    ScreenOpener catalogue;
 };
 
-// The logbook form: one date at a time with its figures, the commands that open the day's
-// screens, day navigation and deletion. A thin view of Logbook; every detail screen that can
-// change the day is followed by a save of the user's data, whatever closed it.
+// The logbook screen: a thin view of LogbookForm, with the commands that open the day's screens.
+// Each of those screens saves what it changed when it closes.
 class LogbookDialog : public LogbookScreen {
     Q_OBJECT
 
 public:
-    LogbookDialog(SessionNotifier& notifier, QWidget* parent, LogbookOpeners openers = {});
+    LogbookDialog(LogbookForm form, SessionNotifier& notifier, QWidget* parent,
+                  LogbookOpeners openers = {});
 
     enum class Figure { Weight, Meals, Bmr, Exercise, Total };
     [[nodiscard]] QString figureText(Figure figure) const;
@@ -41,7 +52,6 @@ public:
     [[nodiscard]] QSpinBox* waterBox() const { return m_water; }
     // "Logbook", "Food Log", "Daily Journal", "Summary Table": a tap opens that screen.
     [[nodiscard]] QTabBar* tabs() const { return m_tabs; }
-    [[nodiscard]] QPushButton* dateButton() const { return m_date; }
     [[nodiscard]] QToolButton* previousButton() const { return m_previous; }
     [[nodiscard]] QToolButton* nextButton() const { return m_next; }
     // The figure's button ("Weight", "Meals", "BMR", "Exercise").
@@ -60,21 +70,18 @@ private:
     void buildMenus();
     QAction* addCommand(QMenu* menu, const QString& text, const std::function<void()>& run,
                         const QList<QKeySequence>& keys = {});
+    // Disabled without its screen.
+    QAction* addScreen(QMenu* menu, const QString& text, const ScreenMaker& make);
+    QAction* addScreen(QMenu* menu, const QString& text, const ScreenOpener& open);
     void refresh();
-    void run(const Notices& notices);
-    // After a detail screen: the user's data is written at once, and the form redrawn.
-    void thenSave();
-    void openDetail(QDialog* screen);
-    void openInjected(const std::function<void(QWidget*)>& opener, bool save);
-    void confirm(const ScreenMessage& message, const std::function<Notices()>& onYes);
-
-    void weighIn();
-    void bmr();
-    void journal();
+    void run(const Outcome& outcome);
+    void run(LogbookForm::Command command);
+    void confirm(LogbookForm::Command command);
+    void openDetail(const ScreenMaker& make);
+    void openInjected(const ScreenOpener& opener);
     void pickDate();
-    void deleteRange();
 
-    Logbook m_logbook;
+    LogbookForm m_form;
     LogbookOpeners m_openers;
     QToolButton* m_previous;
     QPushButton* m_date;

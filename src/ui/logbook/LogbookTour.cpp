@@ -2,47 +2,50 @@
 
 #include <utility>
 
-#include "ui/logbook/ActivityDialog.h"
-#include "ui/logbook/DayRangeDialog.h"
-#include "ui/logbook/FoodBudgetDialogs.h"
-#include "ui/logbook/JournalDialog.h"
-#include "ui/logbook/LogbookDialog.h"
-#include "ui/logbook/SummaryTableDialog.h"
-#include "ui/logbook/WeighInDialog.h"
+#include "session/Session.h"
+#include "ui/logbook/DayScreens.h"
 
 namespace nutrovex {
 
 namespace {
 
-template <typename Screen>
-TourStop stop(const char* name, SessionNotifier& notifier) {
-    return {QString::fromLatin1(name), [&notifier](QWidget* parent) -> std::unique_ptr<QWidget> {
-                return std::make_unique<Screen>(notifier, parent);
+TourStop stop(const char* name, ScreenMaker make) {
+    return {QString::fromLatin1(name),
+            [make = std::move(make)](QWidget* parent) -> std::unique_ptr<QWidget> {
+                return std::unique_ptr<QWidget>(make(parent));
             }};
 }
 
 // The logbook as the program shows it, its commands to other areas enabled. The tour only takes
 // pictures, so those openers are never run.
-TourStop logbookStop(SessionNotifier& notifier) {
-    return {QStringLiteral("logbook"), [&notifier](QWidget* parent) -> std::unique_ptr<QWidget> {
+TourStop logbookStop(Session& session, SessionNotifier& notifier) {
+    return {QStringLiteral("logbook"),
+            [&session, &notifier](QWidget* parent) -> std::unique_ptr<QWidget> {
                 const auto pictured = [](QWidget*) {};
-                LogbookOpeners openers{pictured, pictured, pictured, pictured, pictured};
-                return std::make_unique<LogbookDialog>(notifier, parent, std::move(openers));
+                LogbookOpeners openers = dayScreens(session, notifier);
+                openers.meals = pictured;
+                openers.exercise = pictured;
+                openers.historicWeightChart = pictured;
+                openers.weightChart = pictured;
+                openers.catalogue = pictured;
+                return std::make_unique<LogbookDialog>(LogbookForm(session.days()), notifier,
+                                                       parent, std::move(openers));
             }};
 }
 
 }  // namespace
 
-std::vector<TourStop> logbookTourStops(SessionNotifier& notifier) {
+std::vector<TourStop> logbookTourStops(Session& session, SessionNotifier& notifier) {
+    const LogbookOpeners screens = dayScreens(session, notifier);
     return {
-        logbookStop(notifier),
-        stop<DayRangeDialog>("range-of-days", notifier),
-        stop<WeighInDialog>("weigh-in", notifier),
-        stop<JournalDialog>("journal", notifier),
-        stop<ActivityDialog>("activity-bmr", notifier),
-        stop<FoodBudgetDialog>("food-budget", notifier),
-        stop<FoodBudgetBoxDialog>("food-budget-box", notifier),
-        stop<SummaryTableDialog>("summary-table", notifier),
+        logbookStop(session, notifier),
+        stop("range-of-days", screens.dayRange),
+        stop("weigh-in", screens.weighIn),
+        stop("journal", screens.journal),
+        stop("activity-bmr", screens.bmr),
+        stop("food-budget", screens.foodBudget),
+        stop("food-budget-box", screens.foodBudgetBox),
+        stop("summary-table", screens.summaryTable),
     };
 }
 

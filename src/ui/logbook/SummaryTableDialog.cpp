@@ -6,14 +6,13 @@
 #include <numeric>
 
 #include "logbook/SummaryTable.h"
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/SessionNotifier.h"
 
 namespace nutrovex {
 
-SummaryTableGrid::SummaryTableGrid(Session& session, QWidget* parent)
-    : MWGridWidget(parent), m_session(&session) {
+SummaryTableGrid::SummaryTableGrid(SummaryTableForm form, QWidget* parent)
+    : MWGridWidget(parent), m_form(std::move(form)) {
     setAccessibleName(QStringLiteral("Summary Table"));
     grid().setColumnCount(kSummaryColumnCount);
     grid().setFixedRows(1);
@@ -50,10 +49,10 @@ void SummaryTableGrid::sizeColumns() {
 }
 
 void SummaryTableGrid::reload() {
-    const int days = static_cast<int>(m_session->store().days().size());
+    const SummaryTableView v = m_form.view();
+    const int days = v.days;
     grid().setRowCount(days + 1);
-    const int current = summaryCurrentRow(m_session->days());
-    m_currentDayRow = current < 0 ? -1 : current + 1;
+    m_currentDayRow = v.currentRow < 0 ? -1 : v.currentRow + 1;
     if (m_currentDayRow > 0) {
         grid().selectCell(m_currentDayRow, 0);
         grid().resetAnchor();
@@ -67,17 +66,7 @@ void SummaryTableGrid::reload() {
 }
 
 QString SummaryTableGrid::cellText(int row, int column) const {
-    if (column < 0 || column >= kSummaryColumnCount) {
-        return {};
-    }
-    if (row == 0) {
-        return QString::fromLatin1(kSummaryColumnHeads[static_cast<std::size_t>(column)]);
-    }
-    const auto& days = m_session->store().days();
-    if (row < 1 || row > static_cast<int>(days.size())) {
-        return {};
-    }
-    return toQString(summaryCell(*days[static_cast<std::size_t>(row - 1)], column));
+    return toQString(m_form.cell(row - 1, column));
 }
 
 int SummaryTableGrid::cellAlignment(int row, int column) const {
@@ -157,9 +146,10 @@ void SummaryTableGrid::changeEvent(QEvent* event) {
     }
 }
 
-SummaryTableDialog::SummaryTableDialog(SessionNotifier& notifier, QWidget* parent)
+SummaryTableDialog::SummaryTableDialog(SummaryTableForm form, SessionNotifier& notifier,
+                                       QWidget* parent)
     : LogbookScreen(notifier, parent, QStringLiteral("Summary Table")),
-      m_grid(new SummaryTableGrid(notifier.session(), this)) {
+      m_grid(new SummaryTableGrid(std::move(form), this)) {
     addOptionsMenu();
     body()->addWidget(m_grid, 1);
     connect(&notifier, &SessionNotifier::dataChanged, m_grid, &SummaryTableGrid::reload);

@@ -4,12 +4,11 @@
 #include <QStaticText>
 #include <array>
 
+#include "forms/logbook/SummaryTableForm.h"
 #include "ui/controls/MWGridWidget.h"
 #include "ui/logbook/LogbookScreen.h"
 
 namespace nutrovex {
-
-class Session;
 
 // The summary table on the grid: a header row, then one row per day of the logbook; the current
 // date's row is highlighted. Cells are read from the day records as they are painted.
@@ -17,7 +16,7 @@ class SummaryTableGrid : public MWGridWidget {
     Q_OBJECT
 
 public:
-    SummaryTableGrid(Session& session, QWidget* parent = nullptr);
+    explicit SummaryTableGrid(SummaryTableForm form, QWidget* parent = nullptr);
 
     // After the days changed: the rows follow, the current day's row is shown.
     void reload();
@@ -39,7 +38,7 @@ private:
     // Each column's narrowest width that shows its widest possible text.
     std::array<int, 8> m_naturalWidths{};
 
-    Session* m_session;
+    SummaryTableForm m_form;
     // Laid-out texts: the same figures recur on every screenful, and laying out is most of the
     // cost of painting one.
     QHash<QString, QStaticText> m_laidOut;
@@ -50,7 +49,7 @@ class SummaryTableDialog : public LogbookScreen {
     Q_OBJECT
 
 public:
-    SummaryTableDialog(SessionNotifier& notifier, QWidget* parent);
+    SummaryTableDialog(SummaryTableForm form, SessionNotifier& notifier, QWidget* parent);
     [[nodiscard]] SummaryTableGrid* table() const { return m_grid; }
 
 private:

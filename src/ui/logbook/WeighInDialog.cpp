@@ -7,17 +7,16 @@
 #include <QLineEdit>
 #include <QMenu>
 
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
 
 namespace nutrovex {
 
-WeighInDialog::WeighInDialog(SessionNotifier& notifier, QWidget* parent,
-                             std::function<void(QWidget*)> weightChart)
+WeighInDialog::WeighInDialog(WeighInForm form, SessionNotifier& notifier, QWidget* parent,
+                             ScreenOpener weightChart)
     : LogbookScreen(notifier, parent, QStringLiteral("Weigh In")),
-      m_form(notifier.session().days()),
+      m_form(std::move(form)),
       m_date(new QLabel(this)),
       m_weight(new QLineEdit(this)),
       m_unit(new QLabel(this)) {
@@ -58,9 +57,13 @@ WeighInDialog::WeighInDialog(SessionNotifier& notifier, QWidget* parent,
     grid->setRowStretch(4, 1);
     body()->addWidget(box, 1);
 
-    // textEdited reports only the person's typing, never the screen's own writes.
+    // textEdited reports only the person's typing, never the screen's own writes; what the
+    // screen announces then does not rewrite the weight under the person's fingers.
     connect(m_weight, &QLineEdit::textEdited, this, [this](const QString& text) {
-        showFailure(this, this->notifier().apply(m_form.weightEdited(text.toStdString())));
+        m_typing = true;
+        (void)showOutcome(this, this->notifier(),
+                          m_form.edit(WeighInForm::Field::Weight, text.toStdString()));
+        m_typing = false;
     });
     connect(&notifier, &SessionNotifier::dataChanged, this, &WeighInDialog::load);
     connect(&notifier, &SessionNotifier::userChanged, this, &WeighInDialog::load);
@@ -68,7 +71,15 @@ WeighInDialog::WeighInDialog(SessionNotifier& notifier, QWidget* parent,
     m_weight->setFocus();
 }
 
+void WeighInDialog::done(int result) {
+    (void)showFailure(this, notifier().save(m_form.close()));
+    LogbookScreen::done(result);
+}
+
 void WeighInDialog::load() {
+    if (m_typing) {
+        return;
+    }
     const WeighInView v = m_form.view();
     m_date->setText(toQString(v.date));
     m_weight->setText(toQString(v.weight));

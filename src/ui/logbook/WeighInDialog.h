@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "logbook/WeighIn.h"
+#include "forms/logbook/WeighInForm.h"
 #include "ui/logbook/LogbookScreen.h"
 
 class QLabel;
@@ -10,22 +10,25 @@ class QLineEdit;
 
 namespace nutrovex {
 
-// The weigh-in screen for the logbook's current date: a thin view of WeighIn. The weight is
-// written into the day as it is typed; the logbook saves when the screen closes.
+// The weigh-in screen for the logbook's current date: a thin view of WeighInForm. The weight is
+// written into the day as it is typed, and saved when the screen closes.
 class WeighInDialog : public LogbookScreen {
     Q_OBJECT
 
 public:
     // weightChart opens the weight chart with body-mass bands; without it the entry is disabled.
-    WeighInDialog(SessionNotifier& notifier, QWidget* parent,
-                  std::function<void(QWidget*)> weightChart = {});
+    WeighInDialog(WeighInForm form, SessionNotifier& notifier, QWidget* parent,
+                  ScreenOpener weightChart = {});
 
     [[nodiscard]] QLineEdit* weightEdit() const { return m_weight; }
+
+    void done(int result) override;
 
 private:
     void load();
 
-    WeighIn m_form;
+    WeighInForm m_form;
+    bool m_typing = false;
     QLabel* m_date;
     QLineEdit* m_weight;
     QLabel* m_unit;

@@ -10,18 +10,18 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "calc/GoalsForm.h"
-#include "core/UserProfile.h"
-#include "session/Session.h"
 #include "ui/TextConvert.h"
 #include "ui/controls/CalendarPickerDialog.h"
+#include "ui/controls/CommitOnLeave.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
 
 namespace nutrovex {
 
-GoalsDialog::GoalsDialog(SessionNotifier& notifier, QWidget* parent, ScreenOpener weightChart)
+GoalsDialog::GoalsDialog(GoalsForm form, SessionNotifier& notifier, QWidget* parent,
+                         ScreenOpener weightChart)
     : ScreenDialog(QStringLiteral("Set Goals"), parent),
+      m_form(std::move(form)),
       m_notifier(&notifier),
       m_openWeightChart(std::move(weightChart)),
       m_start(new QLineEdit(this)),
@@ -92,8 +92,12 @@ GoalsDialog::GoalsDialog(SessionNotifier& notifier, QWidget* parent, ScreenOpene
     });
     addAboutCommand(options);
 
-    connect(m_start, &QLineEdit::textEdited, this, &GoalsDialog::weightsEdited);
-    connect(m_goal, &QLineEdit::textEdited, this, &GoalsDialog::weightsEdited);
+    m_startCommit = new CommitOnLeave(m_start, [this](const QString& text) {
+        run(m_form.edit(GoalsForm::Field::StartWeight, text.toStdString()));
+    });
+    m_goalCommit = new CommitOnLeave(m_goal, [this](const QString& text) {
+        run(m_form.edit(GoalsForm::Field::GoalWeight, text.toStdString()));
+    });
     connect(m_setStart, &QPushButton::clicked, this, [this] { pickDate(true); });
     connect(m_setTarget, &QPushButton::clicked, this, [this] { pickDate(false); });
     connect(&notifier, &SessionNotifier::dataChanged, this, &GoalsDialog::redisplay);
@@ -108,21 +112,15 @@ GoalsDialog::GoalsDialog(SessionNotifier& notifier, QWidget* parent, ScreenOpene
     m_start->setFocus();
 }
 
-void GoalsDialog::weightsEdited() {
-    GoalsForm form(m_notifier->session().store().profile);
-    const Notices n =
-        form.enterWeights(m_start->text().toStdString(), m_goal->text().toStdString());
-    if (n.any()) {
-        (void)showFailure(this, m_notifier->applyAndSave(n));
-    }
+void GoalsDialog::run(const Outcome& outcome) {
+    (void)showOutcome(this, *m_notifier, outcome);
     redisplay();
 }
 
 void GoalsDialog::pickDate(bool start) {
-    Session& session = m_notifier->session();
-    UserProfile& profile = session.store().profile;
-    const CalendarDate shown = start ? profile.startDate() : profile.goalDate();
-    CalendarPickerDialog picker(session.clock(), this);
+    const GoalsView v = m_form.view();
+    const CalendarDate shown = start ? v.start : v.target;
+    CalendarPickerDialog picker(m_form.clock(), this);
     picker.setCaption(
         toQString(start ? GoalsForm::startDateCaption() : GoalsForm::targetDateCaption()));
     if (!shown.isEmpty()) {
@@ -133,26 +131,28 @@ void GoalsDialog::pickDate(bool start) {
     }
     const CalendarDate picked =
         CalendarDate::fromDmy(picker.day(), picker.month() + 1, picker.year());
-    GoalsForm form(profile);
-    const Notices n = start ? form.setStartDate(picked) : form.setTargetDate(picked);
-    if (n.any()) {
-        (void)showFailure(this, m_notifier->applyAndSave(n));
-    }
-    redisplay();
+    run(m_form.pickDate(start ? GoalsForm::Field::StartDate : GoalsForm::Field::TargetDate,
+                        picked));
 }
 
 void GoalsDialog::reset() {
-    if (!showMessage(this, GoalsForm::confirmReset())) {
+    const auto question = GoalsForm::confirmation(GoalsForm::Command::Reset);
+    if (!question || !showMessage(this, *question)) {
         return;
     }
-    Session& session = m_notifier->session();
-    GoalsForm form(session.store().profile);
-    (void)showFailure(this, m_notifier->applyAndSave(form.reset(session.clock().now())));
-    redisplay();
+    run(m_form.command(GoalsForm::Command::Reset));
+}
+
+void GoalsDialog::done(int result) {
+    // A weight still being typed is complete now.
+    m_startCommit->commitIfEdited();
+    m_goalCommit->commitIfEdited();
+    (void)showFailure(this, m_notifier->save(m_form.close()));
+    ScreenDialog::done(result);
 }
 
 void GoalsDialog::redisplay() {
-    const GoalsView v = GoalsForm(m_notifier->session().store().profile).view();
+    const GoalsView v = m_form.view();
     // The weight being typed is not rewritten under the person's fingers.
     if (!m_start->hasFocus()) {
         m_start->setText(toQString(v.startWeight));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "forms/profile/GoalsForm.h"
 #include "ui/frame/ScreenDialog.h"
 
 class QLabel;
@@ -8,16 +9,20 @@ class QPushButton;
 
 namespace nutrovex {
 
+class CommitOnLeave;
 class SessionNotifier;
 
-// The goals screen: start and goal weights in the person's units with their dates, and the goal
-// sentence under "Calorie Calculator". Every change is stored and saved at once.
+// The goals screen: a thin view of GoalsForm. A typed weight is stored and saved once it is
+// complete, a picked date at once.
 class GoalsDialog : public ScreenDialog {
     Q_OBJECT
 
 public:
     // weightChart opens the weight chart; without it "Weight Chart" stays disabled.
-    GoalsDialog(SessionNotifier& notifier, QWidget* parent, ScreenOpener weightChart = {});
+    GoalsDialog(GoalsForm form, SessionNotifier& notifier, QWidget* parent,
+                ScreenOpener weightChart = {});
+
+    void done(int result) override;
 
     [[nodiscard]] QLineEdit* startEdit() const { return m_start; }
     [[nodiscard]] QLineEdit* goalEdit() const { return m_goal; }
@@ -29,11 +34,12 @@ public:
     [[nodiscard]] QAction* weightChartAction() const { return m_weightChart; }
 
 private:
-    void weightsEdited();
+    void run(const Outcome& outcome);
     void pickDate(bool start);
     void reset();
     void redisplay();
 
+    GoalsForm m_form;
     SessionNotifier* m_notifier;
     ScreenOpener m_openWeightChart;
     QLineEdit* m_start;
@@ -46,6 +52,8 @@ private:
     QPushButton* m_setTarget;
     QLabel* m_sentence;
     QAction* m_weightChart = nullptr;
+    CommitOnLeave* m_startCommit = nullptr;
+    CommitOnLeave* m_goalCommit = nullptr;
 };
 
 }  // namespace nutrovex

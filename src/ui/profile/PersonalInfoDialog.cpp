@@ -10,10 +10,9 @@
 #include <QPushButton>
 #include <QRegularExpressionValidator>
 
-#include "calc/PersonalInfoForm.h"
 #include "core/UserProfile.h"
-#include "session/Session.h"
 #include "ui/TextConvert.h"
+#include "ui/controls/CommitOnLeave.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
 
@@ -38,8 +37,10 @@ QLabel* labelFor(const QString& text, QWidget* buddy, QWidget* parent) {
 
 }  // namespace
 
-PersonalInfoDialog::PersonalInfoDialog(SessionNotifier& notifier, QWidget* parent)
+PersonalInfoDialog::PersonalInfoDialog(PersonalInfoForm form, SessionNotifier& notifier,
+                                       QWidget* parent)
     : ScreenDialog(QStringLiteral("Personal Information"), parent),
+      m_form(std::move(form)),
       m_notifier(&notifier),
       m_name(new QLineEdit(this)),
       m_units(new QComboBox(this)),
@@ -56,20 +57,20 @@ PersonalInfoDialog::PersonalInfoDialog(SessionNotifier& notifier, QWidget* paren
     m_age->setValidator(
         new QRegularExpressionValidator(QRegularExpression(QStringLiteral("-?[0-9]{0,4}")), m_age));
 
-    auto* form = new QFormLayout;
-    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    form->addRow(labelFor(QStringLiteral("&Name:"), m_name, this), m_name);
-    form->addRow(labelFor(QStringLiteral("&Units:"), m_units, this), m_units);
+    auto* fields = new QFormLayout;
+    fields->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    fields->addRow(labelFor(QStringLiteral("&Name:"), m_name, this), m_name);
+    fields->addRow(labelFor(QStringLiteral("&Units:"), m_units, this), m_units);
     auto* height = new QHBoxLayout;
     height->addWidget(m_firstHeight, 1);
     height->addWidget(m_firstUnit);
     height->addWidget(m_secondHeight, 1);
     height->addWidget(m_secondUnit);
-    form->addRow(labelFor(QStringLiteral("&Height:"), m_firstHeight, this), height);
+    fields->addRow(labelFor(QStringLiteral("&Height:"), m_firstHeight, this), height);
     m_secondHeight->setAccessibleName(QStringLiteral("Height, inches"));
-    form->addRow(labelFor(QStringLiteral("&Age:"), m_age, this), m_age);
-    form->addRow(labelFor(QStringLiteral("&Gender:"), m_gender, this), m_gender);
-    body()->addLayout(form);
+    fields->addRow(labelFor(QStringLiteral("&Age:"), m_age, this), m_age);
+    fields->addRow(labelFor(QStringLiteral("&Gender:"), m_gender, this), m_gender);
+    body()->addLayout(fields);
     body()->addStretch(1);
 
     QMenu* resetMenu = menuBar()->addMenu(QStringLiteral("&Reset"));
@@ -78,10 +79,21 @@ PersonalInfoDialog::PersonalInfoDialog(SessionNotifier& notifier, QWidget* paren
     QMenu* options = menuBar()->addMenu(QStringLiteral("&Options"));
     addAboutCommand(options);
 
-    connect(m_name, &QLineEdit::textEdited, this, &PersonalInfoDialog::save);
-    connect(m_age, &QLineEdit::textEdited, this, &PersonalInfoDialog::save);
-    for (QComboBox* combo : {m_units, m_firstHeight, m_secondHeight, m_gender}) {
-        connect(combo, &QComboBox::activated, this, &PersonalInfoDialog::save);
+    using Field = PersonalInfoForm::Field;
+    m_nameCommit = new CommitOnLeave(m_name, [this](const QString& text) {
+        // A character the files cannot hold leaves the stored name as it was.
+        if (const std::optional<std::string> name = fromQString(text)) {
+            edit(Field::Name, text);
+        }
+    });
+    m_ageCommit = new CommitOnLeave(m_age, [this](const QString& text) { edit(Field::Age, text); });
+    const std::pair<QComboBox*, Field> lists[] = {{m_units, Field::Units},
+                                                  {m_firstHeight, Field::FirstHeight},
+                                                  {m_secondHeight, Field::SecondHeight},
+                                                  {m_gender, Field::Gender}};
+    for (const auto& [combo, field] : lists) {
+        connect(combo, &QComboBox::activated, this,
+                [this, combo, field] { edit(field, combo->currentText()); });
     }
     for (auto signal : {&SessionNotifier::dataChanged, &SessionNotifier::personalInfoReset,
                         &SessionNotifier::userChanged}) {
@@ -98,21 +110,9 @@ PersonalInfoDialog::PersonalInfoDialog(SessionNotifier& notifier, QWidget* paren
     m_name->setFocus();
 }
 
-void PersonalInfoDialog::save() {
-    UserProfile& profile = m_notifier->session().store().profile;
-    PersonalInfoForm form(profile);
-    PersonalInfoEntry entry;
-    // A character the files cannot hold leaves the stored name as it was.
-    entry.name = fromQString(m_name->text()).value_or(std::string(profile.displayName()));
-    entry.units = m_units->currentIndex();
-    entry.firstHeight = m_firstHeight->currentIndex();
-    entry.secondHeight = m_secondHeight->currentIndex();
-    entry.age = m_age->text().toStdString();
-    entry.gender = m_gender->currentIndex();
-    const Outcome outcome = form.save(entry);
-    if (outcome.notices.any()) {
-        (void)showFailure(this, m_notifier->applyAndSave(outcome.notices));
-    }
+void PersonalInfoDialog::edit(PersonalInfoForm::Field field, const QString& text) {
+    const Outcome outcome = m_form.edit(field, fromQString(text).value_or(std::string()));
+    (void)showFailure(this, m_notifier->apply(outcome));
     if (outcome.message) {
         (void)showMessage(this, *outcome.message);
         // The refused age stays as typed, selected, for the person to correct.
@@ -125,16 +125,24 @@ void PersonalInfoDialog::save() {
 }
 
 void PersonalInfoDialog::reset() {
-    if (!showMessage(this, PersonalInfoForm::confirmReset())) {
+    const auto question = PersonalInfoForm::confirmation(PersonalInfoForm::Command::Reset);
+    if (!question || !showMessage(this, *question)) {
         return;
     }
-    PersonalInfoForm form(m_notifier->session().store().profile);
-    (void)showFailure(this, m_notifier->applyAndSave(form.reset()));
+    (void)showOutcome(this, *m_notifier, m_form.command(PersonalInfoForm::Command::Reset));
     redisplay();
 }
 
+void PersonalInfoDialog::done(int result) {
+    // A name or age still being typed is complete now.
+    m_nameCommit->commitIfEdited();
+    m_ageCommit->commitIfEdited();
+    (void)showFailure(this, m_notifier->save(m_form.close()));
+    ScreenDialog::done(result);
+}
+
 void PersonalInfoDialog::redisplay(bool showAge) {
-    const PersonalInfoView v = PersonalInfoForm(m_notifier->session().store().profile).view();
+    const PersonalInfoView v = m_form.view();
     // The field being typed in keeps what the person typed.
     if (!m_name->hasFocus()) {
         m_name->setText(toQString(v.name));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "forms/profile/PersonalInfoForm.h"
 #include "ui/frame/ScreenDialog.h"
 
 class QComboBox;
@@ -8,15 +9,18 @@ class QLineEdit;
 
 namespace nutrovex {
 
+class CommitOnLeave;
 class SessionNotifier;
 
-// The personal information screen: name, units, height, age and gender. Every change is stored and
-// saved at once, and the screen shows what was stored.
+// The personal information screen: a thin view of PersonalInfoForm. A list choice is stored and
+// saved at once, a typed name or age once it is complete, and the screen shows what was stored.
 class PersonalInfoDialog : public ScreenDialog {
     Q_OBJECT
 
 public:
-    PersonalInfoDialog(SessionNotifier& notifier, QWidget* parent);
+    PersonalInfoDialog(PersonalInfoForm form, SessionNotifier& notifier, QWidget* parent);
+
+    void done(int result) override;
 
     [[nodiscard]] QLineEdit* nameEdit() const { return m_name; }
     [[nodiscard]] QComboBox* unitsCombo() const { return m_units; }
@@ -27,11 +31,12 @@ public:
     [[nodiscard]] QLabel* firstHeightUnit() const { return m_firstUnit; }
 
 private:
-    void save();
+    void edit(PersonalInfoForm::Field field, const QString& text);
     void reset();
     // showAge false keeps a refused age as typed.
     void redisplay(bool showAge = true);
 
+    PersonalInfoForm m_form;
     SessionNotifier* m_notifier;
     QLineEdit* m_name;
     QComboBox* m_units;
@@ -41,6 +46,8 @@ private:
     QLabel* m_secondUnit;
     QLineEdit* m_age;
     QComboBox* m_gender;
+    CommitOnLeave* m_nameCommit;
+    CommitOnLeave* m_ageCommit;
 };
 
 }  // namespace nutrovex

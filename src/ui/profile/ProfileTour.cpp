@@ -1,4 +1,5 @@
-#include "charts/HistoricChartForm.h"
+#include "charts/ChartSettings.h"
+#include "session/Session.h"
 #include "ui/frame/ProgramOpeners.h"
 #include "ui/frame/SessionNotifier.h"
 #include "ui/frame/Tour.h"
@@ -7,18 +8,19 @@
 
 namespace nutrovex {
 
-std::vector<TourStop> profileTourStops(SessionNotifier& notifier) {
+std::vector<TourStop> profileTourStops(Session& session, SessionNotifier& notifier) {
+    Session* s = &session;
     SessionNotifier* n = &notifier;
     return {
         {QStringLiteral("personal-information"),
-         [n](QWidget* parent) -> std::unique_ptr<QWidget> {
-             return std::make_unique<PersonalInfoDialog>(*n, parent);
+         [s, n](QWidget* parent) -> std::unique_ptr<QWidget> {
+             return std::make_unique<PersonalInfoDialog>(PersonalInfoForm(s->store().profile), *n,
+                                                         parent);
          }},
         {QStringLiteral("goals"),
-         [n](QWidget* parent) -> std::unique_ptr<QWidget> {
-             static MemoryChartSettings tourCharts;  // the tour's chart choices are its own
-             return std::make_unique<GoalsDialog>(*n, parent,
-                                                  programOpeners(*n, tourCharts).weightChart);
+         [s, n](QWidget* parent) -> std::unique_ptr<QWidget> {
+             return std::make_unique<GoalsDialog>(GoalsForm(s->store().profile, s->clock()), *n,
+                                                  parent, [](QWidget*) {});
          }},
     };
 }

@@ -2,11 +2,10 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QDir>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QProgressDialog>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
 #include <filesystem>
 #include <fstream>
@@ -14,22 +13,21 @@
 
 #include "foods/DayFoods.h"
 #include "foods/FoodCsv.h"
-#include "foods/FoodForms.h"
-#include "ui/ScreenTestSession.h"
-#include "ui/TextConvert.h"
+#include "ui/ScreenSession.h"
 #include "ui/catalogue/CFoodTreeCtrl.h"
 #include "ui/catalogue/CatalogueDialog.h"
-#include "ui/catalogue/CatalogueTour.h"
 #include "ui/catalogue/CatalogueTreeModel.h"
+#include "ui/foods/FindFoodDialog.h"
+#include "ui/foods/FoodItemDialog.h"
 
 namespace nutrovex {
 namespace {
 
 // Group 5 holds "Bagels" (Plain, Sesame) and "Cereal" (Oats).
-class CatalogueDialogTest : public test::ScreenTestSession {
+class CatalogueDialogTest : public test::ScreenSession {
 protected:
     void SetUp() override {
-        ScreenTestSession::SetUp();
+        ScreenSession::SetUp();
         FoodCatalogue& c = session.catalogue();
         const Position bagels = addCategory(c, 5, "Bagels");
         for (const char* n : {"Plain", "Sesame"}) {
@@ -49,7 +47,9 @@ protected:
     }
 
     std::unique_ptr<CatalogueDialog> open(CatalogueOpeners openers = {}) {
-        auto dialog = std::make_unique<CatalogueDialog>(notifier, nullptr, std::move(openers));
+        auto dialog = std::make_unique<CatalogueDialog>(
+            CatalogueForm(session.catalogue(), session.days(), session.foodRunState()), notifier,
+            nullptr, std::move(openers));
         dialog->setMessagePresenter(presenter());
         dialog->show();
         QApplication::setActiveWindow(dialog.get());
@@ -70,13 +70,19 @@ protected:
         return qobject_cast<QLineEdit*>(QApplication::focusWidget());
     }
 
+    // The catalogue file as it is on disk now.
+    std::string savedBytes() {
+        std::ifstream saved(session.catalogue().filePath, std::ios::binary);
+        return {std::istreambuf_iterator<char>(saved), std::istreambuf_iterator<char>()};
+    }
+
     int categoryRows(CFoodTreeCtrl& tree, int group) {
         auto* model = static_cast<CatalogueTreeModel*>(tree.model());
         return model->rowCount(model->indexOf(TreePlace::ofGroup(group)));
     }
 };
 
-TEST_F(CatalogueDialogTest, ADuplicateNameInPlaceIsRefusedTheEditorReopensAndOkSaves) {
+TEST_F(CatalogueDialogTest, ADuplicateNameIsRefusedTheEditorReopensAndTheRenameIsSavedAtOnce) {
     auto dialog = open();
     CFoodTreeCtrl& tree = *dialog->tree();
     tree.selectPlace(TreePlace::ofFood(5, 0, 0));  // "Plain"
@@ -107,21 +113,21 @@ TEST_F(CatalogueDialogTest, ADuplicateNameInPlaceIsRefusedTheEditorReopensAndOkS
     EXPECT_EQ(tree.currentIndex().data().toString(), QStringLiteral("Zesty"));
     EXPECT_EQ(tree.model()->index(0, 0, tree.currentIndex().parent()).data().toString(),
               QStringLiteral("Sesame"));
-    EXPECT_TRUE(session.catalogueModified());
 
-    // Closing the screen saves the catalogue.
+    // The rename is on disk while the screen is still open, as every other screen's changes are.
+    EXPECT_FALSE(session.catalogueModified());
+    const std::string bytes = savedBytes();
+    EXPECT_NE(bytes.find("Zesty"), std::string::npos);
+    EXPECT_EQ(bytes.find("Plain"), std::string::npos);
+
+    // OK closes the screen and has nothing left to write.
     for (QPushButton* b : dialog->findChildren<QPushButton*>()) {
         if (b->text() == QStringLiteral("OK")) {
             QTest::mouseClick(b, Qt::LeftButton);
         }
     }
     EXPECT_FALSE(dialog->isVisible());
-    EXPECT_FALSE(session.catalogueModified());
-    std::ifstream saved(session.catalogue().filePath, std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(saved)),
-                            std::istreambuf_iterator<char>());
-    EXPECT_NE(bytes.find("Zesty"), std::string::npos);
-    EXPECT_EQ(bytes.find("Plain"), std::string::npos);
+    EXPECT_EQ(savedBytes(), bytes);
 }
 
 TEST_F(CatalogueDialogTest, APastedCategoryInAGroupThatHasItsNameBecomesName1) {
@@ -147,7 +153,8 @@ TEST_F(CatalogueDialogTest, APastedCategoryInAGroupThatHasItsNameBecomesName1) {
     EXPECT_EQ(categoryRows(tree, 5), 3);
     tree.expand(tree.currentIndex());
     EXPECT_EQ(tree.model()->rowCount(tree.currentIndex()), 2);  // its foods came along
-    EXPECT_TRUE(session.catalogueModified());
+    EXPECT_FALSE(session.catalogueModified());                  // saved at once
+    EXPECT_NE(savedBytes().find("Bagels1"), std::string::npos);
 
     // Cut from the menu removes the node; the group's node is selected in its place.
     tree.selectPlace(TreePlace::ofCategory(5, 1));
@@ -157,17 +164,15 @@ TEST_F(CatalogueDialogTest, APastedCategoryInAGroupThatHasItsNameBecomesName1) {
 }
 
 TEST_F(CatalogueDialogTest, EnterOnAFoodLogsItIntoTodayAndTheFoodGridSelectsIt) {
-    const FoodLogView view{kAllFoodsGroup, kSortByMeal, 0};
-    std::vector<Position> gridSelections;
-    CatalogueOpeners openers;
-    openers.insertFood = [&](QWidget*, const TreePlace& p) -> std::optional<Position> {
-        FoodItemForm form = FoodItemForm::insertIntoDay(session.catalogue(), p.group, p.category,
-                                                        p.food, session.days(), view);
-        const FormResult result = form.accept();
-        (void)notifier.apply(result.notices);
-        return result.done() ? std::optional<Position>(result.position) : std::nullopt;
+    struct Shown {
+        int group;
+        Position presented;
     };
-    openers.selectInFoodGrid = [&](Position at) { gridSelections.push_back(at); };
+    std::vector<Shown> shown;
+    CatalogueOpeners openers;
+    openers.showLogged = [&](QWidget*, int group, Position presented) {
+        shown.push_back({group, presented});
+    };
     auto dialog = open(std::move(openers));
     CFoodTreeCtrl& tree = *dialog->tree();
 
@@ -176,18 +181,29 @@ TEST_F(CatalogueDialogTest, EnterOnAFoodLogsItIntoTodayAndTheFoodGridSelectsIt) 
     QTest::keyClick(&tree, Qt::Key_Return);
     EXPECT_EQ(session.days().currentRecord(), nullptr);
 
+    // On a food it opens the food's screen; OK there logs one serving into today.
+    bool asked = false;
+    test::whenModal<FoodItemDialog>([&asked](FoodItemDialog* food) {
+        asked = true;
+        QTest::mouseClick(food->okButton(), Qt::LeftButton);
+    });
     tree.selectPlace(TreePlace::ofFood(5, 0, 1));
     QTest::keyClick(&tree, Qt::Key_Return);
+    EXPECT_TRUE(asked);
     const DayRecord* today = session.days().currentRecord();
     ASSERT_NE(today, nullptr);
-    ASSERT_EQ(gridSelections.size(), 1u);
-    const FoodItem* logged =
-        presentedFood(*today, kAllFoodsGroup, view.sortMode, gridSelections.front());
+    ASSERT_EQ(shown.size(), 1u);
+    const FoodItem* logged = presentedFood(
+        *today, shown.front().group, session.foodRunState().view.sortMode, shown.front().presented);
     ASSERT_NE(logged, nullptr);
     EXPECT_EQ(logged->name.view(), "Sesame");
     EXPECT_EQ(today->group(5).size(), 1u);
+    EXPECT_EQ(dialog->focusWidget(), &tree);
+
+    // The day is saved when the screen closes.
     EXPECT_TRUE(session.userDataModified());
-    EXPECT_TRUE(tree.hasFocus());
+    QTest::keyClick(&tree, Qt::Key_Escape);
+    EXPECT_FALSE(session.userDataModified());
 }
 
 TEST_F(CatalogueDialogTest, ImportingTenThousandFoodsShowsProgressAndACancelLeavesTheCatalogue) {
@@ -233,7 +249,7 @@ TEST_F(CatalogueDialogTest, ImportingTenThousandFoodsShowsProgressAndACancelLeav
               std::vector<std::string>{"10000 food items and 100 categories imported."});
     EXPECT_EQ(categoryRows(*dialog->tree(), 6), 100);
     EXPECT_EQ(session.catalogue().foodCount(), 10003u);
-    EXPECT_TRUE(session.catalogueModified());
+    EXPECT_FALSE(session.catalogueModified());  // saved at once
 }
 
 TEST_F(CatalogueDialogTest, TheScreenIsWorkedWithTheKeyboardAlone) {
@@ -266,9 +282,15 @@ TEST_F(CatalogueDialogTest, TheScreenIsWorkedWithTheKeyboardAlone) {
     EXPECT_EQ(messages.back().text, "No matching food items found.");
     static_cast<QLineEdit*>(find)->clear();
     QTest::keyClicks(find, QStringLiteral("SES"));
+    // The found foods are listed in the find screen; OK there selects the chosen one.
+    test::whenModal<FindFoodDialog>([](FindFoodDialog* found) {
+        EXPECT_EQ(found->results()->count(), 1);
+        found->results()->setCurrentRow(0);
+        QTest::keyClick(found->results(), Qt::Key_Return);
+    });
     QTest::keyClick(find, Qt::Key_Return);
     EXPECT_EQ(tree.currentPlace(), TreePlace::ofFood(5, 0, 1));
-    EXPECT_TRUE(tree.hasFocus());
+    EXPECT_EQ(dialog->focusWidget(), &tree);  // has it once the screen is active again
 
     // Delete asks about the food: No keeps it, Yes deletes it and selects its category.
     answer = false;
@@ -280,21 +302,9 @@ TEST_F(CatalogueDialogTest, TheScreenIsWorkedWithTheKeyboardAlone) {
     EXPECT_EQ(session.catalogue().groups[5][0].foods.size(), 1u);
     EXPECT_EQ(tree.currentPlace(), TreePlace::ofCategory(5, 0));
 
-    // Escape leaves the screen, and the change is saved.
+    EXPECT_FALSE(session.catalogueModified());  // saved at once
     QTest::keyClick(&tree, Qt::Key_Escape);
     EXPECT_FALSE(dialog->isVisible());
-    EXPECT_FALSE(session.catalogueModified());
-}
-
-TEST_F(CatalogueDialogTest, TheTourOpensTheScreenOnAFood) {
-    // $NUTROVEX_SCREENSHOT_DIR keeps the pictures for a person to look at.
-    QTemporaryDir temporary;
-    ASSERT_TRUE(temporary.isValid());
-    const QString kept = qEnvironmentVariable("NUTROVEX_SCREENSHOT_DIR");
-    const QDir out(kept.isEmpty() ? temporary.path() : kept);
-    EXPECT_TRUE(runTour(out.path(), catalogueTourStops(notifier), nullptr).isEmpty());
-    EXPECT_TRUE(QFile::exists(out.filePath(QStringLiteral("catalogue.png"))));
-    EXPECT_TRUE(QFile::exists(out.filePath(QStringLiteral("catalogue@2x.png"))));
 }
 
 }  // namespace

@@ -74,7 +74,8 @@ TEST_F(BodyMassChartScreen, MissingHeightShowsTheMessageAndOpensNothing) {
         shown = box->windowTitle() + QStringLiteral(": ") + box->text();
         box->button(QMessageBox::Ok)->click();
     });
-    EXPECT_FALSE(BodyMassChartDialog::openChecked(notifier, nullptr));
+    EXPECT_FALSE(
+        BodyMassChartDialog::openChecked(BodyMassChartForm(session.days()), notifier, nullptr));
     EXPECT_EQ(shown, QStringLiteral("Weight Chart: Could not plot one or more data points due to "
                                     "missing height or weight information."));
 }
@@ -93,13 +94,14 @@ TEST_F(BodyMassChartScreen, OpensFromTheCommandAndClosesWithOk) {
             dialog->reject();
         }
     });
-    EXPECT_TRUE(BodyMassChartDialog::openChecked(notifier, nullptr));
+    EXPECT_TRUE(
+        BodyMassChartDialog::openChecked(BodyMassChartForm(session.days()), notifier, nullptr));
     EXPECT_TRUE(sawChart);
 }
 
 TEST_F(BodyMassChartScreen, TheLegendAndTheCurrentWeightFollowTheData) {
     prepare(220.0f);
-    BodyMassChartDialog dialog(notifier, nullptr);
+    BodyMassChartDialog dialog(BodyMassChartForm(session.days()), notifier, nullptr);
     dialog.show();
     QApplication::processEvents();
     test::saveScreenshot(dialog, QStringLiteral("body-mass-chart"));

@@ -7,48 +7,31 @@
 #include <QWidget>
 #include <memory>
 
-#include "TempDir.h"
 #include "calc/Bmr.h"
 #include "core/DayRecord.h"
-#include "session/Session.h"
-#include "ui/frame/SessionNotifier.h"
+#include "ui/ScreenSession.h"
 
 namespace nutrovex::test {
 
-// A running session on a fresh root with "Zerbu" open, weighed in through the engine.
-class ChartScreenFixture : public ::testing::Test {
+// A running session on a fresh root with "Zerbu" open on 21 November 2002, weighed in through
+// the engine.
+class ChartScreenFixture : public ScreenSession {
 protected:
-    void SetUp() override {
-        std::string reason;
-        ASSERT_EQ(session.start(reason), Session::Start::Running) << reason;
-        (void)session.initialLoad();
-        ASSERT_TRUE(session.userOpen());
-    }
+    ChartScreenFixture() : ScreenSession(at(21, 11, 2002)) {}
 
     // Weighs in on a day (made when missing) and tells every open screen.
     void weigh(int d, int m, int y, float pounds) {
         UserStore& store = session.store();
         const CalendarDate date = CalendarDate::fromDmy(d, m, y);
-        Position at = store.findDay(date);
-        if (at == kNoPosition) {
-            at = store.insertDay(std::make_unique<DayRecord>(date));
+        Position day = store.findDay(date);
+        if (day == kNoPosition) {
+            day = store.insertDay(std::make_unique<DayRecord>(date));
         }
-        setDayWeight(store.dayAt(at), pounds, store.profile);
+        setDayWeight(store.dayAt(day), pounds, store.profile);
         announce();
     }
 
-    void announce() {
-        Notices n;
-        n.userData = true;
-        n.dataChanged = true;
-        (void)notifier.apply(n);
-    }
-
-    TempDir dir;
-    FixedClock clock{CalendarDate::fromDmy(21, 11, 2002)};
-    MemorySettings settings;
-    Session session{dir.path(), clock, settings, {}};
-    SessionNotifier notifier{session};
+    void announce() { (void)notifier.apply(Notices{.userData = true, .dataChanged = true}); }
 };
 
 // The painted widget, at its current size.

@@ -9,7 +9,7 @@
 #include <QTest>
 #include <algorithm>
 
-#include "charts/HistoricChartForm.h"
+#include "forms/charts/HistoricChartForm.h"
 #include "render/ChartPainter.h"
 #include "ui/Screenshot.h"
 #include "ui/charts/ChartScreenFixture.h"
@@ -90,7 +90,8 @@ int rowRuns(const QImage& image, int fromX, int toX, int fromY, int toY, Test te
 class HistoricChartScreen : public test::ChartScreenFixture {
 protected:
     std::unique_ptr<HistoricChartDialog> open() {
-        auto dialog = std::make_unique<HistoricChartDialog>(notifier, nullptr, chartSettings);
+        auto dialog = std::make_unique<HistoricChartDialog>(
+            HistoricChartForm(session.days(), chartSettings), notifier, nullptr);
         dialog->show();
         QApplication::processEvents();
         return dialog;
@@ -166,78 +167,6 @@ TEST_F(HistoricChartScreen, From150To182ThirteenLinesElevenLabelsAndTheWeightLin
     EXPECT_EQ(rowRuns(image, plot.right - 3, plot.right - 3, plot.top, plot.bottom, isLine), 1);
     const int middle = (plot.left + plot.right) / 2;
     EXPECT_EQ(rowRuns(image, middle, middle, plot.top, plot.bottom, isLine), 1);
-}
-
-TEST_F(HistoricChartScreen, OnePointShowsTheMessageBoxInsteadOfAChart) {
-    weigh(16, 5, 2002, 150.0f);
-    weigh(2, 5, 2002, 5.0f);  // too light to count
-    const auto dialog = open();
-    HistoricChartWidget& chart = *dialog->chart();
-    const QImage image = paintedImage(chart);
-    const ChartColours colours = chartColours(chart.palette());
-    const FoundPlot plot = findPlot(image, colours.ink);
-
-    // Across the middle: the plot's frame, then the message box's frame 20 pixels further in,
-    // and no grid or weight line anywhere.
-    const int row = plot.top + (plot.bottom + 25 - plot.top) / 2;
-    std::vector<int> inkAt;
-    for (int x = 0; x < image.width(); ++x) {
-        if (sameColour(image.pixel(x, row), colours.ink) &&
-            (x == 0 || !sameColour(image.pixel(x - 1, row), colours.ink))) {
-            inkAt.push_back(x);
-        }
-    }
-    ASSERT_GE(inkAt.size(), 2u);
-    EXPECT_EQ(inkAt[0], plot.left);
-    EXPECT_EQ(inkAt[1], plot.left + 20);
-    EXPECT_EQ(fullRows(image, plot, colours.grid), 0);
-    EXPECT_EQ(countColour(image, colours.line), 0);
-    // Its words are inside the box.
-    int inkInside = 0;
-    for (int y = plot.top + 1; y < plot.bottom; ++y) {
-        for (int x = plot.left + 22; x < plot.right - 22; ++x) {
-            inkInside += sameColour(image.pixel(x, y), colours.face) ? 0 : 1;
-        }
-    }
-    EXPECT_GT(inkInside, 200);
-
-    // A second weigh-in arriving while the screen is open draws the chart.
-    weigh(10, 5, 2002, 151.0f);
-    EXPECT_EQ(fullRows(paintedImage(chart), plot, colours.grid), 2);  // the 150 and 151 lines
-}
-
-TEST_F(HistoricChartScreen, ReferenceLinesShowOnlyInsideThePlot) {
-    weigh(2, 5, 2002, 150.0f);
-    weigh(16, 5, 2002, 182.0f);
-    session.store().profile.setGoalWeight(120.0f);  // below the scale
-    session.store().profile.setStartWeight(181.0f);
-    announce();
-    chartSettings.setSpan(1);
-    const auto dialog = open();
-    HistoricChartWidget& chart = *dialog->chart();
-    const ChartColours colours = chartColours(chart.palette());
-    QImage image = paintedImage(chart);
-    EXPECT_EQ(countColour(image, colours.goal), 0);
-    // The start line: a dashed row of ink across the plot, near its top.
-    const FoundPlot plot = findPlot(image, colours.ink);
-    int dashedRows = 0;
-    for (int y = plot.top + 1; y < plot.bottom; ++y) {
-        int ink = 0;
-        for (int x = plot.left + 1; x < plot.right; ++x) {
-            ink += sameColour(image.pixel(x, y), colours.ink) ? 1 : 0;
-        }
-        const int width = plot.right - plot.left - 1;
-        dashedRows += (ink > width / 3 && ink < width) ? 1 : 0;
-        if (ink > width / 3 && ink < width) {
-            EXPECT_LT(y - plot.top, (plot.bottom - plot.top) / 6) << y;
-        }
-    }
-    EXPECT_EQ(dashedRows, 1);
-
-    session.store().profile.setGoalWeight(165.0f);
-    announce();
-    image = paintedImage(chart);
-    EXPECT_GT(countColour(image, colours.goal), (plot.right - plot.left) / 3);
 }
 
 TEST_F(HistoricChartScreen, TheTrendCheckBoxDrawsTheSmoothedLineAndItsWeeklyRate) {

@@ -11,7 +11,7 @@ namespace nutrovex {
 namespace {
 
 // A form with the numeric field and another field to move the focus to.
-class NumericForm : public ::testing::Test {
+class NumericEditScreen : public ::testing::Test {
 protected:
     QWidget form;
     NumericEdit* edit = new NumericEdit(&form);
@@ -37,7 +37,7 @@ protected:
     }
 };
 
-TEST_F(NumericForm, TypingKeepsOnlyWhatANumberCanHold) {
+TEST_F(NumericEditScreen, TypingKeepsOnlyWhatANumberCanHold) {
     edit->setRange(-1000, 1000);
     enter();
     EXPECT_EQ(edit->selectedText(), QStringLiteral("1.00"));
@@ -61,7 +61,7 @@ TEST_F(NumericForm, TypingKeepsOnlyWhatANumberCanHold) {
     EXPECT_TRUE(edit->hasValue());
 }
 
-TEST_F(NumericForm, FocusShowsTheBareNumberAndLeavingDecoratesIt) {
+TEST_F(NumericEditScreen, FocusShowsTheBareNumberAndLeavingDecoratesIt) {
     edit->setRange(0, 1e7);
     edit->setPrefix(QStringLiteral("$"));
     edit->setFormat(2, true);
@@ -75,7 +75,7 @@ TEST_F(NumericForm, FocusShowsTheBareNumberAndLeavingDecoratesIt) {
     EXPECT_EQ(edit->value(), 1e7);
 }
 
-TEST_F(NumericForm, AnEmptiedFieldHasNoValue) {
+TEST_F(NumericEditScreen, AnEmptiedFieldHasNoValue) {
     enter();
     QTest::keyClick(edit, Qt::Key_Delete);
     EXPECT_TRUE(edit->text().isEmpty());
@@ -87,7 +87,7 @@ TEST_F(NumericForm, AnEmptiedFieldHasNoValue) {
     EXPECT_EQ(edit->text(), QStringLiteral("0.00"));  // no value: the text stays as it is
 }
 
-TEST_F(NumericForm, CommitReadsTheTextWhileFocused) {
+TEST_F(NumericEditScreen, CommitReadsTheTextWhileFocused) {
     enter();
     QTest::keyClicks(edit, QStringLiteral("1234.567"));
     edit->commit();

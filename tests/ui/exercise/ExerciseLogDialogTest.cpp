@@ -2,33 +2,30 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QDir>
-#include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
 
-#include "logbook/ExerciseLog.h"
-#include "logbook/WeighIn.h"
-#include "ui/ScreenTestSession.h"
+#include "forms/exercise/ExerciseLogForm.h"
+#include "forms/logbook/WeighInForm.h"
+#include "ui/ScreenSession.h"
 #include "ui/exercise/EditExerciseDialog.h"
 #include "ui/exercise/ExerciseLogDialog.h"
 #include "ui/exercise/ExercisePicker.h"
-#include "ui/exercise/ExerciseTour.h"
 
 namespace nutrovex {
 namespace {
 
-class ExerciseLogDialogTest : public test::ScreenTestSession {
+class ExerciseLogDialogTest : public test::ScreenSession {
 protected:
     void weigh(const char* pounds) {
-        WeighIn weighIn(session.days());
-        ASSERT_TRUE(notifier.apply(weighIn.weightEdited(pounds)).ok());
+        WeighInForm weighIn(session.days());
+        ASSERT_TRUE(notifier.apply(weighIn.edit(WeighInForm::Field::Weight, pounds)).ok());
     }
 
     std::unique_ptr<ExerciseLogDialog> open() {
-        auto dialog = std::make_unique<ExerciseLogDialog>(notifier, nullptr);
+        auto dialog = std::make_unique<ExerciseLogDialog>(
+            ExerciseLogForm(session.days(), session.exerciseClipboard()), notifier, nullptr);
         dialog->setMessagePresenter(presenter());
         dialog->show();
         QApplication::setActiveWindow(dialog.get());
@@ -103,55 +100,6 @@ TEST_F(ExerciseLogDialogTest, HalfAnHourOfRunningAtSixMphAt150PoundsIs360Calorie
     EXPECT_FALSE(p.variantCombo()->isEnabled());
 }
 
-TEST_F(ExerciseLogDialogTest, AUserDefinedExerciseIsLoggedWithTypedCalories) {
-    weigh("150");
-    auto dialog = open();
-    ExercisePicker& p = *dialog->picker();
-    choose(p.typeCombo(), "User Defined Exercise");
-    EXPECT_FALSE(p.variantCombo()->isVisibleTo(dialog.get()));
-    EXPECT_FALSE(p.subVariantCombo()->isVisibleTo(dialog.get()));
-    EXPECT_TRUE(p.nameEdit()->isVisibleTo(dialog.get()));
-    type(p.nameEdit(), "Rowing machine");
-    type(p.minutesEdit(), "20");
-    EXPECT_FALSE(p.caloriesButton()->isEnabled());  // the person types the calories
-    EXPECT_FALSE(dialog->logButton()->isEnabled());
-
-    // Zero calories are refused with the screen's message; nothing is logged.
-    type(p.caloriesEdit(), "0");
-    QTest::mouseClick(dialog->logButton(), Qt::LeftButton);
-    EXPECT_EQ(messageTexts(),
-              std::vector<std::string>{"Please specify exercise time and calculate calories"});
-    EXPECT_EQ(messages.back().caption, "Exercise Log");
-    EXPECT_TRUE(todays().empty());
-
-    type(p.caloriesEdit(), "150");
-    QTest::mouseClick(dialog->logButton(), Qt::LeftButton);
-    ASSERT_EQ(todays().size(), 1u);
-    EXPECT_EQ(todays()[0].name.view(), "Rowing machine");
-    EXPECT_EQ(todays()[0].calories, 150);
-    EXPECT_EQ(todays()[0].type, kUserDefinedExercise);
-}
-
-TEST_F(ExerciseLogDialogTest, CaloriesOnADayWithoutWeightAsksForTheWeight) {
-    auto dialog = open();
-    ExercisePicker& p = *dialog->picker();
-    choose(p.typeCombo(), "Running");
-    type(p.minutesEdit(), "30");
-    QTest::mouseClick(p.caloriesButton(), Qt::LeftButton);
-    ASSERT_EQ(messageTexts(), std::vector<std::string>{
-                                  "You must enter your weight before calories can be calculated."});
-    EXPECT_EQ(messages.back().caption, "Calories");
-    EXPECT_TRUE(p.caloriesEdit()->text().isEmpty());
-    EXPECT_EQ(session.days().currentRecord(), nullptr);
-
-    // With a weight but no time typed, the time is asked for.
-    weigh("150");
-    type(p.minutesEdit(), "0");
-    QTest::mouseClick(p.caloriesButton(), Qt::LeftButton);
-    EXPECT_EQ(messages.back().text,
-              "You must enter an exercise time before calories can be calculated.");
-}
-
 TEST_F(ExerciseLogDialogTest, TheGridCopiesPastesDeletesAndEditsItsExercises) {
     weigh("150");
     auto dialog = open();
@@ -169,8 +117,8 @@ TEST_F(ExerciseLogDialogTest, TheGridCopiesPastesDeletesAndEditsItsExercises) {
     EXPECT_EQ(todays()[2].name.view(), "Rowing");
 
     // Edit the pasted row through "Edit Exercise": 45 minutes, 200 calories.
-    dialog->setEditRunner([&](Position row) {
-        EditExerciseDialog edit(notifier, dialog.get(), row);
+    dialog->setEditRunner([&](EditExerciseForm form) {
+        EditExerciseDialog edit(std::move(form), notifier, dialog.get());
         edit.show();
         EXPECT_EQ(edit.windowTitle(), QStringLiteral("Edit Exercise"));
         EXPECT_EQ(edit.picker()->nameEdit()->text(), QStringLiteral("Rowing"));
@@ -234,27 +182,6 @@ TEST_F(ExerciseLogDialogTest, TheScreenIsWorkedWithTheKeyboardAlone) {
     EXPECT_TRUE(tabTo(dialog->grid()));
     QTest::keyClick(dialog->grid(), Qt::Key_Escape);
     EXPECT_FALSE(dialog->isVisible());
-}
-
-TEST_F(ExerciseLogDialogTest, TheTourShowsTheLogAndTheEditScreen) {
-    weigh("150");
-    ExerciseLog log(session.days(), session.exerciseClipboard());
-    log.form.chooseType(15);
-    log.form.minutes = "30";
-    ASSERT_FALSE(log.calories());
-    ASSERT_TRUE(notifier.apply(log.log().notices).ok());
-
-    // $NUTROVEX_SCREENSHOT_DIR keeps the pictures for a person to look at.
-    QTemporaryDir temporary;
-    ASSERT_TRUE(temporary.isValid());
-    const QString kept = qEnvironmentVariable("NUTROVEX_SCREENSHOT_DIR");
-    const QDir out(kept.isEmpty() ? temporary.path() : kept);
-    EXPECT_TRUE(runTour(out.path(), exerciseTourStops(notifier), nullptr).isEmpty());
-    for (const char* name :
-         {"exercise-log", "exercise-log@2x", "edit-exercise", "edit-exercise@2x"}) {
-        EXPECT_TRUE(QFile::exists(out.filePath(QString::fromLatin1(name) + QStringLiteral(".png"))))
-            << name;
-    }
 }
 
 }  // namespace

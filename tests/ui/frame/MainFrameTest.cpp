@@ -1,45 +1,49 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
-#include <QDir>
-#include <QImage>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QPushButton>
 #include <QSet>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <fstream>
 
+#include "charts/ChartSettings.h"
 #include "core/UserProfile.h"
 #include "storage/UserStorage.h"
-#include "ui/ScreenFixture.h"
+#include "ui/ScreenSession.h"
 #include "ui/frame/CMainFrame.h"
 #include "ui/frame/CNutrovexView.h"
-#include "ui/frame/FrameTour.h"
 #include "ui/frame/HelpDialog.h"
+#include "ui/frame/ProgramOpeners.h"
 #include "ui/frame/UsersDialog.h"
 #include "ui/profile/GoalsDialog.h"
 #include "ui/profile/PersonalInfoDialog.h"
 
 namespace nutrovex {
-
-std::vector<TourStop> profileTourStops(SessionNotifier& notifier);
-
 namespace {
 
 namespace fs = std::filesystem;
-using namespace Qt::StringLiterals;
 using test::answerMessage;
 using test::SeenMessage;
 using test::whenModal;
 
-class MainFrameTest : public ::testing::Test, public test::ScreenFixture {
+// The program's main window, before its start-up load.
+class MainFrameTest : public test::ScreenSession {
 protected:
-    void SetUp() override { ASSERT_TRUE(started()); }
+    MainFrameTest() : ScreenSession(at(25, 9, 2002), false) {}
+
+    std::unique_ptr<CMainFrame> frame(FrameOpeners openers = {}) {
+        auto window =
+            std::make_unique<CMainFrame>(MainFrameForm(session), notifier, std::move(openers));
+        window->show();
+        return window;
+    }
+
+    MemoryChartSettings charts;
 };
 
 // Walks the screen with Tab from its focused control until the focus comes back, and checks
@@ -76,39 +80,29 @@ void tabTo(QWidget& screen, QWidget* control) {
 }
 
 TEST_F(MainFrameTest, AFirstStartOnAnEmptyRootCreatesTheDefaultUser) {
-    CMainFrame frame(notifier(), {});
-    frame.show();
-    EXPECT_TRUE(frame.initialLoad());
-    EXPECT_EQ(session().openUserName(), "Zerbu");
-    EXPECT_TRUE(fs::is_directory(root() / "Users" / "Zerbu"));
-    EXPECT_TRUE(fs::exists(root() / "Users" / "Users.udb"));
-    EXPECT_EQ(frame.windowTitle(), QStringLiteral("Nutrovex - Zerbu"));
-    EXPECT_EQ(settings().currentUserName(), "Zerbu");
-    EXPECT_EQ(frame.saveUserAction()->statusTip(), QStringLiteral("Saves the current User"));
-    // The logbook is not part of this window unless it is given one to open.
-    EXPECT_FALSE(frame.view()->stepButton(3)->isEnabled());
-}
-
-TEST_F(MainFrameTest, TheMainMenuOpensTheLogbookThroughItsOpener) {
     int opened = 0;
     FrameOpeners openers;
     openers.logbook = [&opened](QWidget*) { ++opened; };
-    CMainFrame frame(notifier(), openers);
-    frame.show();
-    ASSERT_TRUE(frame.initialLoad());
-    ASSERT_TRUE(frame.view()->stepButton(3)->isEnabled());
-    frame.view()->stepButton(3)->click();
+    const auto window = frame(openers);
+    EXPECT_TRUE(window->initialLoad());
+    EXPECT_EQ(session.openUserName(), "Zerbu");
+    EXPECT_TRUE(fs::is_directory(root() / "Users" / "Zerbu"));
+    EXPECT_TRUE(fs::exists(root() / "Users" / "Users.udb"));
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Nutrovex - Zerbu"));
+    EXPECT_EQ(settings.currentUserName(), "Zerbu");
+    // A step opens through its opener; one the window was not given stays disabled.
+    window->view()->stepButton(3)->click();
     EXPECT_EQ(opened, 1);
+    EXPECT_FALSE(window->view()->stepButton(0)->isEnabled());
 }
 
 TEST_F(MainFrameTest, StartUpReturnsToTheRememberedUser) {
-    ASSERT_TRUE(session().initialLoad());
-    ASSERT_TRUE(session().addUser("Ann"));
-    CMainFrame frame(notifier(), {});
-    frame.show();
-    EXPECT_TRUE(frame.initialLoad());
-    EXPECT_EQ(session().openUserName(), "Ann");
-    EXPECT_EQ(frame.windowTitle(), QStringLiteral("Nutrovex - Ann"));
+    ASSERT_TRUE(session.initialLoad());
+    ASSERT_TRUE(session.addUser("Ann"));
+    const auto window = frame();
+    EXPECT_TRUE(window->initialLoad());
+    EXPECT_EQ(session.openUserName(), "Ann");
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Nutrovex - Ann"));
 }
 
 TEST_F(MainFrameTest, ASecondCopyOnTheSameRootEndsAtOnceWithSuccess) {
@@ -125,26 +119,24 @@ TEST_F(MainFrameTest, ASecondCopyOnTheSameRootEndsAtOnceWithSuccess) {
 }
 
 TEST_F(MainFrameTest, ChangesAreSavedWhenTheWindowCloses) {
-    CMainFrame frame(notifier(), {});
-    frame.show();
-    ASSERT_TRUE(frame.initialLoad());
-    session().store().profile.setAge(52);
-    (void)notifier().apply({.userData = true});
-    EXPECT_TRUE(frame.close());
+    const auto window = frame();
+    ASSERT_TRUE(window->initialLoad());
+    session.store().profile.setAge(52);
+    (void)notifier.apply(Notices{.userData = true});
+    EXPECT_TRUE(window->close());
 
-    UserStore saved(clock());
-    saved.dataFilePath = session().store().dataFilePath;
+    UserStore saved(clock);
+    saved.dataFilePath = userFile();
     ASSERT_TRUE(loadUser(saved));
     EXPECT_EQ(saved.profile.age(), 52);
-    EXPECT_FALSE(session().userDataModified());
+    EXPECT_FALSE(session.userDataModified());
 }
 
 TEST_F(MainFrameTest, AFailedSaveOnClosingAsksBeforeQuitting) {
-    CMainFrame frame(notifier(), {});
-    frame.show();
-    ASSERT_TRUE(frame.initialLoad());
-    session().store().profile.setAge(52);
-    (void)notifier().apply({.userData = true});
+    const auto window = frame();
+    ASSERT_TRUE(window->initialLoad());
+    session.store().profile.setAge(52);
+    (void)notifier.apply(Notices{.userData = true});
     // The user's folder is gone and a file stands in its place: nothing can be written there.
     const fs::path folder = root() / "Users" / "Zerbu";
     fs::remove_all(folder);
@@ -152,18 +144,18 @@ TEST_F(MainFrameTest, AFailedSaveOnClosingAsksBeforeQuitting) {
 
     SeenMessage seen;
     answerMessage(QMessageBox::No, &seen);
-    EXPECT_FALSE(frame.close());
-    EXPECT_TRUE(frame.isVisible());
+    EXPECT_FALSE(window->close());
+    EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(seen.icon, QMessageBox::Question);
     EXPECT_TRUE(seen.text.contains(QStringLiteral("UserDB.ddb"))) << seen.text.toStdString();
 
     answerMessage(QMessageBox::Yes);
-    EXPECT_TRUE(frame.close());
+    EXPECT_TRUE(window->close());
 }
 
 TEST_F(MainFrameTest, EveryScreenIsReachedUsedAndLeftWithTheKeyboard) {
-    CMainFrame frame(notifier(), {});
-    frame.show();
+    const auto window = frame(programOpeners(session, notifier, charts));
+    CMainFrame& frame = *window;
     frame.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
     ASSERT_TRUE(frame.initialLoad());
@@ -200,7 +192,7 @@ TEST_F(MainFrameTest, EveryScreenIsReachedUsedAndLeftWithTheKeyboard) {
     QTest::keyClick(frame.view()->stepButton(0), Qt::Key_Tab);
     QTest::keyClick(frame.view()->stepButton(1), Qt::Key_Space);
     EXPECT_TRUE(named);
-    EXPECT_EQ(session().store().profile.displayName(), "Ann");
+    EXPECT_EQ(session.store().profile.displayName(), "Ann");
 
     // Step 3: goals; type a start weight.
     bool weighed = false;
@@ -214,7 +206,7 @@ TEST_F(MainFrameTest, EveryScreenIsReachedUsedAndLeftWithTheKeyboard) {
     QTest::keyClick(frame.view()->stepButton(1), Qt::Key_Tab);
     QTest::keyClick(frame.view()->stepButton(2), Qt::Key_Space);
     EXPECT_TRUE(weighed);
-    EXPECT_EQ(session().store().profile.startWeight(), 180.0f);
+    EXPECT_EQ(session.store().profile.startWeight(), 180.0f);
 
     // The users screen, from the Options menu.
     bool listed = false;
@@ -226,31 +218,6 @@ TEST_F(MainFrameTest, EveryScreenIsReachedUsedAndLeftWithTheKeyboard) {
     frame.usersAction()->trigger();
     EXPECT_TRUE(listed);
     EXPECT_TRUE(frame.isVisible());
-}
-
-// The other areas' screens need foods and days to show; their own tests run their stops.
-TEST_F(MainFrameTest, TheTourSavesTheMainWindowsAndProfileScreens) {
-    ASSERT_TRUE(session().initialLoad());
-    QTemporaryDir out;
-    ASSERT_TRUE(out.isValid());
-    CMainFrame frame(notifier(), {});
-    frame.show();
-
-    std::vector<TourStop> stops = frameTourStops(notifier());
-    for (TourStop& stop : profileTourStops(notifier())) {
-        stops.push_back(std::move(stop));
-    }
-    const QStringList failures = runTour(out.path(), stops, &frame);
-    EXPECT_TRUE(failures.isEmpty()) << failures.join(u'\n').toStdString();
-    const auto picture = [&out](const char* name) {
-        return QImage(QDir(out.path()).filePath(QString::fromLatin1(name) + ".png"_L1));
-    };
-    for (const char* name :
-         {"main-menu", "help", "about", "users", "personal-information", "goals"}) {
-        EXPECT_EQ(picture(name).size(), QSize(kDefaultWindowWidth, kDefaultWindowHeight)) << name;
-    }
-    // The date picker keeps its own small size over the screen that opens it.
-    EXPECT_FALSE(picture("calendar-picker").isNull());
 }
 
 }  // namespace

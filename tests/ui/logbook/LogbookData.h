@@ -3,27 +3,24 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <string>
 
-#include "TempDir.h"
 #include "calc/Bmr.h"
 #include "calc/Goals.h"
 #include "calc/Totals.h"
 #include "core/DayRecord.h"
-#include "session/Session.h"
-#include "ui/frame/SessionNotifier.h"
+#include "ui/ScreenSession.h"
+#include "ui/logbook/DayScreens.h"
 
 namespace nutrovex::test {
 
-// A running session on a fresh root with "Zerbu" open on a fixed today, 21 November 2002: a
-// 30-year-old man of 70 in whose default level is 2 ("Light : Sitting").
-class LogbookSession {
-public:
-    LogbookSession() {
-        std::string reason;
-        EXPECT_EQ(session.start(reason), Session::Start::Running) << reason;
-        (void)session.initialLoad();
-        EXPECT_TRUE(session.userOpen());
+// The logbook's screens on a session whose today is 21 November 2002: "Zerbu", a 30-year-old
+// man of 70 in whose default level is 2 ("Light : Sitting").
+class LogbookScreens : public ScreenSession {
+protected:
+    LogbookScreens() : ScreenSession(at(21, 11, 2002)) {}
+
+    void SetUp() override {
+        ScreenSession::SetUp();
         UserProfile& profile = session.store().profile;
         profile.setHeight(70.0f);
         profile.setAge(30);
@@ -67,11 +64,8 @@ public:
         return day;
     }
 
-    FixedClock clock{CalendarDate::fromDmy(21, 11, 2002)};
-    MemorySettings settings;
-    TempDir dir;
-    Session session{dir.path(), clock, settings, {}};
-    SessionNotifier notifier{session};
+    // The logbook's own screens on this session.
+    LogbookOpeners screens() { return dayScreens(session, notifier); }
 
 private:
     void setGoal(float start, float goal, int days) {

@@ -1,0 +1,18 @@
+#include "forms/logbook/FoodBudgetForms.h"
+
+#include "charts/MeasuredMaintenance.h"
+
+namespace nutrovex {
+
+std::vector<BudgetSection> FoodBudgetForm::view() const {
+    std::vector<BudgetSection> sections =
+        foodBudgetPage(m_days->currentDay(), m_days->store().profile);
+    sections.push_back(measuredSection(m_days->store(), m_days->currentDate()));
+    return sections;
+}
+
+FoodBudgetBox FoodBudgetBoxForm::view() const {
+    return foodBudgetBox(m_days->currentDay(), m_days->store().profile);
+}
+
+}  // namespace nutrovex

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <vector>
+
+#include "calc/FoodBudget.h"
+#include "core/ScreenMessage.h"
+#include "logbook/DayCursor.h"
+
+namespace nutrovex {
+
+// The food budget page of the logbook's current date: the designed sections, then what the
+// person's own logbook measures they burn (the "Measured" section). Read only.
+class FoodBudgetForm {
+public:
+    explicit FoodBudgetForm(DayCursor& days) : m_days(&days) {}
+
+    [[nodiscard]] std::vector<BudgetSection> view() const;
+    [[nodiscard]] SavePoint close() const { return SavePoint::Nothing; }
+
+private:
+    DayCursor* m_days;
+};
+
+// The compact food budget box of the logbook's current date. Read only.
+class FoodBudgetBoxForm {
+public:
+    explicit FoodBudgetBoxForm(DayCursor& days) : m_days(&days) {}
+
+    [[nodiscard]] FoodBudgetBox view() const;
+    [[nodiscard]] SavePoint close() const { return SavePoint::Nothing; }
+
+private:
+    DayCursor* m_days;
+};
+
+}  // namespace nutrovex

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "core/CalendarDate.h"
+#include "core/ScreenMessage.h"
+#include "logbook/DayCursor.h"
+#include "logbook/Logbook.h"
+
+namespace nutrovex {
+
+// What the logbook screen shows for its current date.
+struct LogbookView {
+    // Without an open user every command does nothing and the fields keep their texts.
+    bool userOpen = false;
+    LogbookFigures figures;
+    int water = 0;      // the water box's count
+    CalendarDate date;  // where the date picker opens
+};
+
+// The logbook screen: one date at a time with its figures, day navigation, the water count and
+// the deletion of days. Every command that moves or changes the days reports the user's data
+// modified, so the next save point writes the file even after mere navigation.
+class LogbookForm {
+public:
+    explicit LogbookForm(DayCursor& days) : m_days(&days) {}
+
+    enum class Field : uint8_t {
+        Water,  // the water box: at most two digits; a change creates the day when needed
+        Date,   // Go to Date... on the calendar
+    };
+    enum class Command : uint8_t {
+        Previous,
+        Next,
+        First,
+        Last,
+        Today,
+        DeleteCurrentDay,  // after confirmation
+        DeleteAllDays,     // after confirmation: the profile and goals are kept, today is current
+    };
+
+    [[nodiscard]] static const char* pickDateCaption() { return "Start Date"; }
+
+    // Recomputes the current day's totals on the way.
+    [[nodiscard]] LogbookView view();
+    [[nodiscard]] const Clock& clock() const { return m_days->store().clock(); }
+    Outcome edit(Field field, std::string_view text);
+    Outcome pickDate(Field field, const CalendarDate& date);
+    [[nodiscard]] static std::optional<ScreenMessage> confirmation(Command id);
+    Outcome command(Command id);
+    // The logbook writes nothing itself when it closes: the screens it opens save.
+    [[nodiscard]] SavePoint close() const { return SavePoint::Nothing; }
+
+private:
+    [[nodiscard]] bool userOpen() const;
+
+    DayCursor* m_days;
+};
+
+}  // namespace nutrovex

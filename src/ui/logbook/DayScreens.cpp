@@ -1,0 +1,39 @@
+#include "ui/logbook/DayScreens.h"
+
+#include "session/Session.h"
+#include "ui/logbook/ActivityDialog.h"
+#include "ui/logbook/DayRangeDialog.h"
+#include "ui/logbook/FoodBudgetDialogs.h"
+#include "ui/logbook/JournalDialog.h"
+#include "ui/logbook/SummaryTableDialog.h"
+#include "ui/logbook/WeighInDialog.h"
+
+namespace nutrovex {
+
+namespace {
+
+// A screen of the logbook made with its form on the session's days.
+template <typename Screen, typename Form>
+ScreenMaker maker(Session& session, SessionNotifier& notifier) {
+    return [&session, &notifier](QWidget* parent) -> QDialog* {
+        return new Screen(Form(session.days()), notifier, parent);
+    };
+}
+
+}  // namespace
+
+LogbookOpeners dayScreens(Session& session, SessionNotifier& notifier, ScreenOpener weightChart) {
+    LogbookOpeners openers;
+    openers.weighIn = [&session, &notifier, weightChart](QWidget* parent) -> QDialog* {
+        return new WeighInDialog(WeighInForm(session.days()), notifier, parent, weightChart);
+    };
+    openers.bmr = maker<ActivityDialog, ActivityForm>(session, notifier);
+    openers.journal = maker<JournalDialog, JournalForm>(session, notifier);
+    openers.foodBudget = maker<FoodBudgetDialog, FoodBudgetForm>(session, notifier);
+    openers.foodBudgetBox = maker<FoodBudgetBoxDialog, FoodBudgetBoxForm>(session, notifier);
+    openers.summaryTable = maker<SummaryTableDialog, SummaryTableForm>(session, notifier);
+    openers.dayRange = maker<DayRangeDialog, DayRangeForm>(session, notifier);
+    return openers;
+}
+
+}  // namespace nutrovex

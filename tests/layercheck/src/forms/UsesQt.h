@@ -1,0 +1,3 @@
+#pragma once
+// The forms are engine: no Qt.
+#include <QObject>
