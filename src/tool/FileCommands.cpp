@@ -863,7 +863,7 @@ int runWriteUser(const GlobalOptions&, Args args) {
 int runWriteCatalogue(const GlobalOptions&, Args args) {
     FoodCatalogue catalogue;
     return writeFromJsonStream(
-        args, "write-catalogue JSON OUT   (JSON \"-\" reads stdin)", 0.4,
+        args, "write-catalogue JSON OUT   (JSON \"-\" reads stdin)", 0.35,
         [&](std::istream& in) { readCatalogueJson(in, catalogue); },
         [&](ChunkSink& sink) {
             return writeCatalogueFile(catalogue, sink, VersionOnWrite::AsStored);
