@@ -1,8 +1,9 @@
 // Feeds arbitrary text to the tool's JSON readers of the two large files: the streamed ones that
 // write-user and write-catalogue use, reading a few bytes at a time so that every kind of token
-// falls across reads, beside the whole-document ones. Both must refuse the same documents for the
-// same kind of reason (not JSON, or JSON of the wrong shape), never crash, and read the same
-// records from the rest (compared as written files).
+// falls across reads, and all at once so that records in their plain form are read straight,
+// beside the whole-document ones. All must refuse the same documents for the same kind of reason
+// (not JSON, or JSON of the wrong shape), never crash, and read the same records from the rest
+// (compared as written files).
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -51,49 +52,57 @@ bool sameFile(const nutrovex::StorageStatus& a, const ByteBuffer& aBytes,
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace nutrovex;
     const std::string text(reinterpret_cast<const char*>(data), size);
-    const std::size_t block = 1 + size % 7;
+    const std::size_t smallBlock = 1 + size % 7;
 
     FoodCatalogue whole;
-    FoodCatalogue streamed;
     const Reading wholeRead =
         outcomeOf([&] { tool::readCatalogueJson(tool::parseJson(text), whole); });
-    std::istringstream catalogueIn(text);
-    const Reading streamedRead =
-        outcomeOf([&] { tool::readCatalogueJson(catalogueIn, streamed, block); });
-    if (wholeRead != streamedRead) {
-        std::abort();
-    }
-    if (wholeRead == Reading::Read) {
-        ByteBuffer a;
-        ByteBuffer b;
-        const StorageStatus sa = writeCatalogueFile(whole, a, VersionOnWrite::AsStored);
-        const StorageStatus sb = writeCatalogueFile(streamed, b, VersionOnWrite::AsStored);
-        if (!sameFile(sa, a, sb, b)) {
+    ByteBuffer wholeBytes;
+    const StorageStatus wholeWritten =
+        wholeRead == Reading::Read ? writeCatalogueFile(whole, wholeBytes, VersionOnWrite::AsStored)
+                                   : StorageStatus();
+    for (const std::size_t block : {smallBlock, size + 1}) {
+        FoodCatalogue streamed;
+        std::istringstream in(text);
+        const Reading streamedRead =
+            outcomeOf([&] { tool::readCatalogueJson(in, streamed, block); });
+        if (wholeRead != streamedRead) {
             std::abort();
+        }
+        if (wholeRead == Reading::Read) {
+            ByteBuffer bytes;
+            const StorageStatus written =
+                writeCatalogueFile(streamed, bytes, VersionOnWrite::AsStored);
+            if (!sameFile(wholeWritten, wholeBytes, written, bytes)) {
+                std::abort();
+            }
         }
     }
 
+    const auto writeUser = [](const UserFile& user, ByteBuffer& bytes) {
+        return writeUserFile(user.header, user.profile.fields(), user.firstDayChunk, user.dayCount,
+                             user.days, bytes);
+    };
     UserFile wholeUser;
-    UserFile streamedUser;
     const Reading wholeUserRead =
         outcomeOf([&] { tool::readUserFileJson(tool::parseJson(text), wholeUser); });
-    std::istringstream userIn(text);
-    const Reading streamedUserRead =
-        outcomeOf([&] { tool::readUserFileJson(userIn, streamedUser, block); });
-    if (wholeUserRead != streamedUserRead) {
-        std::abort();
-    }
-    if (wholeUserRead == Reading::Read) {
-        ByteBuffer a;
-        ByteBuffer b;
-        const StorageStatus sa =
-            writeUserFile(wholeUser.header, wholeUser.profile.fields(), wholeUser.firstDayChunk,
-                          wholeUser.dayCount, wholeUser.days, a);
-        const StorageStatus sb =
-            writeUserFile(streamedUser.header, streamedUser.profile.fields(),
-                          streamedUser.firstDayChunk, streamedUser.dayCount, streamedUser.days, b);
-        if (!sameFile(sa, a, sb, b)) {
+    ByteBuffer wholeUserBytes;
+    const StorageStatus wholeUserWritten =
+        wholeUserRead == Reading::Read ? writeUser(wholeUser, wholeUserBytes) : StorageStatus();
+    for (const std::size_t block : {smallBlock, size + 1}) {
+        UserFile streamed;
+        std::istringstream in(text);
+        const Reading streamedRead =
+            outcomeOf([&] { tool::readUserFileJson(in, streamed, block); });
+        if (wholeUserRead != streamedRead) {
             std::abort();
+        }
+        if (wholeUserRead == Reading::Read) {
+            ByteBuffer bytes;
+            const StorageStatus written = writeUser(streamed, bytes);
+            if (!sameFile(wholeUserWritten, wholeUserBytes, written, bytes)) {
+                std::abort();
+            }
         }
     }
     return 0;

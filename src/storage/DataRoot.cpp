@@ -95,9 +95,9 @@ std::optional<std::vector<Text>> listedNames(const std::filesystem::path& root) 
 
 std::size_t removeStaleSaves(const std::filesystem::path& folder) {
     // The settings file is the tool's to save too, when it remembers a new user.
-    static constexpr std::array<std::string_view, 6> kOurFiles = {
-        kUserFileName,    kCatalogueFileName, kUserListFileName,
-        kRecipesFileName, kTargetsFileName,   "Nutrovex.ini"};
+    static constexpr std::array<std::string_view, 7> kOurFiles = {
+        kUserFileName,    kCatalogueFileName, kUserListFileName, kRecipesFileName,
+        kTargetsFileName, "Nutrovex.ini",     kRenameMark};
     return removeStaleTemporaries(folder, kOurFiles);
 }
 
@@ -140,6 +140,45 @@ bool removeNewUserFolder(const std::filesystem::path& folder) {
     return ::rmdir(folder.c_str()) == 0;
 }
 
+namespace {
+
+bool isListed(const std::vector<Text>& listed, std::string_view name) {
+    return std::any_of(listed.begin(), listed.end(),
+                       [&](const Text& n) { return n.view() == name; });
+}
+
+// A folder marked as being renamed: when its name is not listed, the rename did not finish and
+// the folder moves back to the old name, if that is listed and has no folder; once the folder's
+// name is listed the mark goes. Anything else is left as it is. Returns whether the mark went.
+bool settleRename(const std::filesystem::path& root, std::filesystem::path& folder,
+                  const std::vector<Text>& listed) {
+    const std::optional<std::string> name = utf8ToCp1252(folder.filename().string());
+    if (!name || !isListed(listed, *name)) {
+        // A name longer than a folder's name can be was never stored: such a mark is not ours.
+        std::error_code sizeError;
+        const std::uintmax_t size = std::filesystem::file_size(folder / kRenameMark, sizeError);
+        ByteBuffer mark;
+        StorageError error;
+        if (sizeError || size > kMaxFolderNameBytes ||
+            readWholeFile(folder / kRenameMark, mark, error) != ReadFile::Read) {
+            return false;
+        }
+        const std::string old(mark.data(), mark.data() + mark.size());
+        const std::optional<std::filesystem::path> back = userFolderPath(root, old);
+        std::error_code ec;
+        if (!back || !isListed(listed, old) ||
+            std::filesystem::exists(std::filesystem::symlink_status(*back, ec)) ||
+            !moveFolder(folder, *back)) {
+            return false;
+        }
+        folder = *back;
+    }
+    std::error_code ec;
+    return std::filesystem::remove(folder / kRenameMark, ec);
+}
+
+}  // namespace
+
 std::size_t sweepDataRoot(const std::filesystem::path& root) {
     std::size_t removed = removeStaleSaves(root) + removeStaleSaves(usersFolder(root));
     std::error_code ec;
@@ -152,15 +191,20 @@ std::size_t sweepDataRoot(const std::filesystem::path& root) {
         }
     }
     std::optional<std::optional<std::vector<Text>>> listed;  // read when a mark is found
+    // Collected first: a rename undone moves a folder within the one listed.
+    std::vector<std::filesystem::path> folders;
     for (std::filesystem::directory_iterator it(usersFolder(root), ec), end; !ec && it != end;
          it.increment(ec)) {
-        if (!isRealFolder(*it)) {
-            continue;
+        if (isRealFolder(*it)) {
+            folders.push_back(it->path());
         }
-        const std::filesystem::path& folder = it->path();
+    }
+    for (std::filesystem::path& folder : folders) {
         removed += removeStaleSaves(folder);
         std::error_code markError;
-        if (!std::filesystem::exists(folder / kNewUserMark, markError)) {
+        const bool renamed = std::filesystem::exists(folder / kRenameMark, markError);
+        const bool made = std::filesystem::exists(folder / kNewUserMark, markError);
+        if (!renamed && !made) {
             continue;
         }
         if (!listed) {
@@ -169,10 +213,19 @@ std::size_t sweepDataRoot(const std::filesystem::path& root) {
         if (!*listed) {
             continue;  // who is listed is not known: the folder is left as it is
         }
+        // A rename first: a new user's mark is judged under the name the folder ends with. A
+        // folder still marked as renamed was a listed user's and is never removed.
+        if (renamed) {
+            if (!settleRename(root, folder, **listed)) {
+                continue;
+            }
+            ++removed;
+        }
+        if (!made) {
+            continue;
+        }
         const std::optional<std::string> name = utf8ToCp1252(folder.filename().string());
-        const bool isListed = name && std::any_of((*listed)->begin(), (*listed)->end(),
-                                                  [&](const Text& n) { return n.view() == *name; });
-        if (isListed) {
+        if (name && isListed(**listed, *name)) {
             // Listed just before its maker was stopped: the user is whole.
             removed += std::filesystem::remove(folder / kNewUserMark, markError) ? 1 : 0;
         } else if (removeNewUserFolder(folder)) {

@@ -34,11 +34,17 @@ inline constexpr std::string_view kNewUserMark = ".Nutrovex-new-user";
 // the folder itself unless something else is in it. False when the folder stays.
 bool removeNewUserFolder(const std::filesystem::path& folder);
 
+// A user's folder carries this mark, holding the old name as stored, while it is renamed (see
+// UserList::rename).
+inline constexpr std::string_view kRenameMark = ".Nutrovex-renamed-from";
+
 // What a holder of the root's lock clears at start: the temporary files of killed saves in the
 // root, the users folder and every user's folder, folders of new users a killed process did not
 // finish, and the mark of a new user who was listed just before the process was killed. A
-// marked folder is judged by the list only when the list reads whole. Returns how many files
-// and folders were removed.
+// rename a killed process did not finish is undone: a folder marked as renamed whose name is not
+// listed moves back to its old name when that is listed and free; the mark goes once the
+// folder's name is listed. A marked folder is judged by the list only when the list reads whole.
+// Returns how many files and folders were removed.
 std::size_t sweepDataRoot(const std::filesystem::path& root);
 
 // The per-user application data folder: $XDG_DATA_HOME (else ~/.local/share) + Zerbu/Nutrovex.

@@ -305,6 +305,7 @@ StorageStatus UserList::remove(Position pos) {
     std::filesystem::remove(folder / kCatalogueFileName, ec);
     std::filesystem::remove(folder / kRecipesFileName, ec);
     std::filesystem::remove(folder / kTargetsFileName, ec);
+    std::filesystem::remove(folder / kRenameMark, ec);
     std::filesystem::remove(folder, ec);  // stays when something else is in it
     std::vector<Text> names = m_names;
     names.erase(names.begin() + pos);
@@ -334,20 +335,42 @@ StorageStatus UserList::rename(Position pos, std::string_view newName) {
     if (std::filesystem::exists(std::filesystem::symlink_status(*to, ec))) {
         return listError("a folder of that name is already there");
     }
-    const bool moved = std::filesystem::exists(std::filesystem::symlink_status(*from, ec));
-    if (moved && ::rename(from->c_str(), to->c_str()) != 0) {
-        return listError("the user's folder cannot be renamed: " + systemReason(errno));
-    }
     std::vector<Text> names = m_names;
     names.erase(names.begin() + pos);
     insertSorted(names, newName);
-    StorageStatus status = writeNames(names);
-    if (status) {
-        m_names = std::move(names);
-    } else if (moved) {
-        (void)::rename(to->c_str(), from->c_str());  // the list still names the old folder
+    if (!std::filesystem::exists(std::filesystem::symlink_status(*from, ec))) {
+        StorageStatus status = writeNames(names);  // a user without a folder yet
+        if (status) {
+            m_names = std::move(names);
+        }
+        return status;
     }
-    return status;
+    // The folder carries its old name while it moves and the list changes: a start after a
+    // process stopped between the two moves it back (sweepDataRoot).
+    const std::string_view old = m_names[pos].view();
+    StorageStatus status = writeFileAtomically(
+        *from / kRenameMark, std::span(reinterpret_cast<const uint8_t*>(old.data()), old.size()),
+        false);
+    if (!status) {
+        return status;
+    }
+    if (::rename(from->c_str(), to->c_str()) != 0) {
+        status = listError("the user's folder cannot be renamed: " + systemReason(errno));
+        std::filesystem::remove(*from / kRenameMark, ec);
+        return status;
+    }
+    syncFolder(usersFolder());
+    status = writeNames(names);
+    if (!status) {
+        // The list still names the old folder; should the move back fail, the next start makes it.
+        if (moveFolder(*to, *from)) {
+            std::filesystem::remove(*from / kRenameMark, ec);
+        }
+        return status;
+    }
+    m_names = std::move(names);
+    std::filesystem::remove(*to / kRenameMark, ec);
+    return {};
 }
 
 }  // namespace nutrovex

@@ -93,7 +93,10 @@ public:
     // ignored), then the name.
     [[nodiscard]] StorageStatus remove(Position pos);
     // Renames the user: the folder with everything in it moves to the new name (one rename),
-    // then the list is written; refused when a folder of the new name is already there.
+    // then the list is written; refused when a folder of the new name is already there. While
+    // it moves, the folder holds a mark naming the old name (kRenameMark), so that a process
+    // stopped at any step leaves the user listed under the old name or the new one once the next
+    // start has swept (sweepDataRoot).
     [[nodiscard]] StorageStatus rename(Position pos, std::string_view newName);
 
     void setNames(std::vector<Text> names) { m_names = std::move(names); }

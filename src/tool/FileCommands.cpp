@@ -1,5 +1,8 @@
 #include "tool/FileCommands.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
@@ -15,8 +18,8 @@
 #include "storage/DataRoot.h"
 #include "storage/FileIo.h"
 #include "tool/JsonPrint.h"
-#include "tool/UserLookup.h"
 #include "tool/JsonStream.h"
+#include "tool/UserLookup.h"
 
 namespace nutrovex::tool {
 
@@ -185,11 +188,19 @@ int writeFromJson(Args args, const char* usageLine, Build&& build) {
     return kExitOk;
 }
 
+// The size of the JSON to be read, when it is a file (stdin included); 0 when not known.
+std::size_t jsonInputSize(const std::string& input) {
+    struct stat st {};
+    const int got = input == "-" ? ::fstat(STDIN_FILENO, &st) : ::stat(input.c_str(), &st);
+    return got == 0 && S_ISREG(st.st_mode) ? static_cast<std::size_t>(st.st_size) : 0;
+}
+
 // write-* for the large files: the JSON is read as it is parsed (`read` keeps only records) and
 // the file is written straight into a temporary file, which replaces OUT only when all of it
-// is there.
+// is there. The records take about recordsPerByte of the JSON's size, readied at once.
 template <typename Read, typename Write>
-int writeFromJsonStream(Args args, const char* usageLine, Read&& read, Write&& write) {
+int writeFromJsonStream(Args args, const char* usageLine, double recordsPerByte, Read&& read,
+                        Write&& write) {
     if (args.size() != 2) {
         return usage(usageLine);
     }
@@ -209,6 +220,8 @@ int writeFromJsonStream(Args args, const char* usageLine, Read&& read, Write&& w
     }
     std::istream& in = input == "-" ? std::cin : file;
     try {
+        const HeapReserve reserve(
+            static_cast<std::size_t>(static_cast<double>(jsonInputSize(input)) * recordsPerByte));
         read(in);
     } catch (const JsonSyntaxError& e) {
         if (in.bad()) {
@@ -429,9 +442,14 @@ void readUserFileJson(std::istream& in, UserFile& file, std::size_t block) {
                 pull.skip();  // checked as JSON only
                 continue;
             }
+            auto day = std::make_unique<DayRecord>(CalendarDate());
+            if (pull.quick([&](JsonQuick& q) { return quickDay(q, *day); })) {
+                file.days.push_back(std::move(day));
+                continue;
+            }
+            day = std::make_unique<DayRecord>(CalendarDate());
             tree.clear();
             const TreeValue value(tree, pull.parse(tree));
-            auto day = std::make_unique<DayRecord>(CalendarDate());
             try {
                 within([&] { return "days[" + std::to_string(count) + "]"; },
                        [&] { readDay(value, *day); });
@@ -619,6 +637,11 @@ void readCatalogueJson(std::istream& in, FoodCatalogue& catalogue, std::size_t b
                             pull.skip();
                             continue;
                         }
+                        if (pull.quick(
+                                [&](JsonQuick& q) { return quickFood(q, foods.emplace_back()); })) {
+                            continue;
+                        }
+                        foods.pop_back();
                         tree.clear();
                         const TreeValue food(tree, pull.parse(tree));
                         try {
@@ -829,7 +852,7 @@ int runDumpUsers(const GlobalOptions&, Args args) {
 int runWriteUser(const GlobalOptions&, Args args) {
     UserFile user;
     return writeFromJsonStream(
-        args, "write-user JSON OUT   (JSON \"-\" reads stdin)",
+        args, "write-user JSON OUT   (JSON \"-\" reads stdin)", 0.4,
         [&](std::istream& in) { readUserFileJson(in, user); },
         [&](ChunkSink& sink) {
             return writeUserFile(user.header, user.profile.fields(), user.firstDayChunk,
@@ -840,7 +863,7 @@ int runWriteUser(const GlobalOptions&, Args args) {
 int runWriteCatalogue(const GlobalOptions&, Args args) {
     FoodCatalogue catalogue;
     return writeFromJsonStream(
-        args, "write-catalogue JSON OUT   (JSON \"-\" reads stdin)",
+        args, "write-catalogue JSON OUT   (JSON \"-\" reads stdin)", 0.35,
         [&](std::istream& in) { readCatalogueJson(in, catalogue); },
         [&](ChunkSink& sink) {
             return writeCatalogueFile(catalogue, sink, VersionOnWrite::AsStored);

@@ -12,26 +12,14 @@ namespace {
 
 using Kind = JsonTree::Kind;
 
-// Every field name of the three files' JSON; a name's number is its place here.
-constexpr std::string_view kKeyNames[] = {
-    "",         "amount",  "unit",        "sub",         "key",       "flag",       "name",
-    "text2",    "serving", "ref1",        "ref2",        "nutrients", "meal",       "ratio",
-    "group",    "byte",    "type",        "variant",     "third",     "minutes",    "calories",
-    "height",   "age",     "gender",      "startWeight", "startDate", "goalWeight", "goalDate",
-    "units",    "text1",   "displayName", "userName",    "plan",      "values",     "defaultLevel",
-    "flags",    "date",    "weight",      "note",        "word",      "level",      "bmr",
-    "totals",   "groups",  "exercises",   "header",      "version",   "keyCounter", "profile",
-    "dayIndex", "first",   "count",       "days",        "chunk",     "texts",      "foods",
-    "format",   "names"};
-constexpr std::size_t kKeyCount = std::size(kKeyNames);
-static_assert(kKeyCount <= 64, "an object's names are a bit each of 64");
+constexpr std::size_t kKeyCount = std::size(kJsonKeyNames);
 
 // An open-addressed table of the names, hashed on their length and a few characters.
 class KeyTable {
 public:
     KeyTable() {
         for (std::size_t id = 1; id < kKeyCount; ++id) {
-            std::size_t h = hash(kKeyNames[id]);
+            std::size_t h = hash(kJsonKeyNames[id]);
             while (m_slots[h & kMask] != 0) {
                 ++h;
             }
@@ -45,7 +33,7 @@ public:
         }
         for (std::size_t h = hash(name);; ++h) {
             const uint8_t id = m_slots[h & kMask];
-            if (id == 0 || same(kKeyNames[id], name)) {
+            if (id == 0 || same(kJsonKeyNames[id], name)) {
                 return id;
             }
         }
@@ -156,6 +144,72 @@ bool readNumber(std::string_view s, NumberText& n) {
         n.exponent += negative ? -e : e;
     }
     return i == s.size();
+}
+
+// The value of a number's text that readNumber took, as the whole-document parser makes it:
+// false when it is beyond a double.
+bool numberValue(std::string_view text, const NumberText& number, JsonNumber& n) {
+    const char* first = text.data();
+    const char* last = first + text.size();
+    constexpr uint64_t kExactInDouble = uint64_t{1} << 53;
+    if (number.integer) {
+        if (text == "-0") {  // a negative zero float
+            n.kind = Kind::Float;
+            n.d = -0.0;
+            return true;
+        }
+        if (number.count <= 19 && !number.negative) {
+            n.kind = Kind::Unsigned;
+            n.u = number.digits;
+            return true;
+        }
+        if (number.count <= 18 && number.negative) {
+            n.kind = Kind::Integer;
+            n.i = -static_cast<int64_t>(number.digits);
+            return true;
+        }
+        if (text[0] == '-') {
+            int64_t i = 0;
+            if (std::from_chars(first, last, i).ec == std::errc()) {
+                n.kind = Kind::Integer;
+                n.i = i;
+                return true;
+            }
+        } else {
+            uint64_t u = 0;
+            if (std::from_chars(first, last, u).ec == std::errc()) {
+                n.kind = Kind::Unsigned;
+                n.u = u;
+                return true;
+            }
+        }
+    } else if (number.count <= 19 && number.digits <= kExactInDouble && number.exponent >= -22 &&
+               number.exponent <= 22) {
+        // Both the digits and the power of ten are exact doubles, so one division or
+        // multiplication rounds the value correctly, as reading it digit by digit would.
+        static constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                             1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                             1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+        double d = static_cast<double>(number.digits);
+        d = number.exponent < 0 ? d / kPowers[-number.exponent] : d * kPowers[number.exponent];
+        n.kind = Kind::Float;
+        n.d = number.negative ? -d : d;
+        return true;
+    }
+    // A fraction, an exponent, or an integer beyond 64 bits: a double.
+    double d = 0.0;
+    if (std::from_chars(first, last, d).ec != std::errc()) {
+        // Beyond a double's range: the C library tells an underflow (kept, as its nearest
+        // double) from an overflow (refused).
+        const std::string copy(text);
+        d = std::strtod(copy.c_str(), nullptr);
+        if (!std::isfinite(d)) {
+            return false;
+        }
+    }
+    n.kind = Kind::Float;
+    n.d = d;
+    return true;
 }
 
 int hexValue(char c) {
@@ -280,7 +334,7 @@ bool TreeValue::find(uint8_t key, TreeValue& out) const {
 JsonPull::JsonPull(std::istream& in, std::size_t block)
     : m_in(in), m_block(std::max<std::size_t>(block, 1)) {
     m_capacity = std::max<std::size_t>(m_block, 16);
-    m_buffer = std::make_unique<char[]>(m_capacity);
+    m_buffer = std::make_unique<char[]>(m_capacity + kSentinel);
     m_p = m_end = m_buffer.get();
     // A byte-order mark may open the document.
     if (ensure(1) && *m_p == '\xEF') {
@@ -325,7 +379,7 @@ bool JsonPull::refill() {
     const auto kept = static_cast<std::size_t>(m_end - m_p);
     if (kept + m_block > m_capacity) {
         m_capacity = kept + m_block;
-        auto bigger = std::make_unique<char[]>(m_capacity);
+        auto bigger = std::make_unique<char[]>(m_capacity + kSentinel);
         std::memcpy(bigger.get(), m_p, kept);
         m_buffer = std::move(bigger);
         base = m_buffer.get();
@@ -336,6 +390,7 @@ bool JsonPull::refill() {
     const auto got = static_cast<std::size_t>(std::max<std::streamsize>(m_in.gcount(), 0));
     m_p = base;
     m_end = base + kept + got;
+    base[kept + got] = 0;  // for JsonQuick
     if (got == 0) {
         m_eof = true;
         return false;
@@ -531,7 +586,7 @@ uint8_t JsonPull::memberKey() {
     // A file's names come in the same order record after record: the name that followed the
     // last one the time before is tried first, where it lies.
     const uint8_t guess = m_follows[m_lastKey];
-    const std::string_view expected = kKeyNames[guess];
+    const std::string_view expected = kJsonKeyNames[guess];
     uint8_t id = 0;
     if (guess != 0 && static_cast<std::size_t>(m_end - m_p) > expected.size() + 1 &&
         m_p[expected.size() + 1] == '"' && sameChars(m_p + 1, expected)) {
@@ -747,66 +802,42 @@ void JsonPull::number(JsonTree* tree, uint32_t parent, uint8_t key, uint32_t* in
     if (!readNumber(text, number)) {
         failAt(at, "not a number: " + std::string(text.substr(0, 40)));
     }
-    JsonTree::Node scratch;
-    JsonTree::Node& n =
-        tree != nullptr ? tree->node(*index = tree->add(parent, key, Kind::Float)) : scratch;
-    const char* first = text.data();
-    const char* last = first + text.size();
-    constexpr uint64_t kExactInDouble = uint64_t{1} << 53;
-    if (number.integer) {
-        if (text == "-0") {  // a negative zero float
-            n.d = -0.0;
-            return;
-        }
-        if (number.count <= 19 && !number.negative) {
-            n.kind = Kind::Unsigned;
-            n.u = number.digits;
-            return;
-        }
-        if (number.count <= 18 && number.negative) {
-            n.kind = Kind::Integer;
-            n.i = -static_cast<int64_t>(number.digits);
-            return;
-        }
-        if (text[0] == '-') {
-            int64_t i = 0;
-            if (std::from_chars(first, last, i).ec == std::errc()) {
-                n.kind = Kind::Integer;
-                n.i = i;
-                return;
-            }
-        } else {
-            uint64_t u = 0;
-            if (std::from_chars(first, last, u).ec == std::errc()) {
-                n.kind = Kind::Unsigned;
-                n.u = u;
-                return;
-            }
-        }
-    } else if (number.count <= 19 && number.digits <= kExactInDouble && number.exponent >= -22 &&
-               number.exponent <= 22) {
-        // Both the digits and the power of ten are exact doubles, so one division or
-        // multiplication rounds the value correctly, as reading it digit by digit would.
-        static constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                             1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                             1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-        double d = static_cast<double>(number.digits);
-        d = number.exponent < 0 ? d / kPowers[-number.exponent] : d * kPowers[number.exponent];
-        n.d = number.negative ? -d : d;
-        return;
+    JsonNumber value;
+    if (!numberValue(text, number, value)) {
+        failAt(at, "the number " + std::string(text.substr(0, 40)) + " is beyond a double");
     }
-    // A fraction, an exponent, or an integer beyond 64 bits: a double.
-    double d = 0.0;
-    if (std::from_chars(first, last, d).ec != std::errc()) {
-        // Beyond a double's range: the C library tells an underflow (kept, as its nearest
-        // double) from an overflow (refused).
-        const std::string copy(text);
-        d = std::strtod(copy.c_str(), nullptr);
-        if (!std::isfinite(d)) {
-            failAt(at, "the number " + copy.substr(0, 40) + " is beyond a double");
+    if (tree != nullptr) {
+        JsonTree::Node& n = tree->node(*index = tree->add(parent, key, value.kind));
+        switch (value.kind) {
+            case Kind::Unsigned:
+                n.u = value.u;
+                break;
+            case Kind::Integer:
+                n.i = value.i;
+                break;
+            default:
+                n.d = value.d;
+                break;
         }
     }
-    n.d = d;
+}
+
+bool JsonQuick::generalNumber(JsonNumber& n) {
+    blanks();
+    const char* p = m_p;
+    while (p < m_end && isNumberChar(*p)) {
+        ++p;
+    }
+    if (p == m_end) {
+        return false;  // it may go on past the bytes held
+    }
+    const std::string_view text(m_p, static_cast<std::size_t>(p - m_p));
+    NumberText number;
+    if (!readNumber(text, number) || !numberValue(text, number, n)) {
+        return false;
+    }
+    m_p = p;
+    return true;
 }
 
 }  // namespace nutrovex::tool

@@ -730,6 +730,269 @@ void readDay(const Value& value, DayRecord& day) {
     }
 }
 
+// ---- the plain form read straight (see JsonQuick) ----
+
+namespace {
+
+using Kind = JsonTree::Kind;
+
+// An integer in the record's width, as intValue takes it.
+template <typename T>
+bool quickInt(JsonQuick& q, T& out) {
+    JsonNumber n;
+    if (!q.number(n)) {
+        return false;
+    }
+    switch (n.kind) {
+        case Kind::Unsigned:
+            if (n.u > static_cast<uint64_t>(std::numeric_limits<T>::max())) {
+                return false;
+            }
+            out = static_cast<T>(n.u);
+            return true;
+        case Kind::Integer:
+            if (n.i < static_cast<int64_t>(std::numeric_limits<T>::min()) ||
+                n.i > static_cast<int64_t>(std::numeric_limits<T>::max())) {
+                return false;
+            }
+            out = static_cast<T>(n.i);
+            return true;
+        default:
+            out = T{0};
+            return n.d == 0.0;  // "-0"
+    }
+}
+
+// A number as floatValue takes it; the strings of non-finite values are left to it.
+bool quickFloat(JsonQuick& q, float& out) {
+    JsonNumber n;
+    if (!q.number(n)) {
+        return false;
+    }
+    switch (n.kind) {
+        case Kind::Unsigned:
+            out = static_cast<float>(static_cast<double>(n.u));
+            break;
+        case Kind::Integer:
+            out = static_cast<float>(static_cast<double>(n.i));
+            break;
+        default:
+            out = static_cast<float>(n.d);
+            break;
+    }
+    return true;
+}
+
+bool quickText(JsonQuick& q, Text& out) {
+    bool isNull = false;
+    std::string_view s;
+    if (!q.text(isNull, s) || s.size() >= 0xFFFF) {
+        return false;
+    }
+    if (isNull) {
+        out.clear();
+    } else {
+        out.assign(s);
+    }
+    return true;
+}
+
+template <std::size_t N>
+constexpr uint64_t bitsOf(const uint8_t (&keys)[N]) {
+    uint64_t bits = 0;
+    for (const uint8_t key : keys) {
+        bits |= uint64_t{1} << key;
+    }
+    return bits;
+}
+
+// An object holding each of `keys` once and nothing else, each member's value read by
+// member(key). The keys are expected in their order, and taken in any.
+template <std::size_t N, typename Member>
+bool quickObject(JsonQuick& q, const uint8_t (&keys)[N], Member&& member) {
+    if (!q.take('{')) {
+        return false;
+    }
+    uint64_t seen = 0;
+    std::size_t i = 0;
+    do {
+        uint8_t key = 0;
+        if (!q.name(i < N ? keys[i] : 0, key)) {
+            return false;
+        }
+        ++i;
+        const uint64_t bit = uint64_t{1} << key;
+        if ((seen & bit) != 0 || !member(key)) {
+            return false;
+        }
+        seen |= bit;
+    } while (q.take(','));
+    return q.take('}') && seen == bitsOf(keys);
+}
+
+// A list of exactly `count` elements, each read by element(i).
+template <typename Element>
+bool quickList(JsonQuick& q, std::size_t count, Element&& element) {
+    if (!q.take('[')) {
+        return false;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        if ((i > 0 && !q.take(',')) || !element(i)) {
+            return false;
+        }
+    }
+    return q.take(']');
+}
+
+// A list of any length, each element read by element().
+template <typename Element>
+bool quickListOfAny(JsonQuick& q, Element&& element) {
+    if (!q.take('[')) {
+        return false;
+    }
+    if (q.take(']')) {
+        return true;
+    }
+    do {
+        if (!element()) {
+            return false;
+        }
+    } while (q.take(','));
+    return q.take(']');
+}
+
+bool quickServing(JsonQuick& q, ServingQuantity& s) {
+    static constexpr uint8_t kKeys[] = {jsonKey("amount"), jsonKey("unit"), jsonKey("sub")};
+    uint8_t unit = 0;
+    const bool read = quickObject(q, kKeys, [&](uint8_t key) {
+        switch (key) {
+            case jsonKey("amount"):
+                return quickFloat(q, s.amount);
+            case jsonKey("unit"):
+                return quickInt(q, unit);
+            case jsonKey("sub"):
+                return quickInt(q, s.sub);
+            default:
+                return false;
+        }
+    });
+    s.unit = unitFromByte(unit);
+    return read;
+}
+
+bool quickNutrients(JsonQuick& q, Nutrients& n) {
+    return quickList(q, n.size(), [&](std::size_t i) { return quickFloat(q, n[i]); });
+}
+
+bool quickDate(JsonQuick& q, CalendarDate& date) {
+    return quickList(q, 3, [&](std::size_t i) {
+        return quickInt(q, i == 0 ? date.month : i == 1 ? date.day : date.year);
+    });
+}
+
+bool quickExercise(JsonQuick& q, ExerciseEntry& e) {
+    static constexpr uint8_t kKeys[] = {jsonKey("key"),     jsonKey("byte"),    jsonKey("type"),
+                                        jsonKey("variant"), jsonKey("third"),   jsonKey("name"),
+                                        jsonKey("minutes"), jsonKey("calories")};
+    return quickObject(q, kKeys, [&](uint8_t key) {
+        switch (key) {
+            case jsonKey("key"):
+                return quickInt(q, e.key.value);
+            case jsonKey("byte"):
+                return quickInt(q, e.byte);
+            case jsonKey("type"):
+                return quickInt(q, e.type);
+            case jsonKey("variant"):
+                return quickInt(q, e.variant);
+            case jsonKey("third"):
+                return quickInt(q, e.third);
+            case jsonKey("name"):
+                return quickText(q, e.name);
+            case jsonKey("minutes"):
+                return quickInt(q, e.minutes);
+            case jsonKey("calories"):
+                return quickInt(q, e.calories);
+            default:
+                return false;
+        }
+    });
+}
+
+}  // namespace
+
+bool quickFood(JsonQuick& q, FoodItem& f) {
+    static constexpr uint8_t kKeys[] = {jsonKey("key"),   jsonKey("flag"),      jsonKey("name"),
+                                        jsonKey("text2"), jsonKey("serving"),   jsonKey("ref1"),
+                                        jsonKey("ref2"),  jsonKey("nutrients"), jsonKey("meal"),
+                                        jsonKey("ratio"), jsonKey("group")};
+    return quickObject(q, kKeys, [&](uint8_t key) {
+        switch (key) {
+            case jsonKey("key"):
+                return quickInt(q, f.key.value);
+            case jsonKey("flag"):
+                return quickInt(q, f.loggedFlag);
+            case jsonKey("name"):
+                return quickText(q, f.name);
+            case jsonKey("text2"):
+                return quickText(q, f.text2);
+            case jsonKey("serving"):
+                return quickServing(q, f.serving);
+            case jsonKey("ref1"):
+                return quickServing(q, f.ref1);
+            case jsonKey("ref2"):
+                return quickServing(q, f.ref2);
+            case jsonKey("nutrients"):
+                return quickNutrients(q, f.nutrients);
+            case jsonKey("meal"):
+                return quickInt(q, f.meal);
+            case jsonKey("ratio"):
+                return quickFloat(q, f.ratio);
+            case jsonKey("group"):
+                return quickInt(q, f.group);
+            default:
+                return false;
+        }
+    });
+}
+
+bool quickDay(JsonQuick& q, DayRecord& day) {
+    static constexpr uint8_t kKeys[] = {jsonKey("date"),     jsonKey("weight"), jsonKey("note"),
+                                        jsonKey("word"),     jsonKey("level"),  jsonKey("bmr"),
+                                        jsonKey("flags"),    jsonKey("totals"), jsonKey("groups"),
+                                        jsonKey("exercises")};
+    DayFields& d = day.rawFields();
+    return quickObject(q, kKeys, [&](uint8_t key) {
+        switch (key) {
+            case jsonKey("date"):
+                return quickDate(q, d.date);
+            case jsonKey("weight"):
+                return quickFloat(q, d.weight);
+            case jsonKey("note"):
+                return quickText(q, d.note);
+            case jsonKey("word"):
+                return quickInt(q, d.word);
+            case jsonKey("level"):
+                return quickInt(q, d.level);
+            case jsonKey("bmr"):
+                return quickInt(q, d.bmr);
+            case jsonKey("flags"):
+                return quickInt(q, d.flags);
+            case jsonKey("totals"):
+                return quickNutrients(q, d.totals);
+            case jsonKey("groups"):
+                return quickList(q, d.groups.size(), [&](std::size_t g) {
+                    return quickListOfAny(q,
+                                          [&] { return quickFood(q, d.groups[g].emplace_back()); });
+                });
+            case jsonKey("exercises"):
+                return quickListOfAny(q,
+                                      [&] { return quickExercise(q, d.exercises.emplace_back()); });
+            default:
+                return false;
+        }
+    });
+}
+
 // The readers for both kinds of value.
 template float floatValue(const Json&, const char*);
 template float floatValue(const TreeValue&, const char*);

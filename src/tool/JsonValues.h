@@ -126,4 +126,10 @@ void readProfileForCalc(const Value& value, UserProfile& profile);
 template <typename Value>
 void readDay(const Value& value, DayRecord& day);
 
+// A food and a day in their plain form read straight into the record (see JsonQuick): the
+// record foodValue and readDay make, or false when they are to read it. A food is a fresh
+// FoodItem; a day a fresh DayRecord, its date's clock parts kept.
+[[nodiscard]] bool quickFood(JsonQuick& q, FoodItem& food);
+[[nodiscard]] bool quickDay(JsonQuick& q, DayRecord& day);
+
 }  // namespace nutrovex::tool

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "DamagedFiles.h"
 #include "core/FoodCatalogue.h"
 #include "core/UserStore.h"
 #include "storage/CatalogueStorage.h"
@@ -108,6 +109,65 @@ TEST(UserList, TheSweepFinishesOrUndoesANewUserAsTheListSays) {
     sweepDataRoot(root);
     EXPECT_TRUE(fs::exists(users / "Bob" / "UserDB.ddb"));
     EXPECT_TRUE(fs::exists(users / "Bob" / kNewUserMark));
+}
+
+TEST(UserList, TheSweepUndoesARenameOnlyIntoAFreeFolderOfAListedName) {
+    // Every name a mark below holds is listed too, the unsafe ones included (the list's reader
+    // takes any name), so that only the checks of the sweep keep a folder where it is.
+    const std::string longName(300, 'x');
+    const std::vector<std::string> listed = {"Ann", "Bob", "",   "..",     "../Out",
+                                             "a/b", ".",   "/x", longName, "Users.udb"};
+    enum class Then { MovesBack, MarkGoes, Stays };
+    struct Case {
+        const char* folder;  // holding the mark
+        std::string mark;    // the old name it holds
+        Then then;
+    };
+    const std::vector<Case> cases = {
+        {"Zed", "Bob", Then::MovesBack},  // moved, never listed: back to the listed name
+        {"Ann", "Bob", Then::MarkGoes},   // listed under the new name: the rename finished
+        {"Zed", "Ann", Then::Stays},      // the old name has a folder again
+        {"Zed", "Cy", Then::Stays},       // the old name is not listed: not ours to move
+        {"Zed", "", Then::Stays},        {"Zed", "..", Then::Stays},
+        {"Zed", "../Out", Then::Stays},  {"Zed", "a/b", Then::Stays},
+        {"Zed", ".", Then::Stays},       {"Zed", "/x", Then::Stays},
+        {"Zed", longName, Then::Stays},  {"Zed", "Users.udb", Then::Stays},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.folder) + " marked " + quotedName(c.mark));
+        test::TempDir dir;
+        const fs::path root = dir.path() / "root";
+        const fs::path users = root / "Users";
+        fs::create_directories(users / "a");
+        UserListFile list;
+        list.names.assign(listed.begin(), listed.end());
+        ByteBuffer bytes;
+        ASSERT_TRUE(writeUserListFile(list, bytes).ok());
+        test::writeBytes(userListPath(root), Bytes(bytes.data(), bytes.data() + bytes.size()));
+        UserListFile back;
+        ASSERT_TRUE(readUserListFile(bytes.bytes(), back, {}).ok());
+        ASSERT_EQ(back.names.size(), listed.size());
+        for (const char* name : {"Ann", c.folder}) {
+            fs::create_directories(users / name);
+            test::writeBytes(users / name / "UserDB.ddb", Bytes(name, name + 3));
+        }
+        test::writeBytes(users / c.folder / std::string(kRenameMark),
+                         Bytes(c.mark.begin(), c.mark.end()));
+        const std::map<fs::path, test::FileBytes> before = test::everyFile(dir.path());
+
+        sweepDataRoot(root);
+        std::map<fs::path, test::FileBytes> expected = before;
+        const fs::path marked = fs::path("root/Users") / c.folder;
+        if (c.then != Then::Stays) {
+            expected.erase(marked / kRenameMark);
+        }
+        if (c.then == Then::MovesBack) {
+            expected["root/Users/Bob/UserDB.ddb"] = expected.at(marked / "UserDB.ddb");
+            expected.erase(marked / "UserDB.ddb");
+        }
+        EXPECT_EQ(test::everyFile(dir.path()), expected);
+        EXPECT_EQ(fs::exists(users / c.folder), c.then != Then::MovesBack);
+    }
 }
 
 TEST(UserList, AMissingListFileIsReplacedByAnEmptyOne) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -62,30 +63,45 @@ std::string userDocument(const std::string& extra, const std::string& weight = "
     return text;
 }
 
+// What writing records makes: the file, or why it could not be written.
+std::string writtenOf(const StorageStatus& status, const ByteBuffer& bytes) {
+    return status ? std::string(bytes.data(), bytes.data() + bytes.size())
+                  : "not written: " + status.message();
+}
+
+std::string writtenOf(const UserFile& user) {
+    ByteBuffer bytes;
+    const StorageStatus s = writeUserFile(user.header, user.profile.fields(), user.firstDayChunk,
+                                          user.dayCount, user.days, bytes);
+    return writtenOf(s, bytes);
+}
+
+std::string writtenOf(const FoodCatalogue& catalogue) {
+    ByteBuffer bytes;
+    const StorageStatus s = writeCatalogueFile(catalogue, bytes, VersionOnWrite::AsStored);
+    return writtenOf(s, bytes);
+}
+
 // Reads text with the whole-document reader and, at every read size, the streamed one: they
-// must agree. Returns what the whole one made of it and its file.
-Outcome readBothWays(const std::string& text, ByteBuffer& written, const std::string& what) {
+// must agree on the outcome, a refusal word for word, and what the records write. Returns what
+// the whole one made of it.
+Outcome readBothWays(const std::string& text, const std::string& what) {
     UserFile whole;
-    const Outcome expected = outcomeOf([&] { readUserFileJson(parseJson(text), whole); });
-    if (expected == Outcome::Read) {
-        EXPECT_TRUE(writeUserFile(whole.header, whole.profile.fields(), whole.firstDayChunk,
-                                  whole.dayCount, whole.days, written)
-                        .ok());
-    }
+    std::string expectedMessage;
+    const Outcome expected =
+        outcomeOf([&] { readUserFileJson(parseJson(text), whole); }, &expectedMessage);
+    const std::string written = expected == Outcome::Read ? writtenOf(whole) : "";
     for (const std::size_t block : kBlocks) {
         std::istringstream in(text);
         UserFile streamed;
-        const Outcome got = outcomeOf([&] { readUserFileJson(in, streamed, block); });
+        std::string message;
+        const Outcome got = outcomeOf([&] { readUserFileJson(in, streamed, block); }, &message);
         EXPECT_EQ(nameOf(got), std::string(nameOf(expected))) << what << ", read " << block;
+        if (got == Outcome::Refused && expected == Outcome::Refused) {
+            EXPECT_EQ(message, expectedMessage) << what << ", read " << block;
+        }
         if (got == Outcome::Read && expected == Outcome::Read) {
-            ByteBuffer bytes;
-            EXPECT_TRUE(writeUserFile(streamed.header, streamed.profile.fields(),
-                                      streamed.firstDayChunk, streamed.dayCount, streamed.days,
-                                      bytes)
-                            .ok());
-            EXPECT_EQ(std::string(bytes.data(), bytes.data() + bytes.size()),
-                      std::string(written.data(), written.data() + written.size()))
-                << what << ", read " << block;
+            EXPECT_EQ(writtenOf(streamed), written) << what << ", read " << block;
         }
     }
     return expected;
@@ -141,8 +157,7 @@ TEST(JsonStream, TakesAndRefusesTheJsonTheWholeDocumentReaderDoes) {
         {"{\"n\\u0061me\":{\"date\":7}}", Outcome::Read},
     };
     for (const auto& c : cases) {
-        ByteBuffer written;
-        EXPECT_EQ(nameOf(readBothWays(userDocument(c.value), written, c.value)),
+        EXPECT_EQ(nameOf(readBothWays(userDocument(c.value), c.value)),
                   std::string(nameOf(c.outcome)))
             << c.value;
     }
@@ -166,8 +181,7 @@ TEST(JsonStream, TakesAndRefusesTheJsonTheWholeDocumentReaderDoes) {
         {"7", Outcome::Refused},
     };
     for (const auto& d : documents) {
-        ByteBuffer written;
-        EXPECT_EQ(nameOf(readBothWays(d.text, written, d.text.substr(0, 12))),
+        EXPECT_EQ(nameOf(readBothWays(d.text, d.text.substr(0, 12))),
                   std::string(nameOf(d.outcome)))
             << d.text.substr(0, 12);
     }
@@ -192,10 +206,10 @@ TEST(JsonStream, NumbersBecomeTheFloatsTheWholeDocumentReaderMakes) {
         {"\"-inf\"", 0xFF800000},
     };
     for (const auto& c : cases) {
-        ByteBuffer written;
-        ASSERT_EQ(readBothWays(userDocument("", c.text), written, c.text), Outcome::Read) << c.text;
+        const std::string text = userDocument("", c.text);
+        ASSERT_EQ(readBothWays(text, c.text), Outcome::Read) << c.text;
         UserFile user;
-        ASSERT_TRUE(readUserFile(written.bytes(), user, CalendarDate(), {"UserDB.ddb"}).ok());
+        readUserFileJson(parseJson(text), user);
         uint32_t bits = 0;
         const float weight = user.days[0]->fields().weight;
         std::memcpy(&bits, &weight, sizeof bits);
@@ -285,6 +299,328 @@ TEST(JsonStream, OfANameGivenTwiceTheLaterValueCounts) {
             }
         }
     }
+}
+
+// ---- records read straight in their plain form, else the general way ----
+
+// An object's members as text, with `gap` after each ',' and ':'.
+struct Member {
+    std::string name;
+    std::string value;
+};
+using Members = std::vector<Member>;
+
+std::string objectText(const Members& members, const std::string& gap = " ") {
+    std::string text = "{";
+    for (std::size_t i = 0; i < members.size(); ++i) {
+        text += (i == 0 ? "" : "," + gap) + "\"" + members[i].name + "\":" + gap + members[i].value;
+    }
+    return text + "}";
+}
+
+const char* const kServing = "{\"amount\": 1.0, \"unit\": 14, \"sub\": 0}";
+
+Members foodMembers() {
+    return {{"key", "9"},          {"flag", "1"},
+            {"name", "\"Bagel\""}, {"text2", "null"},
+            {"serving", kServing}, {"ref1", "{\"amount\": 0.0, \"unit\": 0, \"sub\": 0}"},
+            {"ref2", kServing},    {"nutrients", "[245.0, 48.0, 2.0, 10.0, 1.5, 0.2]"},
+            {"meal", "0"},         {"ratio", "1.0"},
+            {"group", "5"}};
+}
+
+Members exerciseMembers() {
+    return {{"key", "5"},   {"byte", "0"},           {"type", "15"},    {"variant", "-1"},
+            {"third", "2"}, {"name", "\"Running\""}, {"minutes", "30"}, {"calories", "360"}};
+}
+
+// Values of every kind and edge, for a field of each kind.
+const std::vector<std::string> kIntegers = {"0",
+                                            "-0",
+                                            "0.0",
+                                            "-0.0",
+                                            "1",
+                                            "-1",
+                                            "255",
+                                            "256",
+                                            "-128",
+                                            "32767",
+                                            "32768",
+                                            "-32768",
+                                            "-32769",
+                                            "65535",
+                                            "65536",
+                                            "4294967295",
+                                            "4294967296",
+                                            "1e2",
+                                            "1E0",
+                                            "01",
+                                            "1.5",
+                                            "1.",
+                                            "-",
+                                            "\"1\"",
+                                            "null",
+                                            "true",
+                                            "[]",
+                                            "{}",
+                                            "18446744073709551615",
+                                            "18446744073709551616",
+                                            "-9223372036854775808",
+                                            "-9223372036854775809",
+                                            "1234567890123456789",
+                                            "12345678901234567890",
+                                            "-123456789012345678",
+                                            "-1234567890123456789",
+                                            " \n\t 7 \r\n"};
+const std::vector<std::string> kFloats = {"1.5",
+                                          "-0",
+                                          "-0.0",
+                                          "0",
+                                          "7",
+                                          "-7",
+                                          "0.1",
+                                          "1e-45",
+                                          "1e-400",
+                                          "1e400",
+                                          "3.4028236e38",
+                                          "16777217",
+                                          "9007199254740993",
+                                          "0.30000000000000004",
+                                          "1234567890123456789",
+                                          "12345678901234567890",
+                                          "123456789.0123456789",
+                                          "0.0000000000000000001",
+                                          "-9223372036854775809",
+                                          "1.",
+                                          ".5",
+                                          "01.5",
+                                          "1.5.5",
+                                          "1.5e",
+                                          "\"nan\"",
+                                          "\"inf\"",
+                                          "\"-inf\"",
+                                          "\"nan(0x7fa00001)\"",
+                                          "\"1.5\"",
+                                          "null",
+                                          "[1.5]",
+                                          "  1.25  "};
+const std::vector<std::string> kTexts = {"\"\"",
+                                         "null",
+                                         "\"Bagel\"",
+                                         "\"a\\\"b\"",
+                                         "\"caf\\u00e9\"",
+                                         "\"caf\xC3\xA9\"",
+                                         "\"\xE2\x82\xAC\"",
+                                         "\"\xE6\x97\xA5\"",
+                                         "\"\x7F\"",
+                                         "\"tab\\there\"",
+                                         "\"a\tb\"",
+                                         "\"\xC3\"",
+                                         "nul",
+                                         "nulll",
+                                         "7",
+                                         "[]",
+                                         "\"" + std::string(65534, 'x') + "\"",
+                                         "\"" + std::string(65535, 'x') + "\""};
+
+// Every member's value replaced by each of `values` for its kind, every member left out, given
+// twice (the later counting), an unknown member, the members reversed, blanks of every kind.
+std::vector<std::string> variantsOf(
+    const Members& members,
+    const std::function<const std::vector<std::string>*(const std::string& name)>& valuesOf) {
+    std::vector<std::string> out = {objectText(members),
+                                    objectText(members, ""),
+                                    objectText(members, "\n \r\t"),
+                                    "{}",
+                                    "[]",
+                                    "null"};
+    for (std::size_t i = 0; i < members.size(); ++i) {
+        if (const std::vector<std::string>* values = valuesOf(members[i].name)) {
+            for (const std::string& v : *values) {
+                Members m = members;
+                m[i].value = v;
+                out.push_back(objectText(m));
+            }
+        }
+        Members without = members;
+        without.erase(without.begin() + static_cast<std::ptrdiff_t>(i));
+        out.push_back(objectText(without));
+        Members twice = members;
+        twice.insert(twice.begin() + static_cast<std::ptrdiff_t>(i), {members[i].name, "\"x\""});
+        out.push_back(objectText(twice));
+        twice = members;
+        twice.push_back({members[i].name, "\"x\""});
+        out.push_back(objectText(twice));
+        twice = members;
+        twice.push_back(members[i]);
+        out.push_back(objectText(twice));
+        Members escaped = members;  // the last letter of the name as an escape
+        const auto last = static_cast<unsigned char>(escaped[i].name.back());
+        escaped[i].name.pop_back();
+        escaped[i].name +=
+            std::string("\\u00") + "0123456789abcdef"[last >> 4] + "0123456789abcdef"[last & 15];
+        out.push_back(objectText(escaped));
+    }
+    Members reversed(members.rbegin(), members.rend());
+    out.push_back(objectText(reversed));
+    Members unknown = members;
+    unknown.insert(unknown.begin() + 1, {"more", "{\"key\": \"x\", \"list\": [1, {}]}"});
+    out.push_back(objectText(unknown));
+    std::string trailing = objectText(members);
+    trailing.insert(trailing.size() - 1, ",");
+    out.push_back(trailing);
+    return out;
+}
+
+const std::vector<std::string>* foodValues(const std::string& name) {
+    static const std::vector<std::string> kServings = [] {
+        std::vector<std::string> servings = {
+            "{\"amount\": 1.0, \"unit\": 14}", "[]", "7",
+            "{\"amount\": 1.0, \"unit\": 14, \"sub\": 0, \"x\": 1}",
+            "{\"sub\": 2, \"unit\": 3, \"amount\": 0.5}"};
+        const Members serving = {{"amount", "1.0"}, {"unit", "14"}, {"sub", "0"}};
+        for (std::size_t i = 0; i < serving.size(); ++i) {
+            for (const std::string& v : i == 0 ? kFloats : kIntegers) {
+                Members m = serving;
+                m[i].value = v;
+                servings.push_back(objectText(m));
+            }
+        }
+        return servings;
+    }();
+    static const std::vector<std::string> kNutrients = [] {
+        std::vector<std::string> lists = {
+            "[1, 2, 3, 4, 5]",      "[1, 2, 3, 4, 5, 6, 7]", "[]", "{}",
+            "[1, 2, 3, 4, 5, [6]]", "[1, 2, 3, 4, 5, 6,]"};
+        for (const std::string& v : kFloats) {
+            lists.push_back("[1, 2, " + v + ", 4, 5, 6]");
+        }
+        return lists;
+    }();
+    if (name == "name" || name == "text2") {
+        return &kTexts;
+    }
+    if (name == "serving" || name == "ref1" || name == "ref2") {
+        return &kServings;
+    }
+    if (name == "nutrients") {
+        return &kNutrients;
+    }
+    return name == "ratio" ? &kFloats : &kIntegers;
+}
+
+// The same for a catalogue.
+Outcome readCatalogueBothWays(const std::string& text, const std::string& what) {
+    FoodCatalogue whole;
+    std::string expectedMessage;
+    const Outcome expected =
+        outcomeOf([&] { readCatalogueJson(parseJson(text), whole); }, &expectedMessage);
+    const std::string written = expected == Outcome::Read ? writtenOf(whole) : "";
+    for (const std::size_t block : kBlocks) {
+        std::istringstream in(text);
+        FoodCatalogue streamed;
+        std::string message;
+        const Outcome got = outcomeOf([&] { readCatalogueJson(in, streamed, block); }, &message);
+        EXPECT_EQ(nameOf(got), std::string(nameOf(expected))) << what << ", read " << block;
+        if (got == Outcome::Refused && expected == Outcome::Refused) {
+            EXPECT_EQ(message, expectedMessage) << what << ", read " << block;
+        }
+        if (got == Outcome::Read && expected == Outcome::Read) {
+            EXPECT_EQ(writtenOf(streamed), written) << what << ", read " << block;
+        }
+    }
+    return expected;
+}
+
+TEST(JsonStream, FoodsReadStraightAreTheFoodsAndRefusalsOfTheGeneralReader) {
+    const std::string good = objectText(foodMembers());
+    int read = 0;
+    int refused = 0;
+    for (const std::string& food : variantsOf(foodMembers(), foodValues)) {
+        // Between good foods, so that a food read the general way is followed by a straight one.
+        const std::string text =
+            catalogueDocument("{\"key\": 1, \"byte\": 0, \"name\": \"A\", \"foods\": [" + good +
+                              ", " + food + ", " + good + "]}");
+        const Outcome o = readCatalogueBothWays(text, food.substr(0, 120));
+        read += o == Outcome::Read ? 1 : 0;
+        refused += o == Outcome::Refused ? 1 : 0;
+    }
+    // Both kinds are well represented.
+    EXPECT_GT(read, 100);
+    EXPECT_GT(refused, 100);
+}
+
+TEST(JsonStream, DaysReadStraightAreTheDaysAndRefusalsOfTheGeneralReader) {
+    const std::string food = objectText(foodMembers());
+    const std::string exercise = objectText(exerciseMembers());
+    const Members day = {
+        {"date", "[9, 25, 2002]"},
+        {"weight", "154.0"},
+        {"note", "\"\""},
+        {"word", "0"},
+        {"level", "2"},
+        {"bmr", "1700"},
+        {"flags", "32768"},
+        {"totals", "[0, 0, 0, 0, 0, 0]"},
+        {"groups", "[[], [" + food + ", " + food + "], [], [], [], [], [], [" + food + "]]"},
+        {"exercises", "[" + exercise + "]"}};
+    std::vector<std::string> dates = {"[1, 2]", "[1, 2, 3, 4]", "[]", "{}", "7"};
+    for (const std::string& v : kIntegers) {
+        dates.push_back("[1, " + v + ", 2003]");
+    }
+    std::vector<std::string> groups = {"[]",
+                                       "[[], [], [], [], [], [], []]",
+                                       "[[], [], [], [], [], [], [], [], []]",
+                                       "[[], [], [], [], [], [], [], 7]",
+                                       "[[], [], [], [], [], [], [], {}]",
+                                       "[[], [], [], [], [], [], [], [" + food + ",]]",
+                                       "[[], [], [], [], [], [], [], [,]]"};
+    for (const std::string& f : variantsOf(foodMembers(), foodValues)) {
+        groups.push_back("[[], [], [" + food + ", " + f + "], [], [], [], [], []]");
+    }
+    std::vector<std::string> exercises = {"[]", "{}", "[7]",
+                                          "[" + exercise + ", " + exercise + "]"};
+    for (const std::string& e : variantsOf(exerciseMembers(), [](const std::string& name) {
+             return name == "name" ? &kTexts : &kIntegers;
+         })) {
+        exercises.push_back("[" + exercise + ", " + e + "]");
+    }
+    const std::vector<std::string> totals = {"[0, 0, 0, 0, 0]", "[0, 0, 0, 0, 0, \"nan\"]",
+                                             "[0, 0, 0, 0, 0, 1e39]", "[0, 0, 0, 0, 0, -0]"};
+    const auto valuesOf = [&](const std::string& name) -> const std::vector<std::string>* {
+        if (name == "date") {
+            return &dates;
+        }
+        if (name == "note") {
+            return &kTexts;
+        }
+        if (name == "weight") {
+            return &kFloats;
+        }
+        if (name == "groups") {
+            return &groups;
+        }
+        if (name == "exercises") {
+            return &exercises;
+        }
+        return name == "totals" ? &totals : &kIntegers;
+    };
+    const std::string good = objectText(day);
+    int read = 0;
+    int refused = 0;
+    for (const std::string& d : variantsOf(day, valuesOf)) {
+        const std::string document =
+            "{\"header\": {\"version\": 4, \"word\": 0, \"keyCounter\": 17, "
+            "\"flags\": 0}, \"profile\": " +
+            profileJson(UserProfile()).dump() +
+            ", \"dayIndex\": {\"first\": 3, \"count\": 3}, \"days\": [" + good + ", " + d + ", " +
+            good + "]}";
+        const Outcome o = readBothWays(document, d.substr(0, 120));
+        read += o == Outcome::Read ? 1 : 0;
+        refused += o == Outcome::Refused ? 1 : 0;
+    }
+    EXPECT_GT(read, 100);
+    EXPECT_GT(refused, 100);
 }
 
 }  // namespace
