@@ -51,6 +51,7 @@ struct WeightHistory {
     // reference lines.
     int16_t startLine = -1;
     int16_t goalLine = -1;
+    std::string unit = "lbs";  // the weights' unit: "lbs" or "kg"
 
     [[nodiscard]] uint16_t labelCount() const { return static_cast<uint16_t>(labels.size()); }
     // Value line i stands for this weight; line 0 lies one step below the lowest weight.

@@ -49,7 +49,8 @@ void SummaryTableGrid::sizeColumns() {
 }
 
 void SummaryTableGrid::reload() {
-    const SummaryTableView v = m_form.view();
+    m_view = m_form.view();
+    const SummaryTableView& v = m_view;
     const int days = v.days;
     grid().setRowCount(days + 1);
     m_currentDayRow = v.currentRow < 0 ? -1 : v.currentRow + 1;
@@ -96,12 +97,26 @@ void SummaryTableGrid::resizeEvent(QResizeEvent* event) {
     refresh();
 }
 
+bool SummaryTableGrid::markedWithinTargets(int row) const {
+    return m_view.marksTargets && row >= 1 && m_form.withinTargets(row - 1);
+}
+
 void SummaryTableGrid::drawCell(QPainter& p, int row, int column, const QRect& rect) {
     const QString text = cellText(row, column);
     if (text.isEmpty()) {
         return;
     }
     const QRect inner = rect.adjusted(3, 1, -3, -1);
+    if (column == 0 && markedWithinTargets(row)) {
+        // The dot sits left of the centred date, in the text's colour.
+        const int d = std::max(4, inner.height() / 3);
+        p.save();
+        p.setRenderHint(QPainter::Antialiasing);
+        p.setPen(Qt::NoPen);
+        p.setBrush(cellTextColour(row, column));
+        p.drawEllipse(QRect(inner.left(), inner.top() + (inner.height() - d) / 2, d, d));
+        p.restore();
+    }
     if (m_laidOut.size() > 4096) {
         m_laidOut.clear();
     }
@@ -149,13 +164,25 @@ void SummaryTableGrid::changeEvent(QEvent* event) {
 SummaryTableDialog::SummaryTableDialog(SummaryTableForm form, SessionNotifier& notifier,
                                        QWidget* parent)
     : LogbookScreen(notifier, parent, QStringLiteral("Summary Table")),
-      m_grid(new SummaryTableGrid(std::move(form), this)) {
+      m_grid(new SummaryTableGrid(std::move(form), this)),
+      m_legend(new QLabel(this)) {
     addOptionsMenu();
     body()->addWidget(m_grid, 1);
+    m_legend->setWordWrap(true);
+    m_legend->setAccessibleName(QStringLiteral("Targets legend"));
+    body()->addWidget(m_legend);
+    showLegend();
+    connect(&notifier, &SessionNotifier::dataChanged, this, &SummaryTableDialog::showLegend);
     connect(&notifier, &SessionNotifier::dataChanged, m_grid, &SummaryTableGrid::reload);
     connect(&notifier, &SessionNotifier::dayCreated, m_grid, &SummaryTableGrid::reload);
     connect(&notifier, &SessionNotifier::userChanged, m_grid, &SummaryTableGrid::reload);
     m_grid->setFocus();
+}
+
+void SummaryTableDialog::showLegend() {
+    const SummaryTableView& v = m_grid->view();
+    m_legend->setText(toQString(v.targetsLegend));
+    m_legend->setVisible(v.marksTargets);
 }
 
 }  // namespace nutrovex
