@@ -181,8 +181,9 @@ HistoricChartLayout layoutHistoricChart(const WeightHistory& history, int32_t wi
         const std::string name = "Goal " + std::to_string(history.goalLine) + ' ' + history.unit;
         const int32_t w = text.widthOf(name) + text.height;  // room for the mark after it
         const int32_t top = above ? plot.top + 2 : plot.bottom - 2 - text.height;
+        // At the left end: a weight moving towards its goal ends at the right one.
         layout.goalMark = ChartEdgeMark{
-            {{std::max(plot.right - 4 - w, plot.left), top, plot.right - 4, top + text.height},
+            {{plot.left + 4, top, std::min(plot.left + 4 + w, plot.right), top + text.height},
              name},
             above};
     }

@@ -71,7 +71,7 @@ struct ChartLegendEntry {
 };
 
 // A reference weight beyond the scale, named with its value inside the plot at the edge it lies
-// past; the mark points out of the plot.
+// past, at the plot's left end; the mark after the text points out of the plot.
 struct ChartEdgeMark {
     ChartLabel label;  // right-aligned, centred vertically
     bool above = false;
