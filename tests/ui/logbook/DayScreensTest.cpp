@@ -136,6 +136,38 @@ TEST_F(DayScreensTest, TheSummaryTableListsEveryDayAndHighlightsTheCurrentOne) {
               table->grid().scrollLimit(Orientation::Vertical));
 }
 
+// With targets set, the summary table puts a dot beside the date of each day that met them and
+// says so under the grid.
+TEST_F(DayScreensTest, TargetsMarkTheDaysOfTheSummaryTableThatMetThem) {
+    setLosingGoal();
+    addDay(19, 11, 2002, 180.0f, 1800.0f);  // 60 g of protein
+    addDay(20, 11, 2002, 180.0f, 1200.0f);  // 40 g
+    auto screen = show<SummaryTableDialog>(&LogbookOpeners::summaryTable);
+    SummaryTableGrid* table = screen->table();
+    EXPECT_FALSE(screen->legend()->isVisible());  // no targets: no marks
+
+    session.targets().of(TargetNutrient::Protein) = MacroTarget{MacroTarget::Kind::Grams, 60.0};
+    notifier.apply(Notices{.dataChanged = true});
+    EXPECT_TRUE(screen->legend()->isVisible());
+    EXPECT_TRUE(table->markedWithinTargets(1));
+    EXPECT_FALSE(table->markedWithinTargets(2));
+    // The dot is painted at the left of the marked date only.
+    const QImage picture = table->viewport()->grab().toImage();
+    const auto inkAtLeft = [&](int row) {
+        const GridRect cell = table->grid().cellRect(row, 0);
+        const QColor background = QColor(picture.pixel(cell.left + 1, cell.top + 1));
+        int ink = 0;
+        for (int x = cell.left + 3; x < cell.left + 9; ++x) {
+            for (int y = cell.top + 2; y < cell.top + cell.height() - 2; ++y) {
+                ink += QColor(picture.pixel(x, y)) != background ? 1 : 0;
+            }
+        }
+        return ink;
+    };
+    EXPECT_GT(inkAtLeft(1), 4);
+    EXPECT_EQ(inkAtLeft(2), 0);
+}
+
 // Tab walks every control of a screen, each named for assistive technology, and comes back.
 void expectTabWalk(QWidget& screen, int expectedStops) {
     QWidget* start = QApplication::focusWidget();
