@@ -173,7 +173,6 @@ HistoricChartLayout layoutHistoricChart(const WeightHistory& history, int32_t wi
         }
         return level;
     };
-    layout.startLine = referenceLine(history.startLine);
     layout.goalLine = referenceLine(history.goalLine);
     if (!layout.goalLine && history.goalLine >= 0) {
         // Beyond the scale: named with its value at the edge it lies past.

@@ -105,9 +105,8 @@ struct HistoricChartLayout {
     // Centred horizontally, at the top of the box; where every label would not fit, every
     // second (third, ...) one counted back from the newest, so that no two run together.
     std::vector<ChartLabel> dateLabels;
-    ChartLabel unitLabel;                 // the weights' unit above the value labels, right-aligned
-    std::vector<ChartPoint> weightLine;   // the days with a weight, joined in order
-    std::optional<ChartLevel> startLine;  // only when inside the plot
+    ChartLabel unitLabel;                // the weights' unit above the value labels, right-aligned
+    std::vector<ChartPoint> weightLine;  // the days with a weight, joined in order
     std::optional<ChartLevel> goalLine;
     std::optional<ChartEdgeMark> goalMark;  // the goal when it lies beyond the scale
     std::vector<ChartPoint> trendLine;      // empty unless a trend was given

@@ -118,30 +118,23 @@ TEST(HistoricChartLayout, EqualWeightsGiveThreeLinesWithTheMiddleOneLabelled) {
     EXPECT_EQ(l.weightLine[1].y, l.valueLines[1].y);
 }
 
-TEST(HistoricChartLayout, ReferenceLinesOnlyWhenInsideThePlot) {
+TEST(HistoricChartLayout, TheGoalLineOnlyWhenInsideThePlot) {
     struct Row {
-        int16_t start, goal;
-        bool startShown, goalShown;
+        int16_t goal;
+        bool shown;
     };
     // The scale runs from 147 (bottom edge) to 183 (top edge).
-    const Row rows[] = {
-        {160, 170, true, true},  {147, 183, true, true},  {146, 184, false, false},
-        {-1, 200, false, false}, {100, 150, false, true},
-    };
-    for (const Row& r : rows) {
+    for (const Row& r : {Row{170, true}, Row{147, true}, Row{183, true}, Row{146, false},
+                         Row{184, false}, Row{-1, false}}) {
         WeightHistory h = history150To182();
-        h.startLine = r.start;
         h.goalLine = r.goal;
         const HistoricChartLayout l = layoutHistoricChart(h, 440, 300, kFortyHigh);
-        EXPECT_EQ(l.startLine.has_value(), r.startShown) << r.start;
-        EXPECT_EQ(l.goalLine.has_value(), r.goalShown) << r.goal;
-        for (const auto& line : {l.startLine, l.goalLine}) {
-            if (line) {
-                EXPECT_EQ(line->left, l.plot.left);
-                EXPECT_EQ(line->right, l.plot.right);
-                EXPECT_GE(line->y, l.plot.top);
-                EXPECT_LE(line->y, l.plot.bottom);
-            }
+        EXPECT_EQ(l.goalLine.has_value(), r.shown) << r.goal;
+        if (l.goalLine) {
+            EXPECT_EQ(l.goalLine->left, l.plot.left);
+            EXPECT_EQ(l.goalLine->right, l.plot.right);
+            EXPECT_GE(l.goalLine->y, l.plot.top);
+            EXPECT_LE(l.goalLine->y, l.plot.bottom);
         }
     }
     WeightHistory h = history150To182();
