@@ -60,10 +60,12 @@ QString glanceHtml(const DayGlance& g, const QPalette& palette) {
                    "<td align=\"right\" style=\"padding-top:6px\"><b>%2</b></td></tr>")
                    .arg(html(group.heading), html(group.total));
         for (const GlanceLine& line : group.lines) {
-            out += QStringLiteral(
-                       "<tr><td>&nbsp;&nbsp;%1</td><td style=\"color:%4\">%2</td>"
-                       "<td align=\"right\">%3</td></tr>")
-                       .arg(html(line.name), html(line.amount), html(line.calories), muted);
+            out +=
+                QStringLiteral(
+                    "<tr><td width=\"100%\">&nbsp;&nbsp;%1</td>"
+                    "<td align=\"right\" style=\"color:%4; white-space:nowrap\">%2&nbsp;&nbsp;</td>"
+                    "<td align=\"right\" style=\"white-space:nowrap\">%3</td></tr>")
+                    .arg(html(line.name), html(line.amount), html(line.calories), muted);
         }
         if (!group.more.empty()) {
             out +=
