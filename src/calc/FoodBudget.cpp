@@ -8,6 +8,9 @@
 namespace nutrovex {
 
 const char* const kNoBudgetText = "(Weight required for BMR).";
+const char* const kBudgetFormulaText =
+    "To reach your goal: BMR + exercise - goal, from average figures for your age, height and "
+    "weight.";
 
 namespace {
 
@@ -81,7 +84,8 @@ std::vector<BudgetSection> foodBudgetPage(const DayRecord* day, const UserProfil
           {"Target Date:", longDateText(profile.goalDate())}}},
         {"Meals",
          {{"Calories In:", calText(roundedCalories(caloriesIn))},
-          {"", kBudgetIntro + foodBudgetText(day, profile)}}},
+          {"Food budget:", foodBudgetText(day, profile)},
+          {"", kBudgetFormulaText}}},
         {"Activity Level",
          {{"Calories Out:", calText(bmr)},
           {"", "The calories you burned during the day through work and at rest."}}},
@@ -93,7 +97,9 @@ std::vector<BudgetSection> foodBudgetPage(const DayRecord* day, const UserProfil
 }
 
 FoodBudgetBox foodBudgetBox(const DayRecord* day, const UserProfile& profile) {
-    return {"Food Budget", kBudgetIntro + foodBudgetText(day, profile) + " calories.",
+    const std::optional<int32_t> budget = foodBudgetCalories(day, profile);
+    return {"Food Budget",
+            kBudgetIntro + (budget ? std::to_string(*budget) + " calories." : kNoBudgetText),
             "Food = BMR + Exercise - Goal", "Daily Calorie Goal",
             goalSentence(freshPlan(profile), profile.metric())};
 }

@@ -11,6 +11,8 @@ class DayRecord;
 class UserProfile;
 
 extern const char* const kNoBudgetText;  // "(Weight required for BMR)."
+// The page's one-line explanation of the food budget beside the measured suggestion.
+extern const char* const kBudgetFormulaText;
 
 // The day's food budget, "Food Budget = BMR + Exercise - Goal", as "%d cal"; the fixed text
 // when there is no day, no level, no weight, age or height, no valid plan, or a weight-gain goal
@@ -40,14 +42,15 @@ struct BudgetSection {
     std::vector<BudgetRow> rows;
 };
 
-// The scrolling food budget page: "Weight", "Meals", "Activity Level", "Exercise", "Goals".
+// The scrolling food budget page: "Weight", "Meals" (calories in, the food budget and what it is),
+// "Activity Level", "Exercise", "Goals".
 [[nodiscard]] std::vector<BudgetSection> foodBudgetPage(const DayRecord* day,
                                                         const UserProfile& profile);
 
 // The compact food budget box.
 struct FoodBudgetBox {
     std::string heading;      // "Food Budget"
-    std::string budgetLine;   // "To achieve the goals ... is:  1500 cal calories."
+    std::string budgetLine;   // "To achieve the goals ... is:  1500 calories."
     std::string caption;      // "Food = BMR + Exercise - Goal"
     std::string goalHeading;  // "Daily Calorie Goal"
     std::string goalSentence;

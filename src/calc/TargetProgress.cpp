@@ -102,4 +102,21 @@ std::string targetLineText(const TargetLine& line) {
                       -left);
 }
 
+std::vector<std::string> dayTargetLines(const MacroTargets* targets, const DayRecord* day,
+                                        const UserProfile& profile) {
+    std::vector<std::string> lines;
+    if (targets == nullptr || !targets->any()) {
+        return lines;
+    }
+    const TargetProgress progress = day != nullptr
+                                        ? dayTargetProgress(*targets, *day, profile)
+                                        : targetProgress(*targets, std::nullopt, TargetGrams{});
+    for (const TargetLine& line : progress.lines) {
+        if (std::string text = targetLineText(line); !text.empty()) {
+            lines.push_back(std::move(text));
+        }
+    }
+    return lines;
+}
+
 }  // namespace nutrovex

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/FoodItem.h"
 #include "core/MacroTargets.h"
@@ -73,5 +74,11 @@ using TargetGrams = std::array<double, kTargetNutrientCount>;
 // "Saturated fat: 8.0 g of at most 20.0 g, 12.0 g left", "Protein: 80.5 g; 30.0% of the food
 // budget, which this day does not have". Empty when the target is not set.
 [[nodiscard]] std::string targetLineText(const TargetLine& line);
+
+// The lines of every set target for a day (null: a date without a record, nothing eaten and no
+// budget); empty when targets is null or sets none.
+[[nodiscard]] std::vector<std::string> dayTargetLines(const MacroTargets* targets,
+                                                      const DayRecord* day,
+                                                      const UserProfile& profile);
 
 }  // namespace nutrovex

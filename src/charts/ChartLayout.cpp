@@ -27,8 +27,9 @@ struct WeightAxis {
         return static_cast<int32_t>(plot.bottom - rise);
     }
     [[nodiscard]] int32_t y(double weight) const {
+        // Floored as the whole weights are, so a trend on a whole weight meets its line.
         const double rise = plot.height() * (weight - bottomWeight) / (topWeight - bottomWeight);
-        return plot.bottom - static_cast<int32_t>(std::lround(rise));
+        return plot.bottom - static_cast<int32_t>(std::clamp(std::floor(rise + 1e-9), -1e9, 1e9));
     }
 };
 
@@ -63,16 +64,59 @@ std::vector<ChartLabel> valueLabelsOf(const std::vector<ChartLevel>& lines, cons
 
 }  // namespace
 
+int32_t plotMarginTop(const ChartTextMetrics& text) {
+    return text.height + 6;
+}
+
+std::vector<ChartLabel> spacedLabels(const std::vector<std::string>& texts,
+                                     const std::vector<int32_t>& widths, int32_t left,
+                                     int32_t right, int32_t top, int32_t bottom, int32_t areaLeft,
+                                     int32_t areaRight) {
+    const auto count = static_cast<int32_t>(std::min(texts.size(), widths.size()));
+    const int32_t gaps = std::max(count - 1, 1);
+    const auto boxOf = [&](int32_t k) {
+        const int32_t x = left + static_cast<int32_t>(int64_t{right - left} * k / gaps);
+        const int32_t w = widths[static_cast<std::size_t>(k)];
+        int32_t l = x - w / 2;
+        // Kept inside the area, shifted rather than cut.
+        l = std::max(areaLeft, std::min(l, areaRight - w));
+        return ChartRect{l, top, l + w, bottom};
+    };
+    for (int32_t step = 1; step <= std::max(count, 1); ++step) {
+        std::vector<ChartLabel> shown;
+        bool fits = true;
+        for (int32_t k = count - 1; k >= 0; k -= step) {
+            const ChartRect box = boxOf(k);
+            if (!shown.empty() && box.right + kLabelGap > shown.back().box.left) {
+                fits = false;
+                break;
+            }
+            shown.push_back({box, texts[static_cast<std::size_t>(k)]});
+        }
+        if (fits) {
+            std::reverse(shown.begin(), shown.end());
+            return shown;
+        }
+    }
+    // Not even one pair fits: the newest alone.
+    if (count == 0) {
+        return {};
+    }
+    return {{boxOf(count - 1), texts[static_cast<std::size_t>(count - 1)]}};
+}
+
 HistoricChartLayout layoutHistoricChart(const WeightHistory& history, int32_t width, int32_t height,
                                         const WrappedTextHeight& wrappedTextHeight,
-                                        const std::vector<std::optional<float>>* trend) {
+                                        const std::vector<std::optional<float>>* trend,
+                                        const ChartTextMetrics& text) {
     HistoricChartLayout layout;
     width = std::max(width, 0);
     height = std::max(height, 0);
     layout.area = {0, 0, width, std::min(height, width / 2)};
     const ChartRect& area = layout.area;
-    layout.plot = {area.left + kPlotMarginLeft, area.top, area.right - kPlotMarginRight,
-                   area.bottom - kPlotMarginBottom};
+    layout.plot = {area.left + kPlotMarginLeft, area.top + plotMarginTop(text),
+                   area.right - kPlotMarginRight,
+                   std::max(area.bottom - kPlotMarginBottom, area.top + plotMarginTop(text))};
     const ChartRect& plot = layout.plot;
 
     layout.drawable =
@@ -109,15 +153,15 @@ HistoricChartLayout layoutHistoricChart(const WeightHistory& history, int32_t wi
         }
     }
 
-    const auto labelCount = static_cast<int32_t>(history.labels.size());
-    const int32_t labelGaps = std::max(labelCount - 1, 1);
-    const int32_t labelWidth = plot.width() / labelGaps;
-    for (int32_t k = 0; k < labelCount; ++k) {
-        const int32_t x = plot.left + static_cast<int32_t>(int64_t{plot.width()} * k / labelGaps);
-        layout.dateLabels.push_back({{x - labelWidth / 2, plot.bottom + kDateLabelTop,
-                                      x + labelWidth / 2, plot.bottom + kDateLabelBottom},
-                                     history.labels[static_cast<std::size_t>(k)]});
+    std::vector<int32_t> labelWidths;
+    labelWidths.reserve(history.labels.size());
+    for (const std::string& label : history.labels) {
+        labelWidths.push_back(text.widthOf(label));
     }
+    layout.dateLabels = spacedLabels(history.labels, labelWidths, plot.left, plot.right,
+                                     plot.bottom + kDateLabelTop, plot.bottom + kDateLabelBottom,
+                                     area.left, area.right);
+    layout.unitLabel = {{area.left, area.top, plot.left - kValueLabelGap, plot.top}, history.unit};
 
     const auto referenceLine = [&](int16_t weight) -> std::optional<ChartLevel> {
         if (weight < 0) {
@@ -129,8 +173,19 @@ HistoricChartLayout layoutHistoricChart(const WeightHistory& history, int32_t wi
         }
         return level;
     };
-    layout.startLine = referenceLine(history.startLine);
     layout.goalLine = referenceLine(history.goalLine);
+    if (!layout.goalLine && history.goalLine >= 0) {
+        // Beyond the scale: named with its value at the edge it lies past.
+        const bool above = int32_t{history.goalLine} > history.lineWeight(lineCount - 1);
+        const std::string name = "Goal " + std::to_string(history.goalLine) + ' ' + history.unit;
+        const int32_t w = text.widthOf(name) + text.height;  // room for the mark after it
+        const int32_t top = above ? plot.top + 2 : plot.bottom - 2 - text.height;
+        // At the left end: a weight moving towards its goal ends at the right one.
+        layout.goalMark = ChartEdgeMark{
+            {{plot.left + 4, top, std::min(plot.left + 4 + w, plot.right), top + text.height},
+             name},
+            above};
+    }
 
     if (trend != nullptr) {
         for (int32_t day = 0; day <= lastDay && static_cast<std::size_t>(day) < trend->size();
@@ -138,6 +193,25 @@ HistoricChartLayout layoutHistoricChart(const WeightHistory& history, int32_t wi
             if (const std::optional<float>& value = (*trend)[static_cast<std::size_t>(day)]) {
                 layout.trendLine.push_back({dayX(day), axis.y(static_cast<double>(*value))});
             }
+        }
+    }
+    if (!layout.trendLine.empty()) {
+        // Right to left from the plot's right end: "Trend" last, "Weight" before it.
+        const int32_t stroke = 16;
+        const int32_t mid = area.top + plot.top / 2;
+        int32_t right = plot.right;
+        for (const auto& [series, name] :
+             {std::pair{ChartSeries::Trend, "Trend"}, std::pair{ChartSeries::Weight, "Weight"}}) {
+            const int32_t w = text.widthOf(name);
+            const int32_t textLeft = right - w;
+            const int32_t strokeRight = textLeft - 4;
+            ChartLegendEntry entry;
+            entry.series = series;
+            entry.strokeFrom = {strokeRight - stroke, mid};
+            entry.strokeTo = {strokeRight, mid};
+            entry.label = {{textLeft, area.top, right, plot.top}, name};
+            layout.legend.insert(layout.legend.begin(), entry);
+            right = strokeRight - stroke - 2 * kLabelGap;
         }
     }
     return layout;

@@ -34,10 +34,7 @@ int Maintenance::missingWeighIns() const {
 }
 
 std::optional<double> Maintenance::weeklyRate() const {
-    if (!trendStart || !trendEnd || trendDays <= 0) {
-        return std::nullopt;
-    }
-    return (static_cast<double>(*trendEnd) - static_cast<double>(*trendStart)) * 7.0 / trendDays;
+    return TrendWindow{trendStart, trendEnd, trendDays}.weeklyRate();
 }
 
 Maintenance measureMaintenance(std::span<const DaySample> days, int32_t currentDay) {
@@ -71,15 +68,11 @@ Maintenance measureMaintenance(std::span<const DaySample> days, int32_t currentD
         m.weighIns += entry.second ? 1 : 0;
     }
 
-    const WeightTrend trend(weighIns);
-    const std::optional<int32_t> first = trend.firstDay();
-    if (first) {
-        // The trend starts inside the window when the very first weigh-in does.
-        const int32_t start = *first > before ? *first : before;
-        m.trendStart = trend.at(start);
-        m.trendEnd = trend.at(currentDay);
-        m.trendDays = currentDay - start;
-    }
+    // The same window as the chart's trend rate, so both give one figure.
+    const TrendWindow trend = trendWindow(WeightTrend(weighIns), currentDay);
+    m.trendStart = trend.start;
+    m.trendEnd = trend.end;
+    m.trendDays = trend.days;
 
     m.valid = m.loggedDays >= kMinLoggedDays && m.weighIns >= kMinWeighIns && m.trendStart &&
               m.trendEnd && m.trendDays > 0;
@@ -165,19 +158,24 @@ BudgetSection measuredSection(const Maintenance& m, const UserProfile& profile) 
     if (m.valid) {
         section.rows.push_back(
             {"Maintenance (" + std::to_string(kMaintenanceWindowDays) + " days):",
-             groupedCalories(roundedMaintenance(m.calories))});
+             std::to_string(roundedMaintenance(m.calories)) + " cal"});
         GoalPlan plan = profile.plan();
         computeGoalPlan(plan, profile.startWeight(), profile.startDate(), profile.goalWeight(),
                         profile.goalDate());
         if (const auto budget = suggestedBudget(m, plan)) {
-            section.rows.push_back({"Suggested budget:", groupedCalories(*budget)});
+            section.rows.push_back({"Suggested budget:", std::to_string(*budget) + " cal"});
+            section.rows.push_back(
+                {"",
+                 "Measured: what your own food log and weight trend say you burn, less the "
+                 "goal's " +
+                     std::to_string(planCaloriesPerDay(plan).value_or(0)) + " cal a day."});
         }
     } else {
         section.rows.push_back(
             {"", "Measured maintenance needs " + missingForMaintenance(m) + "."});
     }
     if (const auto rate = m.weeklyRate()) {
-        section.rows.push_back({"Trend:", weeklyRateText(*rate, profile.metric())});
+        section.rows.push_back({trendWindowLabel(), weeklyRateText(*rate, profile.metric())});
     }
     return section;
 }

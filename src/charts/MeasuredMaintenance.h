@@ -6,6 +6,7 @@
 #include <string>
 
 #include "calc/FoodBudget.h"
+#include "charts/WeightTrend.h"
 #include "core/CalendarDate.h"
 #include "core/GoalPlan.h"
 #include "core/UserStore.h"
@@ -16,7 +17,7 @@ class UserProfile;
 
 // What a person's own logbook says they burn: the average intake of the logged days of a window,
 // less what the weight trend says was stored in the body meanwhile.
-inline constexpr int32_t kMaintenanceWindowDays = 28;
+inline constexpr int32_t kMaintenanceWindowDays = kTrendWindowDays;
 inline constexpr int kMinLoggedDays = 14;
 inline constexpr int kMinWeighIns = 2;
 // The lowest daily budget ever suggested.

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "calc/Bmr.h"
+#include "calc/Goals.h"
 #include "core/UserStore.h"
 #include "logbook/DayCursor.h"
 
@@ -102,6 +103,7 @@ WeightHistory collectWeightHistory(DayCursor& days, uint16_t span) {
     const bool metric = store.profile.metric();
     h.startLine = weightToWhole(store.profile.startWeight(), metric).value;
     h.goalLine = weightToWhole(store.profile.goalWeight(), metric).value;
+    h.unit = weightUnitLabel(metric);
     releaseChartData(store);
 
     const CalendarDate remembered = days.currentDate();

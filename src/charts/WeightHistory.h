@@ -47,10 +47,11 @@ struct WeightHistory {
     uint16_t step = 0;       // weight between value lines
     uint16_t lineCount = 0;  // 0 when no weight was found
     uint16_t points = 0;     // the days that carry a weight
-    // The profile's start and goal weights in the display unit, -1 when not entered; drawn as
-    // reference lines.
+    // The profile's start and goal weights in the display unit, -1 when not entered; the chart
+    // draws the goal.
     int16_t startLine = -1;
     int16_t goalLine = -1;
+    std::string unit = "lbs";  // the weights' unit: "lbs" or "kg"
 
     [[nodiscard]] uint16_t labelCount() const { return static_cast<uint16_t>(labels.size()); }
     // Value line i stands for this weight; line 0 lies one step below the lowest weight.

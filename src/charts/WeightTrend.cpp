@@ -93,6 +93,31 @@ std::optional<double> WeightTrend::weeklyRate(int32_t from, int32_t to) const {
     return (static_cast<double>(*end) - static_cast<double>(*start)) * 7.0 / (to - from);
 }
 
+std::optional<double> TrendWindow::weeklyRate() const {
+    if (!start || !end || days <= 0) {
+        return std::nullopt;
+    }
+    return (static_cast<double>(*end) - static_cast<double>(*start)) * 7.0 / days;
+}
+
+TrendWindow trendWindow(const WeightTrend& trend, int32_t currentDay) {
+    TrendWindow w;
+    const std::optional<int32_t> first = trend.firstDay();
+    if (!first) {
+        return w;
+    }
+    const int32_t before = currentDay - kTrendWindowDays;  // the day before the window
+    const int32_t from = *first > before ? *first : before;
+    w.start = trend.at(from);
+    w.end = trend.at(currentDay);
+    w.days = currentDay - from;
+    return w;
+}
+
+std::string trendWindowLabel() {
+    return "Trend (" + std::to_string(kTrendWindowDays) + " days):";
+}
+
 std::string weeklyRateText(double poundsPerWeek, bool metric) {
     const double rate = metric ? poundsPerWeek / kPoundsPerKilogram : poundsPerWeek;
     const double tenths = std::round(rate * 10.0);

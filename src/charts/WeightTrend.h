@@ -50,6 +50,24 @@ private:
     std::vector<DatedWeight> m_points;
 };
 
+// How far back the weight's recent trend is read: the food budget page and the chart give the
+// same figure.
+inline constexpr int32_t kTrendWindowDays = 28;
+
+// The trend over the window ending at a day: from the day before the window, or from the very
+// first weigh-in when that falls inside it, to the day.
+struct TrendWindow {
+    std::optional<float> start;
+    std::optional<float> end;
+    int32_t days = 0;  // the days the change is spread over
+    // The change per week, in pounds; nullopt without a start, an end or a day between them.
+    [[nodiscard]] std::optional<double> weeklyRate() const;
+};
+[[nodiscard]] TrendWindow trendWindow(const WeightTrend& trend, int32_t currentDay);
+
+// "Trend (28 days):", as the page labels the window's rate and the chart introduces it.
+[[nodiscard]] std::string trendWindowLabel();
+
 // "-0.8 lbs/week", "+0.3 kg/week", "0.0 lbs/week": the rate in the display unit, one decimal,
 // rounded half away from zero.
 [[nodiscard]] std::string weeklyRateText(double poundsPerWeek, bool metric);

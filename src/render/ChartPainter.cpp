@@ -60,20 +60,15 @@ void drawValueScale(QPainter& p, const std::vector<ChartLevel>& lines,
     }
 }
 
-// The largest size up to the font's own at which every text fits its width.
-QFont fitted(const QFont& font, const std::vector<ChartLabel>& labels) {
-    QFont f = font;
-    for (qreal size = font.pointSizeF(); size > 5.0; size -= 0.5) {
-        f.setPointSizeF(size);
-        const QFontMetrics metrics(f);
-        const bool fits = std::all_of(labels.begin(), labels.end(), [&](const ChartLabel& l) {
-            return metrics.horizontalAdvance(toText(l.text)) <= l.box.width();
-        });
-        if (fits) {
-            break;
-        }
-    }
-    return f;
+// A small triangle beside a text, pointing up or down.
+void drawPointer(QPainter& p, const ChartRect& box, bool up, int size) {
+    const int cx = box.right - size / 2;
+    const int cy = (box.top + box.bottom) / 2;
+    const int h = std::max(size / 3, 3);
+    const QPoint points[3] = {QPoint(cx - h, up ? cy + h / 2 : cy - h / 2),
+                              QPoint(cx + h, up ? cy + h / 2 : cy - h / 2),
+                              QPoint(cx, up ? cy - h : cy + h)};
+    p.drawPolygon(points, 3);
 }
 
 }  // namespace
@@ -98,6 +93,11 @@ HistoricChartLayout historicChartLayout(const WeightHistory& history, QSize size
                                         const std::vector<std::optional<float>>* trend) {
     const QFontMetrics metrics(font);
     const QString message = QString::fromLatin1(kTooFewPointsMessage);
+    ChartTextMetrics text;
+    text.height = metrics.height();
+    text.width = [&metrics](const std::string& s) {
+        return static_cast<int32_t>(metrics.horizontalAdvance(toText(s))) + 2;
+    };
     return layoutHistoricChart(
         history, size.width(), size.height(),
         [&](int32_t width) {
@@ -105,7 +105,7 @@ HistoricChartLayout historicChartLayout(const WeightHistory& history, QSize size
                 .boundingRect(QRect(0, 0, std::max(width, 1), 100000), Qt::TextWordWrap, message)
                 .height();
         },
-        trend);
+        trend, text);
 }
 
 void paintHistoricChart(QPainter& p, const HistoricChartLayout& l, const ChartColours& colours,
@@ -124,12 +124,13 @@ void paintHistoricChart(QPainter& p, const HistoricChartLayout& l, const ChartCo
         return;
     }
     drawValueScale(p, l.valueLines, l.valueLabels, colours);
+    p.drawText(toQRect(l.unitLabel.box), Qt::AlignRight | Qt::AlignVCenter,
+               toText(l.unitLabel.text));
 
-    p.setFont(fitted(font, l.dateLabels));
+    // Measured with this font by the layout, which left out what would run together.
     for (const ChartLabel& label : l.dateLabels) {
         p.drawText(toQRect(label.box), Qt::AlignHCenter | Qt::AlignTop, toText(label.text));
     }
-    p.setFont(font);
 
     // The reference lines, named in the right margin.
     const QFontMetrics metrics(font);
@@ -146,7 +147,6 @@ void paintHistoricChart(QPainter& p, const HistoricChartLayout& l, const ChartCo
         p.drawText(QRect(level->right + 3, top, l.area.right - level->right - 3, metrics.height()),
                    Qt::AlignLeft | Qt::AlignVCenter, name);
     };
-    reference(l.startLine, colours.ink, QStringLiteral("Start"));
     reference(l.goalLine, colours.goal, QStringLiteral("Goal"));
 
     // Smooth lines while the days stand apart; where they crowd, the pixels decide anyway and
@@ -169,6 +169,24 @@ void paintHistoricChart(QPainter& p, const HistoricChartLayout& l, const ChartCo
         }
     }
     p.setClipping(false);
+
+    for (const ChartLegendEntry& entry : l.legend) {
+        p.setPen(QPen(entry.series == ChartSeries::Trend ? colours.trend : colours.line, 2.0,
+                      Qt::SolidLine, Qt::RoundCap));
+        p.drawLine(entry.strokeFrom.x, entry.strokeFrom.y, entry.strokeTo.x, entry.strokeTo.y);
+        p.setPen(colours.ink);
+        p.drawText(toQRect(entry.label.box), Qt::AlignLeft | Qt::AlignVCenter,
+                   toText(entry.label.text));
+    }
+    if (l.goalMark) {
+        const ChartRect& box = l.goalMark->label.box;
+        p.fillRect(toQRect(box), colours.face);
+        p.setPen(colours.goal);
+        p.setBrush(colours.goal);
+        drawPointer(p, box, l.goalMark->above, box.height());
+        p.drawText(toQRect({box.left, box.top, box.right - box.height(), box.bottom}),
+                   Qt::AlignRight | Qt::AlignVCenter, toText(l.goalMark->label.text));
+    }
     p.setRenderHint(QPainter::Antialiasing, false);
 
     p.setPen(colours.ink);

@@ -74,9 +74,9 @@ TEST_F(FoodBudgetTest, PageShowsTheDayAndTheGoalInSections) {
                                       {"Target Weight:", "190 lbs"},
                                       {"Target Date:", "Wednesday October 30, 2002"}}));
     EXPECT_EQ(page[1].rows,
-              (std::vector<BudgetRow>{
-                  {"Calories In:", "1500 cal"},  // rounded half up
-                  {"", "To achieve the goals you have set, your food budget is:  1750 cal"}}));
+              (std::vector<BudgetRow>{{"Calories In:", "1500 cal"},  // rounded half up
+                                      {"Food budget:", "1750 cal"},
+                                      {"", kBudgetFormulaText}}));
     EXPECT_EQ(page[2].rows,
               (std::vector<BudgetRow>{
                   {"Calories Out:", "2400 cal"},
@@ -102,10 +102,7 @@ TEST_F(FoodBudgetTest, PageInKilogramsAndWithoutWeights) {
     page = foodBudgetPage(&day, profile);
     EXPECT_EQ(page[0].rows[0], (BudgetRow{"Current Weight:", "Please input daily weight."}));
     EXPECT_EQ(page[0].rows[1], (BudgetRow{"Target Weight:", ""}));
-    EXPECT_EQ(page[1].rows[1],
-              (BudgetRow{"",
-                         "To achieve the goals you have set, your food budget is:  (Weight "
-                         "required for BMR)."}));
+    EXPECT_EQ(page[1].rows[1], (BudgetRow{"Food budget:", "(Weight required for BMR)."}));
 
     page = foodBudgetPage(nullptr, profile);
     EXPECT_EQ(page[0].rows[0], (BudgetRow{"Current Weight:", "Please input daily weight."}));
@@ -117,7 +114,11 @@ TEST_F(FoodBudgetTest, CompactBox) {
     const FoodBudgetBox box = foodBudgetBox(&day, profile);
     EXPECT_EQ(box.heading, "Food Budget");
     EXPECT_EQ(box.budgetLine,
-              "To achieve the goals you have set, your food budget is:  1750 cal calories.");
+              "To achieve the goals you have set, your food budget is:  1750 calories.");
+    day.rawFields().weight = -1.0f;  // no budget: the fixed text ends the sentence
+    EXPECT_EQ(foodBudgetBox(&day, profile).budgetLine,
+              "To achieve the goals you have set, your food budget is:  (Weight required for "
+              "BMR).");
     EXPECT_EQ(box.caption, "Food = BMR + Exercise - Goal");
     EXPECT_EQ(box.goalHeading, "Daily Calorie Goal");
     EXPECT_EQ(box.goalSentence,

@@ -40,7 +40,8 @@ TEST(HistoricChartLayout, TheAreaIsAtMostHalfAsHighAsWideWithThePlotInsideItsMar
         const HistoricChartLayout l =
             layoutHistoricChart(history150To182(), r.width, r.height, kFortyHigh);
         EXPECT_EQ(l.area, (ChartRect{0, 0, r.width, r.areaHeight})) << r.width << "x" << r.height;
-        EXPECT_EQ(l.plot, (ChartRect{40, 0, r.width - 40, r.areaHeight - 25}));
+        // A line of text above the plot for the unit and the legend.
+        EXPECT_EQ(l.plot, (ChartRect{40, 21, r.width - 40, r.areaHeight - 25}));
     }
 }
 
@@ -84,16 +85,22 @@ TEST(HistoricChartLayout, TheLineBridgesMissingDaysAndTheDatesSitUnderTheirPosit
     ASSERT_EQ(l.weightLine.size(), 3u);
     EXPECT_EQ(l.weightLine[1].x, l.plot.left + l.plot.width() * 7 / 14);
 
-    ASSERT_EQ(l.dateLabels.size(), 8u);
-    const int32_t w = l.plot.width() / 7;
-    for (std::size_t k = 0; k < 8; ++k) {
-        const ChartLabel& label = l.dateLabels[k];
+    // Eight labels of about 60 pixels, 51 apart: every second one, counted back from the newest,
+    // each centred under its day.
+    ASSERT_EQ(l.dateLabels.size(), 4u);
+    for (std::size_t i = 0; i < 4; ++i) {
+        const std::size_t k = 2 * i + 1;
+        const ChartLabel& label = l.dateLabels[i];
         const int32_t x = l.plot.left + l.plot.width() * static_cast<int32_t>(k) / 7;
         EXPECT_EQ(label.text, h.labels[k]);
+        const auto w = static_cast<int32_t>(h.labels[k].size()) * 7;
         EXPECT_EQ(label.box,
-                  (ChartRect{x - w / 2, l.plot.bottom + 3, x + w / 2, l.plot.bottom + 33}))
+                  (ChartRect{x - w / 2, l.plot.bottom + 3, x - w / 2 + w, l.plot.bottom + 33}))
             << k;
     }
+    EXPECT_EQ(l.unitLabel.text, "lbs");
+    EXPECT_EQ(l.unitLabel.box.right, l.plot.left - 5);
+    EXPECT_LE(l.unitLabel.box.bottom, l.plot.top);  // above the value labels
 }
 
 TEST(HistoricChartLayout, EqualWeightsGiveThreeLinesWithTheMiddleOneLabelled) {
@@ -111,30 +118,23 @@ TEST(HistoricChartLayout, EqualWeightsGiveThreeLinesWithTheMiddleOneLabelled) {
     EXPECT_EQ(l.weightLine[1].y, l.valueLines[1].y);
 }
 
-TEST(HistoricChartLayout, ReferenceLinesOnlyWhenInsideThePlot) {
+TEST(HistoricChartLayout, TheGoalLineOnlyWhenInsideThePlot) {
     struct Row {
-        int16_t start, goal;
-        bool startShown, goalShown;
+        int16_t goal;
+        bool shown;
     };
     // The scale runs from 147 (bottom edge) to 183 (top edge).
-    const Row rows[] = {
-        {160, 170, true, true},  {147, 183, true, true},  {146, 184, false, false},
-        {-1, 200, false, false}, {100, 150, false, true},
-    };
-    for (const Row& r : rows) {
+    for (const Row& r : {Row{170, true}, Row{147, true}, Row{183, true}, Row{146, false},
+                         Row{184, false}, Row{-1, false}}) {
         WeightHistory h = history150To182();
-        h.startLine = r.start;
         h.goalLine = r.goal;
         const HistoricChartLayout l = layoutHistoricChart(h, 440, 300, kFortyHigh);
-        EXPECT_EQ(l.startLine.has_value(), r.startShown) << r.start;
-        EXPECT_EQ(l.goalLine.has_value(), r.goalShown) << r.goal;
-        for (const auto& line : {l.startLine, l.goalLine}) {
-            if (line) {
-                EXPECT_EQ(line->left, l.plot.left);
-                EXPECT_EQ(line->right, l.plot.right);
-                EXPECT_GE(line->y, l.plot.top);
-                EXPECT_LE(line->y, l.plot.bottom);
-            }
+        EXPECT_EQ(l.goalLine.has_value(), r.shown) << r.goal;
+        if (l.goalLine) {
+            EXPECT_EQ(l.goalLine->left, l.plot.left);
+            EXPECT_EQ(l.goalLine->right, l.plot.right);
+            EXPECT_GE(l.goalLine->y, l.plot.top);
+            EXPECT_LE(l.goalLine->y, l.plot.bottom);
         }
     }
     WeightHistory h = history150To182();
@@ -142,6 +142,31 @@ TEST(HistoricChartLayout, ReferenceLinesOnlyWhenInsideThePlot) {
     const HistoricChartLayout l = layoutHistoricChart(h, 440, 300, kFortyHigh);
     ASSERT_TRUE(l.goalLine);
     EXPECT_EQ(l.goalLine->y, l.valueLines[1].y);  // on the line of its weight
+    EXPECT_FALSE(l.goalMark);
+}
+
+TEST(HistoricChartLayout, AGoalBeyondTheScaleIsMarkedAtItsEdgeWithItsValue) {
+    struct Row {
+        int16_t goal;
+        bool above;
+        const char* text;
+    };
+    for (const Row& r : {Row{120, false, "Goal 120 lbs"}, Row{184, true, "Goal 184 lbs"},
+                         Row{400, true, "Goal 400 lbs"}}) {
+        WeightHistory h = history150To182();
+        h.goalLine = r.goal;
+        const HistoricChartLayout l = layoutHistoricChart(h, 440, 300, kFortyHigh);
+        EXPECT_FALSE(l.goalLine) << r.goal;
+        ASSERT_TRUE(l.goalMark) << r.goal;
+        EXPECT_EQ(l.goalMark->above, r.above);
+        EXPECT_EQ(l.goalMark->label.text, r.text);
+        const ChartRect& box = l.goalMark->label.box;
+        EXPECT_TRUE(l.plot.contains(box.left, box.top) && l.plot.contains(box.right, box.bottom));
+        // At the edge the goal lies past.
+        EXPECT_LE(r.above ? box.top - l.plot.top : l.plot.bottom - box.bottom, 2) << r.goal;
+    }
+    WeightHistory none = history150To182();  // no goal entered: no mark
+    EXPECT_FALSE(layoutHistoricChart(none, 440, 300, kFortyHigh).goalMark);
 }
 
 TEST(HistoricChartLayout, FewerThanTwoPointsGiveTheCentredMessageBox) {
@@ -176,6 +201,69 @@ TEST(HistoricChartLayout, TheTrendFollowsTheScaleDayByDay) {
     EXPECT_EQ(l.trendLine[0], (ChartPoint{l.plot.left, l.valueLines[1].y}));
     EXPECT_EQ(l.trendLine[1], (ChartPoint{l.plot.right, l.plot.top}));
     EXPECT_TRUE(layoutHistoricChart(h, 440, 300, kFortyHigh).trendLine.empty());
+
+    // Drawn, the trend gets a legend above the plot naming both lines, neither over the other.
+    ASSERT_EQ(l.legend.size(), 2u);
+    EXPECT_EQ(l.legend[0].series, ChartSeries::Weight);
+    EXPECT_EQ(l.legend[0].label.text, "Weight");
+    EXPECT_EQ(l.legend[1].series, ChartSeries::Trend);
+    EXPECT_EQ(l.legend[1].label.text, "Trend");
+    EXPECT_LT(l.legend[0].label.box.right, l.legend[1].strokeFrom.x);
+    EXPECT_EQ(l.legend[1].label.box.right, l.plot.right);
+    for (const ChartLegendEntry& e : l.legend) {
+        EXPECT_LE(e.label.box.bottom, l.plot.top);
+        EXPECT_LT(e.strokeTo.x, e.label.box.left);
+    }
+    EXPECT_TRUE(layoutHistoricChart(h, 440, 300, kFortyHigh).legend.empty());
+}
+
+// Date labels of every span, collected from a logbook of three years, at the widths the chart
+// takes from the smallest window up: no two shown labels touch, all stay inside the chart, and
+// the newest date is always among them.
+class DateLabelSpacing : public LogbookFixture {};
+
+TEST_F(DateLabelSpacing, NoTwoLabelsRunTogetherAtAnySpanOrWidth) {
+    for (int i = 0; i < 3 * 365; i += 3) {
+        const CalendarDate date = steppedDate(dmy(21, 11, 1999), i);
+        setDayWeight(addDay(date.day, date.month, date.year),
+                     180.0f - 0.01f * static_cast<float>(i), store.profile);
+    }
+    // A wide font: ten pixels a character.
+    ChartTextMetrics wide;
+    wide.width = [](const std::string& s) { return static_cast<int32_t>(s.size()) * 10; };
+    wide.height = 18;
+    const struct {
+        uint16_t span;
+        const char* name;
+    } spans[] = {{0, "7 days"}, {1, "14 days"}, {2, "1 month"}, {3, "3 months"}, {5, "1 year"}};
+    for (const auto& s : spans) {
+        const WeightHistory h = collectWeightHistory(cursor, s.span);
+        ASSERT_TRUE(h.drawable()) << s.name;
+        for (const int32_t width : {240, 320, 400, 480, 640, 1000}) {
+            const ChartTextMetrics* measures[] = {&wide, nullptr};
+            for (const ChartTextMetrics* text : measures) {
+                const HistoricChartLayout l =
+                    text != nullptr
+                        ? layoutHistoricChart(h, width, width / 2, kFortyHigh, nullptr, *text)
+                        : layoutHistoricChart(h, width, width / 2, kFortyHigh);
+                const std::string where = std::string(s.name) + " at " + std::to_string(width);
+                ASSERT_FALSE(l.dateLabels.empty()) << where;
+                EXPECT_EQ(l.dateLabels.back().text, h.labels.back()) << where;
+                for (std::size_t k = 0; k < l.dateLabels.size(); ++k) {
+                    const ChartRect& box = l.dateLabels[k].box;
+                    EXPECT_GE(box.left, l.area.left) << where;
+                    EXPECT_LE(box.right, l.area.right) << where;
+                    const int32_t textWidth =
+                        text != nullptr ? text->widthOf(l.dateLabels[k].text)
+                                        : ChartTextMetrics{}.widthOf(l.dateLabels[k].text);
+                    EXPECT_EQ(box.width(), textWidth) << where;  // the box holds the whole text
+                    if (k > 0) {
+                        EXPECT_GE(box.left - l.dateLabels[k - 1].box.right, kLabelGap) << where;
+                    }
+                }
+            }
+        }
+    }
 }
 
 TEST(BodyMassLayout, BandsAndWeightsAllInsideInOrder) {

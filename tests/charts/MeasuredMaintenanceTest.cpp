@@ -190,15 +190,19 @@ TEST_F(MeasuredSection, ShowsTheMeasurementInTheUsersUnits) {
 
     const BudgetSection lbs = measuredSection(store, dmy(21, 11, 2002));
     EXPECT_EQ(lbs.heading, "Measured");
-    const std::vector<BudgetRow> expected = {{"Maintenance (28 days):", "2,250 cal"},
-                                             {"Suggested budget:", "1,250 cal"},
-                                             {"Trend:", "-0.5 lbs/week"}};
+    const std::vector<BudgetRow> expected = {
+        {"Maintenance (28 days):", "2250 cal"},
+        {"Suggested budget:", "1250 cal"},
+        {"",
+         "Measured: what your own food log and weight trend say you burn, less the goal's "
+         "1000 cal a day."},
+        {"Trend (28 days):", "-0.5 lbs/week"}};
     EXPECT_EQ(lbs.rows, expected);
 
     ASSERT_TRUE(profile.setUnits(1));
     profile.rawFields().goalWeight = -1.0f;  // no plan: no suggestion
-    const std::vector<BudgetRow> metric = {{"Maintenance (28 days):", "2,250 cal"},
-                                           {"Trend:", "-0.2 kg/week"}};
+    const std::vector<BudgetRow> metric = {{"Maintenance (28 days):", "2250 cal"},
+                                           {"Trend (28 days):", "-0.2 kg/week"}};
     EXPECT_EQ(measuredSection(store, dmy(21, 11, 2002)).rows, metric);
 }
 
@@ -210,7 +214,7 @@ TEST_F(MeasuredSection, SaysWhatIsStillMissing) {
     const BudgetSection s = measuredSection(store, dmy(21, 11, 2002));
     const std::vector<BudgetRow> expected = {
         {"", "Measured maintenance needs 8 more days of food logging and 1 more weigh-in."},
-        {"Trend:", "0.0 lbs/week"}};
+        {"Trend (28 days):", "0.0 lbs/week"}};
     EXPECT_EQ(s.rows, expected);
 
     // An empty logbook has no trend to show.

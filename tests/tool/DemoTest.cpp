@@ -169,10 +169,10 @@ TEST_F(DemoTest, MakesAFourMonthLogbookThatLoadsAndAddsUp) {
     EXPECT_GT(*m.weeklyRate(), -2.5);
     // The food budget page's measured section shows the figure and a suggestion.
     const BudgetSection measured = measuredSection(store, today());
-    ASSERT_EQ(measured.rows.size(), 3u);
+    ASSERT_EQ(measured.rows.size(), 4u);
     EXPECT_EQ(measured.rows[0].label, "Maintenance (28 days):");
     EXPECT_EQ(measured.rows[1].label, "Suggested budget:");
-    EXPECT_EQ(measured.rows[2].label, "Trend:");
+    EXPECT_EQ(measured.rows[3].label, "Trend (28 days):");
     EXPECT_NE(out.str().find("made the demo user 'Demo'"), std::string::npos) << out.str();
 }
 

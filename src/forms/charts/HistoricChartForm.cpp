@@ -1,7 +1,5 @@
 #include "forms/charts/HistoricChartForm.h"
 
-#include <algorithm>
-
 #include "charts/WeightTrend.h"
 #include "core/UserStore.h"
 #include "logbook/DayCursor.h"
@@ -29,13 +27,9 @@ HistoricChartView HistoricChartForm::view() const {
     const int32_t firstDay = lastDay - (v.history.dayCount - 1);
     const WeightTrend trend = WeightTrend::ofDays(store.days());
     v.trend = trend.series(firstDay, v.history.dayCount);
-    const std::optional<int32_t> started = trend.firstDay();
-    if (!started) {
-        return v;
-    }
-    if (const std::optional<double> rate =
-            trend.weeklyRate(std::max(firstDay, *started), lastDay)) {
-        v.rateText = weeklyRateText(*rate, store.profile.metric());
+    // The rate is the recent one the food budget page gives, whatever the span.
+    if (const std::optional<double> rate = trendWindow(trend, lastDay).weeklyRate()) {
+        v.rateText = trendWindowLabel() + ' ' + weeklyRateText(*rate, store.profile.metric());
     }
     return v;
 }

@@ -20,8 +20,9 @@ struct HistoricChartView {
     bool trendShown = false;
     // The smoothed weight of every day of the history, in pounds; empty while the trend is off.
     std::vector<std::optional<float>> trend;
-    // "-0.8 lbs/week" over the span's days, in the display unit; empty while the trend is off or
-    // the trend has no two days in the span.
+    // "Trend (28 days): -0.8 lbs/week", the trend's recent rate up to the chart's last day, in the
+    // display unit, as the food budget page gives it; empty while the trend is off or has no two
+    // days.
     std::string rateText;
 };
 

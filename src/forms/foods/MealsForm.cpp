@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "calc/TargetProgress.h"
 #include "calc/Totals.h"
 
 namespace nutrovex {
@@ -45,6 +46,7 @@ MealsView MealsForm::view() const {
     const Nutrients totals = day ? computeDayTotals(*day) : Nutrients{};
     v.summary = {column(totals, {kCalories, kCarbohydrate, kProtein}),
                  column(totals, {kFiber, kFat, kSaturatedFat})};
+    v.targetLines = dayTargetLines(m_targets, day, m_days->store().profile);
     return v;
 }
 

@@ -2,10 +2,12 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 #include "core/DayRecord.h"
 #include "core/FoodCatalogue.h"
 #include "core/FoodItem.h"
+#include "core/MacroTargets.h"
 #include "core/ScreenMessage.h"
 #include "foods/FoodRunState.h"
 #include "forms/foods/FoodGridForm.h"
@@ -34,6 +36,9 @@ struct MealsView {
     std::array<MealsColumn, kFoodGroupCount> groups;
     // The day's six totals in two columns: calories, carbohydrate, protein; fiber, fat, sat. fat.
     std::array<MealsColumn, 2> summary;
+    // The day against the person's targets, one line each ("Protein: 43.0 g of 70.0 g, 27.0 g
+    // left"); empty when no target is set.
+    std::vector<std::string> targetLines;
 };
 
 // The meals screen: the totals of each food group of the current day and of the whole day; a
@@ -41,8 +46,10 @@ struct MealsView {
 // whole run. Closing it writes what the screens opened from it changed.
 class MealsForm {
 public:
-    MealsForm(FoodCatalogue& catalogue, DayCursor& days, FoodRunState& state)
-        : m_catalogue(&catalogue), m_days(&days), m_state(&state) {}
+    // targets, when given, are the person's; the summary shows the day against them.
+    MealsForm(FoodCatalogue& catalogue, DayCursor& days, FoodRunState& state,
+              const MacroTargets* targets = nullptr)
+        : m_catalogue(&catalogue), m_days(&days), m_state(&state), m_targets(targets) {}
 
     enum class Command : uint8_t { ToggleNutrients };
 
@@ -58,6 +65,7 @@ private:
     FoodCatalogue* m_catalogue;
     DayCursor* m_days;
     FoodRunState* m_state;
+    const MacroTargets* m_targets;
 };
 
 }  // namespace nutrovex

@@ -1,5 +1,6 @@
 #include "forms/logbook/FoodBudgetForms.h"
 
+#include "calc/TargetProgress.h"
 #include "charts/MeasuredMaintenance.h"
 
 namespace nutrovex {
@@ -8,6 +9,15 @@ std::vector<BudgetSection> FoodBudgetForm::view() const {
     std::vector<BudgetSection> sections =
         foodBudgetPage(m_days->currentDay(), m_days->store().profile);
     sections.push_back(measuredSection(m_days->store(), m_days->currentDate()));
+    const std::vector<std::string> lines =
+        dayTargetLines(m_targets, m_days->currentDay(), m_days->store().profile);
+    if (!lines.empty()) {
+        BudgetSection targets{"Targets", {}};
+        for (const std::string& line : lines) {
+            targets.rows.push_back({"", line});
+        }
+        sections.push_back(std::move(targets));
+    }
     return sections;
 }
 

@@ -27,6 +27,7 @@ LogbookView LogbookForm::view() {
     v.figures = logbookFigures(m_days->currentDate(), day, m_days->store().profile,
                                m_days->currentFound(), m_days->currentIndex(), m_days->count());
     v.water = day != nullptr ? static_cast<int16_t>(day->water()) : 0;
+    v.glance = dayGlance(v.date, day, m_days->store().profile, m_targets, clock().now());
     return v;
 }
 

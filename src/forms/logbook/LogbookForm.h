@@ -5,6 +5,7 @@
 
 #include "core/CalendarDate.h"
 #include "core/ScreenMessage.h"
+#include "forms/logbook/DayGlance.h"
 #include "logbook/DayCursor.h"
 #include "logbook/Logbook.h"
 
@@ -17,6 +18,7 @@ struct LogbookView {
     LogbookFigures figures;
     int water = 0;      // the water box's count
     CalendarDate date;  // where the date picker opens
+    DayGlance glance;   // the day's foods, exercises and what is left of its budget
 };
 
 // The logbook screen: one date at a time with its figures, day navigation, the water count and
@@ -24,7 +26,9 @@ struct LogbookView {
 // modified, so the next save point writes the file even after mere navigation.
 class LogbookForm {
 public:
-    explicit LogbookForm(DayCursor& days) : m_days(&days) {}
+    // targets, when given, are the person's; the glance shows the day against them.
+    explicit LogbookForm(DayCursor& days, const MacroTargets* targets = nullptr)
+        : m_days(&days), m_targets(targets) {}
 
     enum class Field : uint8_t {
         Water,  // the water box: at most two digits; a change creates the day when needed
@@ -56,6 +60,7 @@ private:
     [[nodiscard]] bool userOpen() const;
 
     DayCursor* m_days;
+    const MacroTargets* m_targets;
 };
 
 }  // namespace nutrovex

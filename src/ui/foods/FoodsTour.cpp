@@ -48,7 +48,8 @@ std::vector<TourStop> foodsTourStops(Session& session, SessionNotifier& notifier
         {QStringLiteral("meals"),
          [s, n](QWidget* parent) {
              return std::make_unique<MealsDialog>(
-                 MealsForm(s->catalogue(), s->days(), s->foodRunState()), *n, parent);
+                 MealsForm(s->catalogue(), s->days(), s->foodRunState(), &s->targets()), *n,
+                 parent);
          }},
         {QStringLiteral("food-grid"),
          [s, n](QWidget* parent) {

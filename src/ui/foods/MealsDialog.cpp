@@ -96,6 +96,10 @@ MealsDialog::MealsDialog(MealsForm form, SessionNotifier& notifier, QWidget* par
     }
     sl->setColumnStretch(1, 1);
     sl->setColumnStretch(3, 1);
+    m_targets = new QLabel(summary);
+    m_targets->setWordWrap(true);
+    m_targets->setAccessibleName(QStringLiteral("Targets"));
+    sl->addWidget(m_targets, 4, 0, 1, 4);
     content()->addWidget(summary);
 
     for (auto signal : {&SessionNotifier::dataChanged, &SessionNotifier::dayCreated,
@@ -126,6 +130,12 @@ void MealsDialog::refresh() {
                                                         toQString(v.summary[c].labels[line]));
         }
     }
+    QStringList targets;
+    for (const std::string& line : v.targetLines) {
+        targets << toQString(line);
+    }
+    m_targets->setText(targets.join(QLatin1Char('\n')));
+    m_targets->setVisible(!targets.isEmpty());
 }
 
 QString MealsDialog::groupValue(int group, int line) const {

@@ -25,6 +25,8 @@ public:
 
     [[nodiscard]] QString groupValue(int group, int line) const;
     [[nodiscard]] QString summaryValue(int column, int line) const;
+    // The day against the person's targets under the summary; hidden without targets.
+    [[nodiscard]] QLabel* targetsLabel() const { return m_targets; }
 
     void done(int result) override;
 
@@ -44,6 +46,7 @@ private:
     std::array<std::array<QLabel*, 3>, 2> m_summaryLabels{};
     std::array<std::array<QLabel*, 3>, 2> m_summaryValues{};
     QLabel* m_date;
+    QLabel* m_targets = nullptr;
 };
 
 }  // namespace nutrovex

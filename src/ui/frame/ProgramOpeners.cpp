@@ -41,7 +41,8 @@ FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
 
     LogbookOpeners logbook = dayScreens(session, notifier, weightChart);
     logbook.meals = [&session, &notifier, catalogue](QWidget* parent) {
-        MealsDialog dialog(MealsForm(session.catalogue(), session.days(), session.foodRunState()),
+        MealsDialog dialog(MealsForm(session.catalogue(), session.days(), session.foodRunState(),
+                                     &session.targets()),
                            notifier, parent, catalogue);
         dialog.exec();
     };
@@ -73,7 +74,8 @@ FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
         dialog.exec();
     };
     openers.logbook = [&session, &notifier, logbook](QWidget* parent) {
-        LogbookDialog dialog(LogbookForm(session.days()), notifier, parent, logbook);
+        LogbookDialog dialog(LogbookForm(session.days(), &session.targets()), notifier, parent,
+                             logbook);
         dialog.exec();
     };
     openers.users = [&session, &notifier](QWidget* parent) {

@@ -40,9 +40,15 @@ LogbookOpeners dayScreens(Session& session, SessionNotifier& notifier, ScreenOpe
     };
     openers.bmr = maker<ActivityDialog, ActivityForm>(session, notifier);
     openers.journal = maker<JournalDialog, JournalForm>(session, notifier);
-    openers.foodBudget = maker<FoodBudgetDialog, FoodBudgetForm>(session, notifier);
+    openers.foodBudget = [&session, &notifier](QWidget* parent) -> QDialog* {
+        return new FoodBudgetDialog(FoodBudgetForm(session.days(), &session.targets()), notifier,
+                                    parent);
+    };
     openers.foodBudgetBox = maker<FoodBudgetBoxDialog, FoodBudgetBoxForm>(session, notifier);
-    openers.summaryTable = maker<SummaryTableDialog, SummaryTableForm>(session, notifier);
+    openers.summaryTable = [&session, &notifier](QWidget* parent) -> QDialog* {
+        return new SummaryTableDialog(SummaryTableForm(session.days(), &session.targets()),
+                                      notifier, parent);
+    };
     openers.dayRange = maker<DayRangeDialog, DayRangeForm>(session, notifier);
     openers.printReport = reportMaker(session, notifier, ReportDialog::Purpose::Print);
     openers.exportReport = reportMaker(session, notifier, ReportDialog::Purpose::ExportPdf);

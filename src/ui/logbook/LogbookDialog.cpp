@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QTabBar>
@@ -44,6 +45,87 @@ QString withoutMnemonic(QString text) {
     return text.remove(QLatin1Char('&'));
 }
 
+QString html(const std::string& text) {
+    return toQString(text).toHtmlEscaped();
+}
+
+// The day at a glance as a compact table: a meal's heading and total, then its foods with their
+// amounts and calories; what is left in large type; the notes in the placeholder colour.
+QString glanceHtml(const DayGlance& g, const QPalette& palette) {
+    const QString muted = palette.color(QPalette::PlaceholderText).name();
+    QString out = QStringLiteral("<table width=\"100%\" cellspacing=\"0\" cellpadding=\"1\">");
+    for (const GlanceGroup& group : g.groups) {
+        out += QStringLiteral(
+                   "<tr><td colspan=\"2\" style=\"padding-top:6px\"><b>%1</b></td>"
+                   "<td align=\"right\" style=\"padding-top:6px\"><b>%2</b></td></tr>")
+                   .arg(html(group.heading), html(group.total));
+        for (const GlanceLine& line : group.lines) {
+            out +=
+                QStringLiteral(
+                    "<tr><td width=\"100%\">&nbsp;&nbsp;%1</td>"
+                    "<td align=\"right\" style=\"color:%4; white-space:nowrap\">%2&nbsp;&nbsp;</td>"
+                    "<td align=\"right\" style=\"white-space:nowrap\">%3</td></tr>")
+                    .arg(html(line.name), html(line.amount), html(line.calories), muted);
+        }
+        if (!group.more.empty()) {
+            out +=
+                QStringLiteral("<tr><td colspan=\"3\" style=\"color:%2\">&nbsp;&nbsp;%1</td></tr>")
+                    .arg(html(group.more), muted);
+        }
+    }
+    if (!g.emptyText.empty()) {
+        out += QStringLiteral("<tr><td colspan=\"3\" style=\"color:%2\">%1</td></tr>")
+                   .arg(html(g.emptyText), muted);
+    }
+    out += QStringLiteral(
+               "<tr><td colspan=\"2\" style=\"padding-top:8px\"><big><b>%1</b></big></td>"
+               "<td align=\"right\" style=\"padding-top:8px\"><big><b>%2</b></big></td></tr>")
+               .arg(html(g.leftLabel), html(g.leftValue));
+    out += QStringLiteral("</table>");
+    QStringList notes;
+    notes << html(g.leftExplanation);
+    if (!g.bmrNote.empty()) {
+        notes << html(g.bmrNote);
+    }
+    out += QStringLiteral("<p style=\"color:%2; margin-top:2px\">%1</p>")
+               .arg(notes.join(QStringLiteral("<br>")), muted);
+    if (!g.targetLines.empty()) {
+        QStringList targets;
+        for (const std::string& line : g.targetLines) {
+            targets << html(line);
+        }
+        out += QStringLiteral("<p>%1</p>").arg(targets.join(QStringLiteral("<br>")));
+    }
+    return out;
+}
+
+QString glancePlain(const DayGlance& g) {
+    QStringList lines;
+    for (const GlanceGroup& group : g.groups) {
+        lines << toQString(group.heading) + QLatin1Char(' ') + toQString(group.total);
+        for (const GlanceLine& line : group.lines) {
+            lines << QStringLiteral("  %1  %2  %3")
+                         .arg(toQString(line.name), toQString(line.amount),
+                              toQString(line.calories));
+        }
+        if (!group.more.empty()) {
+            lines << QStringLiteral("  ") + toQString(group.more);
+        }
+    }
+    if (!g.emptyText.empty()) {
+        lines << toQString(g.emptyText);
+    }
+    lines << toQString(g.leftLabel) + QLatin1Char(' ') + toQString(g.leftValue)
+          << toQString(g.leftExplanation);
+    if (!g.bmrNote.empty()) {
+        lines << toQString(g.bmrNote);
+    }
+    for (const std::string& line : g.targetLines) {
+        lines << toQString(line);
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
 }  // namespace
 
 LogbookDialog::LogbookDialog(LogbookForm form, SessionNotifier& notifier, QWidget* parent,
@@ -55,6 +137,7 @@ LogbookDialog::LogbookDialog(LogbookForm form, SessionNotifier& notifier, QWidge
       m_date(new QPushButton(this)),
       m_next(arrowButton(kNextDayArt, QStringLiteral("Next Day"), this)),
       m_goal(new QLabel(this)),
+      m_glance(new QLabel(this)),
       m_record(new QLabel(this)),
       m_water(new QSpinBox(this)),
       m_tabs(new QTabBar(this)) {
@@ -120,7 +203,20 @@ LogbookDialog::LogbookDialog(LogbookForm form, SessionNotifier& notifier, QWidge
     m_goal->setAlignment(Qt::AlignRight);
     m_goal->setAccessibleName(QStringLiteral("Goal"));
     body()->addWidget(m_goal);
-    body()->addStretch(1);
+
+    // The day at a glance fills the middle and scrolls when the day is long.
+    m_glance->setTextFormat(Qt::RichText);
+    m_glance->setWordWrap(true);
+    m_glance->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    m_glance->setTextInteractionFlags(Qt::NoTextInteraction);
+    m_glance->setAccessibleName(QStringLiteral("Day at a glance"));
+    auto* glanceArea = new QScrollArea(this);
+    glanceArea->setWidget(m_glance);
+    glanceArea->setWidgetResizable(true);
+    glanceArea->setFrameShape(QFrame::NoFrame);
+    glanceArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    glanceArea->setFocusPolicy(Qt::NoFocus);
+    body()->addWidget(glanceArea, 1);
 
     m_record->setAccessibleName(QStringLiteral("Record"));
     auto* waterLabel = new QLabel(QStringLiteral("W&ater:"), this);
@@ -306,6 +402,10 @@ QString LogbookDialog::goalText() const {
     return m_goal->text();
 }
 
+QString LogbookDialog::glanceText() const {
+    return m_glance->accessibleDescription();
+}
+
 void LogbookDialog::refresh() {
     const LogbookView v = m_form.view();
     if (!v.userOpen) {
@@ -320,6 +420,8 @@ void LogbookDialog::refresh() {
     }
     m_record->setText(toQString(f.record));
     m_goal->setText(toQString(f.goal));
+    m_glance->setText(glanceHtml(v.glance, palette()));
+    m_glance->setAccessibleDescription(glancePlain(v.glance));
     if (m_water->value() != v.water) {
         m_water->setValue(v.water);
     }

@@ -51,6 +51,8 @@ public:
     [[nodiscard]] QString dateText() const;
     [[nodiscard]] QString recordText() const;
     [[nodiscard]] QString goalText() const;
+    // The day at a glance as shown, in plain text (meals, exercises, what is left, notes).
+    [[nodiscard]] QString glanceText() const;
     [[nodiscard]] QSpinBox* waterBox() const { return m_water; }
     // "Logbook", "Food Log", "Daily Journal", "Summary Table": a tap opens that screen.
     [[nodiscard]] QTabBar* tabs() const { return m_tabs; }
@@ -90,6 +92,7 @@ private:
     QToolButton* m_next;
     Row m_rows[5];
     QLabel* m_goal;
+    QLabel* m_glance;
     QLabel* m_record;
     QSpinBox* m_water;
     QTabBar* m_tabs;

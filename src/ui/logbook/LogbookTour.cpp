@@ -28,8 +28,9 @@ TourStop logbookStop(Session& session, SessionNotifier& notifier) {
                 openers.historicWeightChart = pictured;
                 openers.weightChart = pictured;
                 openers.catalogue = pictured;
-                return std::make_unique<LogbookDialog>(LogbookForm(session.days()), notifier,
-                                                       parent, std::move(openers));
+                return std::make_unique<LogbookDialog>(
+                    LogbookForm(session.days(), &session.targets()), notifier, parent,
+                    std::move(openers));
             }};
 }
 

@@ -11,6 +11,15 @@
 
 namespace nutrovex {
 
+namespace {
+
+// The dot beside the date of a day within the targets, for a row of this height.
+int markSize(int rowHeight) {
+    return std::max(4, rowHeight / 3);
+}
+
+}  // namespace
+
 SummaryTableGrid::SummaryTableGrid(SummaryTableForm form, QWidget* parent)
     : MWGridWidget(parent), m_form(std::move(form)) {
     setAccessibleName(QStringLiteral("Summary Table"));
@@ -32,6 +41,9 @@ void SummaryTableGrid::sizeColumns() {
     for (std::size_t c = 0; c < widest.size(); ++c) {
         m_naturalWidths[c] = m.horizontalAdvance(QString::fromLatin1(widest[c])) + 8;
     }
+    if (m_view.marksTargets) {
+        m_naturalWidths[0] += 2 * (markSize(m.height()) + 4);  // the dot clear of the centred date
+    }
     // The columns share the width in proportion to their widest texts.
     const int natural = std::accumulate(m_naturalWidths.begin(), m_naturalWidths.end(), 0);
     const int room = std::max(viewport()->width(), kSummaryColumnCount * 10);
@@ -49,7 +61,12 @@ void SummaryTableGrid::sizeColumns() {
 }
 
 void SummaryTableGrid::reload() {
-    const SummaryTableView v = m_form.view();
+    const bool marked = m_view.marksTargets;
+    m_view = m_form.view();
+    const SummaryTableView& v = m_view;
+    if (v.marksTargets != marked) {
+        sizeColumns();
+    }
     const int days = v.days;
     grid().setRowCount(days + 1);
     m_currentDayRow = v.currentRow < 0 ? -1 : v.currentRow + 1;
@@ -96,12 +113,26 @@ void SummaryTableGrid::resizeEvent(QResizeEvent* event) {
     refresh();
 }
 
+bool SummaryTableGrid::markedWithinTargets(int row) const {
+    return m_view.marksTargets && row >= 1 && m_form.withinTargets(row - 1);
+}
+
 void SummaryTableGrid::drawCell(QPainter& p, int row, int column, const QRect& rect) {
     const QString text = cellText(row, column);
     if (text.isEmpty()) {
         return;
     }
     const QRect inner = rect.adjusted(3, 1, -3, -1);
+    if (column == 0 && markedWithinTargets(row)) {
+        // The dot sits left of the centred date, in the text's colour.
+        const int d = markSize(inner.height());
+        p.save();
+        p.setRenderHint(QPainter::Antialiasing);
+        p.setPen(Qt::NoPen);
+        p.setBrush(cellTextColour(row, column));
+        p.drawEllipse(QRect(inner.left(), inner.top() + (inner.height() - d) / 2, d, d));
+        p.restore();
+    }
     if (m_laidOut.size() > 4096) {
         m_laidOut.clear();
     }
@@ -149,13 +180,27 @@ void SummaryTableGrid::changeEvent(QEvent* event) {
 SummaryTableDialog::SummaryTableDialog(SummaryTableForm form, SessionNotifier& notifier,
                                        QWidget* parent)
     : LogbookScreen(notifier, parent, QStringLiteral("Summary Table")),
-      m_grid(new SummaryTableGrid(std::move(form), this)) {
+      m_grid(new SummaryTableGrid(std::move(form), this)),
+      m_legend(new QLabel(this)) {
     addOptionsMenu();
     body()->addWidget(m_grid, 1);
+    m_legend->setWordWrap(true);
+    m_legend->setAccessibleName(QStringLiteral("Targets legend"));
+    body()->addWidget(m_legend);
+    showLegend();
     connect(&notifier, &SessionNotifier::dataChanged, m_grid, &SummaryTableGrid::reload);
     connect(&notifier, &SessionNotifier::dayCreated, m_grid, &SummaryTableGrid::reload);
     connect(&notifier, &SessionNotifier::userChanged, m_grid, &SummaryTableGrid::reload);
+    // After the grid has read the form again.
+    connect(&notifier, &SessionNotifier::dataChanged, this, &SummaryTableDialog::showLegend);
+    connect(&notifier, &SessionNotifier::userChanged, this, &SummaryTableDialog::showLegend);
     m_grid->setFocus();
+}
+
+void SummaryTableDialog::showLegend() {
+    const SummaryTableView& v = m_grid->view();
+    m_legend->setText(toQString(v.targetsLegend));
+    m_legend->setVisible(v.marksTargets);
 }
 
 }  // namespace nutrovex

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QLabel>
 #include <QStaticText>
 #include <array>
 
@@ -22,6 +23,9 @@ public:
     void reload();
     [[nodiscard]] int currentDayRow() const { return m_currentDayRow; }
     [[nodiscard]] QString text(int row, int column) const { return cellText(row, column); }
+    // Whether a grid row's date carries the mark of a day within the person's targets.
+    [[nodiscard]] bool markedWithinTargets(int row) const;
+    [[nodiscard]] const SummaryTableView& view() const { return m_view; }
 
 protected:
     [[nodiscard]] QString cellText(int row, int column) const override;
@@ -39,6 +43,7 @@ private:
     std::array<int, 8> m_naturalWidths{};
 
     SummaryTableForm m_form;
+    SummaryTableView m_view;
     // Laid-out texts: the same figures recur on every screenful, and laying out is most of the
     // cost of painting one.
     QHash<QString, QStaticText> m_laidOut;
@@ -51,9 +56,13 @@ class SummaryTableDialog : public LogbookScreen {
 public:
     SummaryTableDialog(SummaryTableForm form, SessionNotifier& notifier, QWidget* parent);
     [[nodiscard]] SummaryTableGrid* table() const { return m_grid; }
+    [[nodiscard]] QLabel* legend() const { return m_legend; }
 
 private:
+    void showLegend();
+
     SummaryTableGrid* m_grid;
+    QLabel* m_legend;
 };
 
 }  // namespace nutrovex

@@ -2,6 +2,7 @@
 
 #include "calc/Bmr.h"
 #include "forms/charts/HistoricChartForm.h"
+#include "forms/logbook/FoodBudgetForms.h"
 #include "logbook/LogbookFixture.h"
 
 namespace nutrovex {
@@ -63,10 +64,10 @@ TEST_F(HistoricChartFormTest, TheTrendSmoothsTheWeighInsAndGivesItsWeeklyRate) {
     EXPECT_FLOAT_EQ(*v.trend[4], 198.1f);
     // Seven weigh-ins of 190 leave 190 + 10 x 0.9^7 = 194.78 after 14 days: -2.6 a week.
     EXPECT_NEAR(*v.trend[14], 194.78f, 0.01f);
-    EXPECT_EQ(v.rateText, "-2.6 lbs/week");
+    EXPECT_EQ(v.rateText, "Trend (28 days): -2.6 lbs/week");
 
     ASSERT_TRUE(store.profile.setUnits(1));
-    EXPECT_EQ(form.view().rateText, "-1.2 kg/week");
+    EXPECT_EQ(form.view().rateText, "Trend (28 days): -1.2 kg/week");
 
     // A trend starting inside the span is drawn from its first day on.
     (void)form.command(Command::Span3Months);
@@ -75,12 +76,35 @@ TEST_F(HistoricChartFormTest, TheTrendSmoothsTheWeighInsAndGivesItsWeeklyRate) {
     const std::size_t firstMay = v.history.dayCount - 15u;
     EXPECT_FALSE(v.trend[firstMay - 1].has_value());
     EXPECT_FLOAT_EQ(*v.trend[firstMay], 200.0f);
-    EXPECT_EQ(v.rateText, "-1.2 kg/week");  // still over the weigh-ins' own days
+    EXPECT_EQ(v.rateText, "Trend (28 days): -1.2 kg/week");  // the same whatever the span
 
     (void)form.command(Command::HideTrend);
     v = form.view();
     EXPECT_TRUE(v.trend.empty());
     EXPECT_EQ(v.rateText, "");
+}
+
+// A loss that slows down: the rate over the whole span and over the last four weeks differ, and
+// the chart gives the same recent figure as the food budget page, whatever its span.
+TEST_F(HistoricChartFormTest, TheChartAndTheBudgetPageGiveOneTrend) {
+    for (int i = 0; i < 90; ++i) {
+        const CalendarDate date = steppedDate(dmy(24, 8, 2002), i);
+        const float pounds = i < 60 ? 200.0f - 0.2f * static_cast<float>(i) : 188.0f;
+        setDayWeight(addDay(date.day, date.month, date.year), pounds, store.profile);
+    }
+    cursor.setCurrentDate(dmy(21, 11, 2002));  // the last day: the page's current date
+    const std::vector<BudgetSection> page = FoodBudgetForm(cursor).view();
+    const BudgetRow& trendRow = page.back().rows.back();
+    ASSERT_EQ(trendRow.label, "Trend (28 days):");
+
+    MemoryChartSettings settings;
+    settings.setTrendShown(true);
+    HistoricChartForm form(cursor, settings);
+    for (const Command span : {Command::Span7Days, Command::Span3Months, Command::Span1Year}) {
+        (void)form.command(span);
+        EXPECT_EQ(form.view().rateText, "Trend (28 days): " + trendRow.value);
+    }
+    EXPECT_NE(trendRow.value, "0.0 lbs/week");  // the trend still falls after the weight held
 }
 
 }  // namespace

@@ -195,6 +195,22 @@ TEST_F(FoodScreens, AFoodLoggedInOuncesShowsOnTheMealsScreenAndInTheDayTotals) {
     EXPECT_TRUE(session.userDataModified());
 }
 
+// The summary shows the day against the person's targets, from the moment they are set.
+TEST_F(FoodScreens, TheMealsSummaryShowsTheDayAgainstTheTargets) {
+    MealsDialog meals(MealsForm(session.catalogue(), session.days(), run(), &session.targets()),
+                      notifier, nullptr);
+    showActive(meals);
+    EXPECT_FALSE(meals.targetsLabel()->isVisible());  // none set
+
+    session.targets().of(TargetNutrient::Carbohydrate) =
+        MacroTarget{MacroTarget::Kind::Grams, 100.0};
+    notifier.apply(Notices{.dataChanged = true});
+    // Four fruits of 12 g and a bagel of 48 g.
+    EXPECT_TRUE(meals.targetsLabel()->isVisible());
+    EXPECT_EQ(meals.targetsLabel()->text(),
+              QStringLiteral("Carbohydrate: 96.0 g of 100.0 g, 4.0 g left"));
+}
+
 TEST_F(FoodScreens, ACategoryAndAFoodMadeInsideLogFoodAreSelectedAndLogged) {
     LogFoodDialog log(logFoodForm(3), notifier, nullptr);  // vegetables: no category yet
     showActive(log);

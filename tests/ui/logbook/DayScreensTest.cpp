@@ -88,14 +88,12 @@ TEST_F(DayScreensTest, AGainGoalLeavesTheBudgetAskingForAWeight) {
     auto box = show<FoodBudgetBoxDialog>(&LogbookOpeners::foodBudgetBox);
     EXPECT_EQ(box->budgetText(),
               QStringLiteral("To achieve the goals you have set, your food budget "
-                             "is:  (Weight required for BMR). calories."));
+                             "is:  (Weight required for BMR)."));
     EXPECT_TRUE(box->goalText().startsWith(QStringLiteral("To gain 10 lbs in 70 days")));
     auto page = show<FoodBudgetDialog>(&LogbookOpeners::foodBudget);
     const auto& sections = page->page()->sections();
     ASSERT_GE(sections.size(), 5u);
-    EXPECT_EQ(
-        sections[1].rows[1].value,
-        "To achieve the goals you have set, your food budget is:  (Weight required for BMR).");
+    EXPECT_EQ(sections[1].rows[1], (BudgetRow{"Food budget:", "(Weight required for BMR)."}));
 
     // A losing goal shows the figure, and both screens follow a change made elsewhere.
     setLosingGoal();
@@ -103,9 +101,8 @@ TEST_F(DayScreensTest, AGainGoalLeavesTheBudgetAskingForAWeight) {
     // BMR 2234 + exercise 300 - goal 1000.
     EXPECT_EQ(box->budgetText(),
               QStringLiteral("To achieve the goals you have set, your food budget "
-                             "is:  1534 cal calories."));
-    EXPECT_EQ(page->page()->sections()[1].rows[1].value,
-              "To achieve the goals you have set, your food budget is:  1534 cal");
+                             "is:  1534 calories."));
+    EXPECT_EQ(page->page()->sections()[1].rows[1], (BudgetRow{"Food budget:", "1534 cal"}));
     EXPECT_GT(page->page()->contentHeight(), 0);
 }
 
@@ -137,6 +134,38 @@ TEST_F(DayScreensTest, TheSummaryTableListsEveryDayAndHighlightsTheCurrentOne) {
     QTest::keyClick(table, Qt::Key_End, Qt::ControlModifier);
     EXPECT_EQ(table->grid().scrollPosition(Orientation::Vertical),
               table->grid().scrollLimit(Orientation::Vertical));
+}
+
+// With targets set, the summary table puts a dot beside the date of each day that met them and
+// says so under the grid.
+TEST_F(DayScreensTest, TargetsMarkTheDaysOfTheSummaryTableThatMetThem) {
+    setLosingGoal();
+    addDay(19, 11, 2002, 180.0f, 1800.0f);  // 60 g of protein
+    addDay(20, 11, 2002, 180.0f, 1200.0f);  // 40 g
+    auto screen = show<SummaryTableDialog>(&LogbookOpeners::summaryTable);
+    SummaryTableGrid* table = screen->table();
+    EXPECT_FALSE(screen->legend()->isVisible());  // no targets: no marks
+
+    session.targets().of(TargetNutrient::Protein) = MacroTarget{MacroTarget::Kind::Grams, 60.0};
+    notifier.apply(Notices{.dataChanged = true});
+    EXPECT_TRUE(screen->legend()->isVisible());
+    EXPECT_TRUE(table->markedWithinTargets(1));
+    EXPECT_FALSE(table->markedWithinTargets(2));
+    // The dot is painted at the left of the marked date only.
+    const QImage picture = table->viewport()->grab().toImage();
+    const auto inkAtLeft = [&](int row) {
+        const GridRect cell = table->grid().cellRect(row, 0);
+        const QColor background = QColor(picture.pixel(cell.left + 1, cell.top + 1));
+        int ink = 0;
+        for (int x = cell.left + 3; x < cell.left + 9; ++x) {
+            for (int y = cell.top + 2; y < cell.top + cell.height() - 2; ++y) {
+                ink += QColor(picture.pixel(x, y)) != background ? 1 : 0;
+            }
+        }
+        return ink;
+    };
+    EXPECT_GT(inkAtLeft(1), 4);
+    EXPECT_EQ(inkAtLeft(2), 0);
 }
 
 // Tab walks every control of a screen, each named for assistive technology, and comes back.
@@ -283,9 +312,7 @@ TEST(Tour, EveryScreenOpensOnTheDemoUser) {
     EXPECT_EQ(sections[5].heading, "Measured");
     ASSERT_FALSE(sections[5].rows.empty());
     EXPECT_EQ(sections[5].rows[0].label, "Maintenance (28 days):");
-    std::string figure = sections[5].rows[0].value;
-    std::erase(figure, ',');
-    const int maintenance = std::stoi(figure);
+    const int maintenance = std::stoi(sections[5].rows[0].value);
     EXPECT_GT(maintenance, 1500);
     EXPECT_LT(maintenance, 3500);
 

@@ -100,6 +100,30 @@ TEST_F(LogbookDialogTest, WeighingInShowsWeightBmrAndTotalAndSavesOnClosing) {
     EXPECT_NE(written(), before);
 }
 
+// The day at a glance follows a weigh-in made on the screen it opens: first it says why there is
+// no BMR and no budget, then what is left of the budget.
+TEST_F(LogbookDialogTest, TheDayAtAGlanceFollowsTheWeighIn) {
+    setLosingGoal();
+    addDay(21, 11, 2002, -1.0f, 1500.0f, 200);
+    open();
+    QString glance = dialog->glanceText();
+    EXPECT_TRUE(glance.contains(QStringLiteral("Dal  "))) << glance.toStdString();
+    EXPECT_TRUE(glance.contains(QStringLiteral("  1500 cal")));
+    EXPECT_TRUE(glance.contains(QStringLiteral("Exercise 200 cal")));
+    EXPECT_TRUE(glance.contains(QStringLiteral("BMR is 0: no weigh-in on this day.")));
+    EXPECT_TRUE(glance.contains(QStringLiteral("Left today: ---")));
+
+    QTest::mouseClick(dialog->figureButton(Figure::Weight), Qt::LeftButton);
+    WeighInDialog* weighIn = child<WeighInDialog>();
+    ASSERT_NE(weighIn, nullptr);
+    QTest::keyClicks(weighIn->weightEdit(), QStringLiteral("154"));
+    QTest::mouseClick(weighIn->okButton(), Qt::LeftButton);
+    // Budget 2053 + 200 - 1000 = 1253; 1500 eaten.
+    glance = dialog->glanceText();
+    EXPECT_TRUE(glance.contains(QStringLiteral("Over today: 247 cal"))) << glance.toStdString();
+    EXPECT_FALSE(glance.contains(QStringLiteral("BMR is 0")));
+}
+
 TEST_F(LogbookDialogTest, TheKeysWalkTheDaysAndTheDateLinePicksOne) {
     addDay(18, 11, 2002, 180.0f);
     addDay(19, 11, 2002, 181.0f);
