@@ -287,9 +287,6 @@ double ReportPainter::paintChart(QPainter* painter, double top) const {
             if (layout.goalLine) {
                 key(colours.goal, Qt::DashLine, QStringLiteral("goal"));
             }
-            if (layout.startLine) {
-                key(colours.ink, Qt::DashLine, QStringLiteral("start"));
-            }
         }
     }
     return captionTop + captionMetrics.height();

@@ -296,7 +296,7 @@ TEST_F(RangeReportTest, SummarySaysWhoWhenWhatGoalAndWhatIsMissing) {
         "Rate: 0.0 lbs/week",
         "# Maintenance measured to 1/14/2026",
         " Measured maintenance needs 11 more days of food logging.",
-        "Trend: 0.0 lbs/week"};
+        "Trend (28 days): 0.0 lbs/week"};
     EXPECT_EQ(lines, expected);
 }
 

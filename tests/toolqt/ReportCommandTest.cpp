@@ -423,7 +423,9 @@ TEST_F(ReportCommand, MaintenanceIsExportLogsAndTheEvalOps) {
     const std::size_t colon = summary->find(": ");
     const std::size_t end = summary->find(" cal a day");
     ASSERT_NE(end, std::string::npos) << *summary;
-    const std::string calories = summary->substr(colon + 2, end - colon - 2);
+    std::string calories = summary->substr(colon + 2, end - colon - 2);
+    // The maintenance section reads as the food budget page does: figures without grouping.
+    std::erase(calories, ',');
     EXPECT_NE(pdfText->find("Maintenance (28 days): " + calories + " cal"), std::string::npos);
 
     Json days = Json::array();
