@@ -13,6 +13,7 @@
 #include "ui/logbook/DayScreens.h"
 #include "ui/profile/GoalsDialog.h"
 #include "ui/profile/PersonalInfoDialog.h"
+#include "ui/profile/TargetsDialog.h"
 
 namespace nutrovex {
 
@@ -67,9 +68,17 @@ FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
         PersonalInfoDialog dialog(PersonalInfoForm(session.store().profile), notifier, parent);
         dialog.exec();
     };
-    openers.goals = [&session, &notifier, weightChart](QWidget* parent) {
+    const ScreenOpener targets = [&session, &notifier](QWidget* parent) {
+        TargetsDialog dialog(
+            TargetsForm(session.targets(),
+                        session.targetsReadWhole() ? std::string() : session.targetsFailure(),
+                        session.days()),
+            notifier, parent);
+        dialog.exec();
+    };
+    openers.goals = [&session, &notifier, weightChart, targets](QWidget* parent) {
         GoalsDialog dialog(GoalsForm(session.store().profile, session.clock()), notifier, parent,
-                           weightChart);
+                           weightChart, targets);
         dialog.exec();
     };
     openers.logbook = [&session, &notifier, logbook](QWidget* parent) {

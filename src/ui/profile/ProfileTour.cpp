@@ -5,6 +5,7 @@
 #include "ui/frame/Tour.h"
 #include "ui/profile/GoalsDialog.h"
 #include "ui/profile/PersonalInfoDialog.h"
+#include "ui/profile/TargetsDialog.h"
 
 namespace nutrovex {
 
@@ -19,8 +20,17 @@ std::vector<TourStop> profileTourStops(Session& session, SessionNotifier& notifi
          }},
         {QStringLiteral("goals"),
          [s, n](QWidget* parent) -> std::unique_ptr<QWidget> {
-             return std::make_unique<GoalsDialog>(GoalsForm(s->store().profile, s->clock()), *n,
-                                                  parent, [](QWidget*) {});
+             return std::make_unique<GoalsDialog>(
+                 GoalsForm(s->store().profile, s->clock()), *n, parent, [](QWidget*) {},
+                 [](QWidget*) {});
+         }},
+        {QStringLiteral("targets"),
+         [s, n](QWidget* parent) -> std::unique_ptr<QWidget> {
+             return std::make_unique<TargetsDialog>(
+                 TargetsForm(s->targets(),
+                             s->targetsReadWhole() ? std::string() : s->targetsFailure(),
+                             s->days()),
+                 *n, parent);
          }},
     };
 }
