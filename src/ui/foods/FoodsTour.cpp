@@ -2,6 +2,7 @@
 
 #include "session/Session.h"
 #include "ui/foods/CategoryNameDialog.h"
+#include "ui/foods/CopyToDialog.h"
 #include "ui/foods/FindFoodDialog.h"
 #include "ui/foods/FoodGridDialog.h"
 #include "ui/foods/FoodItemDialog.h"
@@ -62,6 +63,11 @@ std::vector<TourStop> foodsTourStops(Session& session, SessionNotifier& notifier
              return std::make_unique<LogFoodDialog>(
                  LogFoodForm(s->catalogue(), s->days(), s->foodRunState(), std::max(g, 0)), *n,
                  parent);
+         }},
+        {QStringLiteral("copy-to"),
+         [s, n](QWidget* parent) {
+             return std::make_unique<CopyToDialog>(
+                 CopyToForm(*s, kAllFoodsGroup, {}, CopyChoice::Breakfast), *n, parent);
          }},
         {QStringLiteral("find"),
          [s](QWidget* parent) {

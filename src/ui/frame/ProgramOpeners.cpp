@@ -6,6 +6,7 @@
 #include "ui/charts/BodyMassChartDialog.h"
 #include "ui/charts/HistoricChartDialog.h"
 #include "ui/exercise/ExerciseLogDialog.h"
+#include "ui/foods/CopyToDialog.h"
 #include "ui/foods/FoodGridDialog.h"
 #include "ui/foods/MealsDialog.h"
 #include "ui/frame/HelpDialog.h"
@@ -40,10 +41,18 @@ FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
         dialog.exec();
     };
 
+    FoodOpeners foodOpeners(catalogue);
+    foodOpeners.copyTo = [&session, &notifier](QWidget* parent, int shownGroup, FoodList selected) {
+        CopyToDialog dialog(
+            CopyToForm(session, shownGroup, std::move(selected), CopyChoice::Selected), notifier,
+            parent);
+        dialog.exec();
+    };
+
     LogbookOpeners logbook = dayScreens(session, notifier, weightChart);
-    logbook.meals = [&session, &notifier, catalogue](QWidget* parent) {
+    logbook.meals = [&session, &notifier, foodOpeners](QWidget* parent) {
         MealsDialog dialog(MealsForm(session.catalogue(), session.days(), session.foodRunState()),
-                           notifier, parent, catalogue);
+                           notifier, parent, foodOpeners);
         dialog.exec();
     };
     logbook.exercise = [&session, &notifier](QWidget* parent) {
@@ -58,6 +67,11 @@ FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
     };
     logbook.weightChart = weightChart;
     logbook.catalogue = catalogue;
+    logbook.copyDay = [&session, &notifier](QWidget* parent) {
+        CopyToDialog dialog(CopyToForm(session, kAllFoodsGroup, {}, CopyChoice::WholeDay), notifier,
+                            parent);
+        dialog.exec();
+    };
 
     FrameOpeners openers;
     openers.help = [](QWidget* parent) {
