@@ -9,6 +9,7 @@
 #include "ui/foods/CopyToDialog.h"
 #include "ui/foods/FoodGridDialog.h"
 #include "ui/foods/MealsDialog.h"
+#include "ui/foods/RecipeEditorDialog.h"
 #include "ui/frame/HelpDialog.h"
 #include "ui/frame/UsersDialog.h"
 #include "ui/logbook/DayScreens.h"
@@ -34,6 +35,22 @@ FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
         FoodGridDialog grid(std::move(form), notifier, parent);
         grid.exec();
     };
+    const auto recipeEditor = [&notifier](QWidget* parent,
+                                          RecipeEditorForm form) -> std::optional<FoodPlace> {
+        RecipeEditorDialog dialog(std::move(form), notifier, parent);
+        return dialog.exec() == QDialog::Accepted ? dialog.form().saved() : std::nullopt;
+    };
+    catalogueOpeners.newRecipe = [&session, recipeEditor](QWidget* parent) {
+        return recipeEditor(parent, RecipeEditorForm::newRecipe(recipeShelf(session)));
+    };
+    catalogueOpeners.editRecipe = [&session, recipeEditor](QWidget* parent, const FoodPlace& food) {
+        std::optional<RecipeEditorForm> form =
+            RecipeEditorForm::editFood(recipeShelf(session), food);
+        return form ? recipeEditor(parent, std::move(*form)) : std::nullopt;
+    };
+    catalogueOpeners.isRecipeFood = [&session](const FoodPlace& food) {
+        return RecipeEditorForm::isRecipeFood(recipeShelf(session), food);
+    };
     const ScreenOpener catalogue = [&session, &notifier, catalogueOpeners](QWidget* parent) {
         CatalogueDialog dialog(
             CatalogueForm(session.catalogue(), session.days(), session.foodRunState()), notifier,
@@ -42,6 +59,13 @@ FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
     };
 
     FoodOpeners foodOpeners(catalogue);
+    foodOpeners.newRecipe = [&session, recipeEditor](QWidget* parent, FoodList entries) {
+        RecipeDraft draft;
+        if (!entries.empty()) {
+            draft = recipeFromEntries(session.catalogue(), entries);
+        }
+        return recipeEditor(parent, RecipeEditorForm::newRecipe(recipeShelf(session), draft));
+    };
     foodOpeners.copyTo = [&session, &notifier](QWidget* parent, int shownGroup, FoodList selected) {
         CopyToDialog dialog(
             CopyToForm(session, shownGroup, std::move(selected), CopyChoice::Selected), notifier,
