@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include "charts/ChartSettings.h"
 #include "session/Session.h"
 #include "ui/frame/ProgramOpeners.h"
@@ -26,11 +28,23 @@ std::vector<TourStop> profileTourStops(Session& session, SessionNotifier& notifi
          }},
         {QStringLiteral("targets"),
          [s, n](QWidget* parent) -> std::unique_ptr<QWidget> {
-             return std::make_unique<TargetsDialog>(
-                 TargetsForm(s->targets(),
-                             s->targetsReadWhole() ? std::string() : s->targetsFailure(),
-                             s->days()),
-                 *n, parent);
+             TargetsForm form(s->targets(),
+                              s->targetsReadWhole() ? std::string() : s->targetsFailure(),
+                              s->days());
+             if (!s->targets().any()) {
+                 // A typical set, typed but not saved: the tour only looks.
+                 using F = TargetsForm::Field;
+                 for (const auto& [nutrient, amount, kind] :
+                      {std::tuple{TargetNutrient::Protein, "30", "%"},
+                       std::tuple{TargetNutrient::Carbohydrate, "45", "%"},
+                       std::tuple{TargetNutrient::Fat, "25", "%"},
+                       std::tuple{TargetNutrient::Fiber, "30", "g"},
+                       std::tuple{TargetNutrient::SaturatedFat, "20", "g"}}) {
+                     (void)form.edit(nutrient, F::Amount, amount);
+                     (void)form.edit(nutrient, F::Kind, kind);
+                 }
+             }
+             return std::make_unique<TargetsDialog>(std::move(form), *n, parent);
          }},
     };
 }
