@@ -42,9 +42,13 @@ std::string valueText(int nutrient, float value) {
 }  // namespace
 
 RecipeShelf recipeShelf(Session& session) {
-    return {&session.catalogue(), &session.recipes(), &session.foodRunState().finder,
-            session.recipesReadWhole() || !session.userOpen() ? std::string()
-                                                              : session.recipesFailure()};
+    RecipeShelf shelf{&session.catalogue(), &session.recipes(), &session.foodRunState().finder, {}};
+    if (session.userOpen() && !session.recipesReadWhole()) {
+        shelf.failure = session.recipesFailure();
+    } else if (session.userOpen() && !session.catalogueReadWhole()) {
+        shelf.failure = session.catalogueFailure();
+    }
+    return shelf;
 }
 
 RecipeEditorForm RecipeEditorForm::newRecipe(RecipeShelf shelf, RecipeDraft draft) {

@@ -20,7 +20,8 @@ namespace nutrovex {
 class Session;
 
 // Where the recipe screens find a person's recipes: the catalogue their foods are in, the recipes
-// themselves, the find's index, and why Recipes.json could not be read whole (empty when it was).
+// themselves, the find's index, and why Recipes.json or the catalogue could not be read whole
+// (empty when both were): a recipe is then never saved.
 struct RecipeShelf {
     FoodCatalogue* catalogue = nullptr;
     RecipeBook* book = nullptr;

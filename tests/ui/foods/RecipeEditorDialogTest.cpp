@@ -5,13 +5,17 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QTest>
 
 #include "foods/CatalogueOps.h"
+#include "foods/DayFoods.h"
 #include "storage/RecipeFile.h"
 #include "ui/ScreenSession.h"
 #include "ui/TextConvert.h"
+#include "ui/catalogue/CatalogueDialog.h"
+#include "ui/foods/FoodGridDialog.h"
 #include "ui/foods/RecipeEditorDialog.h"
 
 namespace nutrovex {
@@ -27,6 +31,17 @@ FoodItem catalogueFood(const char* name, ServingQuantity serving, Nutrients valu
         f.setNutrient(n, values[static_cast<std::size_t>(n)]);
     }
     return f;
+}
+
+// A command of a screen by its text without the mnemonic.
+QAction* commandOf(QWidget& screen, const QString& text) {
+    for (QAction* a : screen.findChildren<QAction*>()) {
+        if (QString(a->text()).remove(QLatin1Char('&')) == text) {
+            return a;
+        }
+    }
+    ADD_FAILURE() << "no command " << text.toStdString();
+    return nullptr;
 }
 
 class RecipeEditorDialogTest : public test::ScreenSession {
@@ -112,6 +127,92 @@ TEST_F(RecipeEditorDialogTest, ADishTypedInShowsItsValuesAndIsSavedOnOk) {
     EXPECT_EQ(saved[0].ingredients[0].unit, ServingUnit::Gram);
     ASSERT_TRUE(dialog.form().saved());
     EXPECT_FALSE(session.catalogueModified());  // the catalogue was written at once
+}
+
+// "Save as Recipe" of a day's list hands the meal's entries to the editor, and the catalogue's
+// "Edit Recipe..." is offered on a recipe's food only and opens the real editor on it: four
+// servings instead of two halve the food's values.
+TEST_F(RecipeEditorDialogTest, AMealBecomesARecipeAndItsFoodIsEditedFromTheCatalogue) {
+    DayRecord* day = session.days().ensureCurrentRecord();
+    ASSERT_NE(day, nullptr);
+    FoodItem toast = session.catalogue().groups[5][0].foods[0];
+    toast.group = 5;
+    toast.meal = 0;
+    toast.setServing({2, ServingUnit::Item, 0});
+    FoodItem milk = session.catalogue().groups[1][0].foods[0];
+    milk.group = 1;
+    milk.meal = 0;
+    milk.setServing({122, ServingUnit::Gram, 0});
+    FoodItem lunch = toast;
+    lunch.meal = 1;
+    for (const FoodItem& f : {toast, milk, lunch}) {
+        ASSERT_NE(insertLoggedFood(*day, f, f.group, kSortByMeal), kNoPosition);
+    }
+
+    FoodOpeners openers;
+    openers.newRecipe = [this](QWidget* parent, FoodList entries) -> std::optional<FoodPlace> {
+        RecipeEditorDialog editor(
+            RecipeEditorForm::newRecipe(recipeShelf(session),
+                                        recipeFromEntries(session.catalogue(), entries)),
+            notifier, parent);
+        editor.show();
+        typeInto(editor.nameEdit(), QStringLiteral("Milk toast"));
+        typeInto(editor.servingsEdit(), QStringLiteral("2"));
+        EXPECT_EQ(editor.lineList()->count(), 2);  // breakfast only
+        QTest::mouseClick(editor.okButton(), Qt::LeftButton);
+        return editor.form().saved();
+    };
+    FoodGridDialog grid(
+        FoodGridForm(session.catalogue(), session.days(), session.foodRunState(), kAllFoodsGroup),
+        notifier, nullptr, openers);
+    grid.show();
+    QAction* breakfast = nullptr;
+    for (QAction* a : commandOf(grid, QStringLiteral("Save as Recipe"))->menu()->actions()) {
+        if (a->text() == QStringLiteral("Breakfast...")) {
+            breakfast = a;
+        }
+    }
+    ASSERT_NE(breakfast, nullptr);
+    breakfast->trigger();
+    ASSERT_EQ(session.recipes().size(), 1u);
+    const std::optional<FoodPlace> food =
+        recipeFoodPlace(session.catalogue(), session.recipes()[0]);
+    ASSERT_TRUE(food);
+    const auto foodAt = [this, &food] {
+        return session.catalogue()
+            .groups[static_cast<std::size_t>(food->group)][food->category]
+            .foods[food->item];
+    };
+    EXPECT_FLOAT_EQ(foodAt().nutrients[kCalories], 108.0f);
+
+    CatalogueOpeners catalogueOpeners;
+    catalogueOpeners.isRecipeFood = [this](const FoodPlace& place) {
+        return RecipeEditorForm::isRecipeFood(recipeShelf(session), place);
+    };
+    catalogueOpeners.editRecipe = [this](QWidget* parent, const FoodPlace& place) {
+        std::optional<RecipeEditorForm> form =
+            RecipeEditorForm::editFood(recipeShelf(session), place);
+        EXPECT_TRUE(form);
+        RecipeEditorDialog editor(std::move(*form), notifier, parent);
+        editor.show();
+        EXPECT_EQ(editor.windowTitle(), QStringLiteral("Edit Recipe"));
+        typeInto(editor.servingsEdit(), QStringLiteral("4"));
+        EXPECT_EQ(editor.valueLabel(0, kCalories)->text(), QStringLiteral("54"));
+        QTest::mouseClick(editor.okButton(), Qt::LeftButton);
+        return editor.form().saved();
+    };
+    CatalogueDialog catalogue(
+        CatalogueForm(session.catalogue(), session.days(), session.foodRunState()), notifier,
+        nullptr, catalogueOpeners);
+    catalogue.show();
+    QAction* editRecipe = commandOf(catalogue, QStringLiteral("Edit Recipe..."));
+    catalogue.selectPlace(TreePlace::ofFood(5, 0, 0));  // toast
+    EXPECT_FALSE(editRecipe->isEnabled());
+    catalogue.selectPlace(TreePlace::ofFood(food->group, food->category, food->item));
+    ASSERT_TRUE(editRecipe->isEnabled());
+    editRecipe->trigger();
+    EXPECT_FLOAT_EQ(foodAt().nutrients[kCalories], 54.0f);  // 215 / 4 = 53.75
+    EXPECT_EQ(session.recipes()[0].servings, 4u);
 }
 
 }  // namespace
