@@ -178,8 +178,9 @@ RecipeEditorView RecipeEditorForm::view() const {
     v.leftOut = m_leftOut;
     if (!m_shelf.failure.empty()) {
         v.canSave = false;
-        v.notice = "Recipes cannot be saved now: " + m_shelf.failure +
-                   ". Nothing is saved until the file can be read again.";
+        const bool stop = m_shelf.failure.back() == '.';
+        v.notice = "Recipes cannot be saved now: " + m_shelf.failure + (stop ? "" : ".") +
+                   " Nothing is saved until the file can be read again.";
     }
     return v;
 }

@@ -74,11 +74,16 @@ TargetsView TargetsForm::view() const {
     TargetsView v;
     v.editable = m_failure.empty();
     if (!v.editable) {
-        v.notice = "Your targets cannot be changed now: " + m_failure +
-                   ". Nothing on this screen is saved until the file can be read again.";
+        const bool stop = !m_failure.empty() && m_failure.back() == '.';
+        v.notice = "Your targets cannot be changed now: " + m_failure + (stop ? "" : ".") +
+                   " Nothing on this screen is saved until the file can be read again.";
     }
-    DayRecord* day = m_days->currentDay();
-    const std::optional<int32_t> budget = foodBudgetCalories(day, m_days->store().profile);
+    // The day as it stands: its exercise counted afresh, nothing of it rewritten.
+    const DayRecord* day = m_days->currentRecord();
+    const std::optional<int32_t> budget =
+        day != nullptr
+            ? foodBudgetCalories(*day, m_days->store().profile, exerciseTotals(*day).calories)
+            : std::nullopt;
     const std::string date = longDateText(m_days->currentDate());
     v.budgetLine = budget ? formatText("The food budget of %s is %d calories.", date.c_str(),
                                        static_cast<int>(*budget))
