@@ -76,6 +76,10 @@ public:
     [[nodiscard]] bool targetsReadWhole() const { return userOpen() && m_targetsFile.readWhole; }
     [[nodiscard]] const std::string& recipesFailure() const { return m_recipesFile.failure; }
     [[nodiscard]] const std::string& targetsFailure() const { return m_targetsFile.failure; }
+    // Whether the catalogue could be read whole, and why not: a recipe's food is not made in a
+    // catalogue that cannot be saved.
+    [[nodiscard]] bool catalogueReadWhole() const { return userOpen() && m_catalogueReadWhole; }
+    [[nodiscard]] const std::string& catalogueFailure() const { return m_catalogueFailure; }
     [[nodiscard]] bool userOpen() const { return !m_store.dataFilePath.empty(); }
     [[nodiscard]] std::string_view openUserName() const { return m_store.profile.userName(); }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "foods/DayCopy.h"
+
 namespace nutrovex {
 
 FoodGridForm::FoodGridForm(FoodCatalogue& catalogue, DayCursor& days, FoodRunState& state,
@@ -169,6 +171,23 @@ std::optional<FoodItemForm> FoodGridForm::editForm(int row) const {
 LogFoodForm FoodGridForm::logFoodForm() const {
     return LogFoodForm(*m_catalogue, *m_days, *m_state,
                        m_group == kAllFoodsGroup ? m_state->nextLogGroup : m_group);
+}
+
+FoodList FoodGridForm::selectedFoods() const {
+    const DayRecord* day = m_days->currentRecord();
+    const std::optional<FoodSelection> selected = foodRows(false);
+    if (day == nullptr || !selected) {
+        return {};
+    }
+    return selectedEntries(*day, logView(), *selected);
+}
+
+FoodList FoodGridForm::mealFoods(int meal) const {
+    const DayRecord* day = m_days->currentRecord();
+    if (day == nullptr || meal < 0 || meal >= kMealCount) {
+        return {};
+    }
+    return mealEntries(*day, m_group, static_cast<uint16_t>(meal));
 }
 
 }  // namespace nutrovex

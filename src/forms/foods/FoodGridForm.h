@@ -75,6 +75,12 @@ public:
     [[nodiscard]] std::optional<FoodItemForm> editForm(int row) const;
     [[nodiscard]] LogFoodForm logFoodForm() const;
 
+    // What Copy To and Save Meal as Recipe take: copies of the food rows among the selected ones,
+    // or of one meal's entries (0 breakfast to 3 snack) of the list.
+    [[nodiscard]] int shownGroup() const { return m_group; }
+    [[nodiscard]] FoodList selectedFoods() const;
+    [[nodiscard]] FoodList mealFoods(int meal) const;
+
 private:
     [[nodiscard]] FoodLogView logView() const;
     [[nodiscard]] FoodLogRows rows() const;

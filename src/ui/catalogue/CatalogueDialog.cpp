@@ -141,10 +141,12 @@ void CatalogueDialog::buildMenus() {
     m_paste->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_V));
     m_editMenu->addSeparator();
     m_rename = menuEntry(m_editMenu, "&Rename", this);
+    m_editRecipe = menuEntry(m_editMenu, "Edit Rec&ipe...", this);
     m_editMenu->addSeparator();
     m_insertMenu = m_menuBar->addMenu(QStringLiteral("In&sert"));
     m_insertCategory = menuEntry(m_insertMenu, "&Category", this);
     m_insertFood = menuEntry(m_insertMenu, "&Food Item", this);
+    m_newRecipe = menuEntry(m_insertMenu, "&Recipe...", this);
     m_deleteMenu = m_menuBar->addMenu(QStringLiteral("&Delete"));
     m_deleteAll = menuEntry(m_deleteMenu, "&All Categories", this);
     m_deleteCategory = menuEntry(m_deleteMenu, "&Category", this);
@@ -167,6 +169,8 @@ void CatalogueDialog::buildMenus() {
             [this] { m_tree->editPlace(m_tree->currentPlace()); });
     connect(m_insertCategory, &QAction::triggered, this, &CatalogueDialog::insertCategory);
     connect(m_insertFood, &QAction::triggered, this, &CatalogueDialog::insertFood);
+    connect(m_newRecipe, &QAction::triggered, this, [this] { openRecipe(false); });
+    connect(m_editRecipe, &QAction::triggered, this, [this] { openRecipe(true); });
     connect(m_deleteAll, &QAction::triggered, this,
             [this] { askDelete(Command::DeleteAllCategories); });
     connect(m_deleteCategory, &QAction::triggered, this,
@@ -192,6 +196,25 @@ void CatalogueDialog::updateMenus() {
     m_deleteAll->setEnabled(m.deleteAllCategories);
     m_deleteCategory->setVisible(!groupMenu);
     m_deleteCategory->setEnabled(m.deleteCategory);
+    const TreePlace& at = v.selected;
+    m_newRecipe->setEnabled(static_cast<bool>(m_openers.newRecipe));
+    m_editRecipe->setEnabled(m_openers.editRecipe && m_openers.isRecipeFood &&
+                             at.node == TreeNode::Food &&
+                             m_openers.isRecipeFood({at.group, at.category, at.food}));
+}
+
+void CatalogueDialog::openRecipe(bool edit) {
+    const TreePlace at = m_form.view().selected;
+    std::optional<FoodPlace> made;
+    if (edit && m_openers.editRecipe && at.node == TreeNode::Food) {
+        made = m_openers.editRecipe(this, {at.group, at.category, at.food});
+    } else if (!edit && m_openers.newRecipe) {
+        made = m_openers.newRecipe(this);
+    }
+    if (made) {
+        selectPlace(TreePlace::ofFood(made->group, made->category, made->item));
+    }
+    updateMenus();
 }
 
 void CatalogueDialog::setMessagePresenter(std::function<bool(const ScreenMessage&)> present) {
@@ -370,8 +393,8 @@ void CatalogueDialog::importCsv() {
         return;
     }
     std::unique_ptr<QProgressDialog> progress;
-    const Outcome outcome = m_form.importFile(
-        path.toStdString(), [&](std::size_t rowsDone, std::size_t rows) {
+    const Outcome outcome =
+        m_form.importFile(path.toStdString(), [&](std::size_t rowsDone, std::size_t rows) {
             const auto done = static_cast<int>(rowsDone);
             const auto total = static_cast<int>(rows);
             if (!progress) {

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "foods/Recipes.h"
 #include "forms/catalogue/CatalogueForm.h"
 
 class QAction;
@@ -26,6 +27,12 @@ struct CatalogueOpeners {
     // A food was logged into the current day from the catalogue: the day's food grid of that
     // list opens over the catalogue with the new entry selected.
     std::function<void(QWidget* parent, int group, Position presented)> showLogged;
+    // The recipe editor on a new recipe, or on the recipe whose food is at a place; where the
+    // recipe's food is after OK, none when nothing was saved. isRecipeFood says whether a food is
+    // a recipe's.
+    std::function<std::optional<FoodPlace>(QWidget* parent)> newRecipe;
+    std::function<std::optional<FoodPlace>(QWidget* parent, const FoodPlace& food)> editRecipe;
+    std::function<bool(const FoodPlace& food)> isRecipeFood;
 };
 
 // The catalogue screen, a thin view of CatalogueForm: the food tree with the menus of its
@@ -75,6 +82,7 @@ private:
     void insertFood();
     void find();
     void afterCommand();
+    void openRecipe(bool edit);
 
     CatalogueForm m_form;
     SessionNotifier* m_notifier;
@@ -92,6 +100,8 @@ private:
     QAction* m_copy = nullptr;
     QAction* m_paste = nullptr;
     QAction* m_rename = nullptr;
+    QAction* m_editRecipe = nullptr;
+    QAction* m_newRecipe = nullptr;
     QAction* m_insertCategory = nullptr;
     QAction* m_insertFood = nullptr;
     QAction* m_deleteAll = nullptr;

@@ -16,12 +16,12 @@
 namespace nutrovex {
 
 FoodGridDialog::FoodGridDialog(FoodGridForm form, SessionNotifier& notifier, QWidget* parent,
-                               std::function<void(QWidget*)> openCatalogue)
+                               FoodOpeners openers)
     : FoodScreen(parent, QString(), true),
       m_form(std::move(form)),
       m_notifier(&notifier),
       m_grid(new CFoodGridCtrl(this)),
-      m_openCatalogue(std::move(openCatalogue)) {
+      m_openers(std::move(openers)) {
     using Command = FoodGridForm::Command;
     setWindowTitle(toQString(m_form.view().title));
     QPushButton* ok = FoodScreen::addButton(QStringLiteral("OK"));
@@ -53,6 +53,16 @@ FoodGridDialog::FoodGridDialog(FoodGridForm form, SessionNotifier& notifier, QWi
     for (int meal = 0; meal < kMealCount; ++meal) {
         copyMeal->addAction(toQString(mealName(static_cast<uint16_t>(meal))), this,
                             [this, meal] { copyMealFromYesterday(meal); });
+    }
+    QAction* copyTo =
+        editMenu->addAction(QStringLiteral("C&opy To..."), this, &FoodGridDialog::copyTo);
+    copyTo->setEnabled(static_cast<bool>(m_openers.copyTo));
+    QMenu* recipe = editMenu->addMenu(QStringLiteral("Save as &Recipe"));
+    recipe->setEnabled(static_cast<bool>(m_openers.newRecipe));
+    recipe->addAction(QStringLiteral("&Selected Foods..."), this, [this] { saveAsRecipe(-1); });
+    for (int meal = 0; meal < kMealCount; ++meal) {
+        recipe->addAction(toQString(mealName(static_cast<uint16_t>(meal))) + QStringLiteral("..."),
+                          this, [this, meal] { saveAsRecipe(meal); });
     }
 
     QMenu* sort = menuBar()->addMenu(QStringLiteral("&Sort"));
@@ -156,7 +166,7 @@ void FoodGridDialog::edit(int row) {
 }
 
 void FoodGridDialog::insertFood() {
-    LogFoodDialog dialog(m_form.logFoodForm(), *m_notifier, this, m_openCatalogue);
+    LogFoodDialog dialog(m_form.logFoodForm(), *m_notifier, this, m_openers);
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }
@@ -168,6 +178,20 @@ void FoodGridDialog::insertFood() {
 void FoodGridDialog::copyMealFromYesterday(int meal) {
     run(static_cast<FoodGridForm::Command>(static_cast<int>(FoodGridForm::Command::CopyBreakfast) +
                                            meal));
+}
+
+void FoodGridDialog::copyTo() {
+    if (m_openers.copyTo) {
+        m_openers.copyTo(this, m_form.shownGroup(), m_form.selectedFoods());
+        refresh();
+    }
+}
+
+void FoodGridDialog::saveAsRecipe(int meal) {
+    if (m_openers.newRecipe) {
+        (void)m_openers.newRecipe(this, meal < 0 ? m_form.selectedFoods() : m_form.mealFoods(meal));
+        refresh();
+    }
 }
 
 }  // namespace nutrovex

@@ -4,6 +4,7 @@
 
 #include "core/Position.h"
 #include "forms/foods/FoodGridForm.h"
+#include "ui/foods/FoodOpeners.h"
 #include "ui/foods/FoodScreens.h"
 
 class QAction;
@@ -14,14 +15,15 @@ class CFoodGridCtrl;
 class SessionNotifier;
 
 // The day's food screen for one list (a food group, or 8 for all foods): a thin view of
-// FoodGridForm, with its clipboard, delete, edit, insert, sort and nutrient commands.
-// openCatalogue: how Log Food opens the catalogue screen; none leaves that command disabled.
+// FoodGridForm, with its clipboard, delete, edit, insert, sort and nutrient commands, Copy To and
+// Save as Recipe. openers: the screens of other areas it and Log Food open; none leaves that
+// command disabled.
 class FoodGridDialog : public FoodScreen {
     Q_OBJECT
 
 public:
     FoodGridDialog(FoodGridForm form, SessionNotifier& notifier, QWidget* parent,
-                   std::function<void(QWidget*)> openCatalogue = {});
+                   FoodOpeners openers = {});
 
     [[nodiscard]] CFoodGridCtrl* grid() const { return m_grid; }
     [[nodiscard]] const FoodGridForm& form() const { return m_form; }
@@ -36,6 +38,9 @@ public Q_SLOTS:
     void edit(int row);
     void insertFood();
     void copyMealFromYesterday(int meal);
+    void copyTo();
+    // The selected foods (meal -1) or a meal's entries become a new recipe's ingredients.
+    void saveAsRecipe(int meal);
 
 private:
     void updateActions();
@@ -46,7 +51,7 @@ private:
     FoodGridForm m_form;
     SessionNotifier* m_notifier;
     CFoodGridCtrl* m_grid;
-    std::function<void(QWidget*)> m_openCatalogue;
+    FoodOpeners m_openers;
     QAction* m_copy = nullptr;
     QAction* m_cut = nullptr;
     QAction* m_paste = nullptr;

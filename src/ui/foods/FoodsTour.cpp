@@ -1,12 +1,15 @@
 #include "ui/foods/FoodsTour.h"
 
+#include "foods/DayCopy.h"
 #include "session/Session.h"
 #include "ui/foods/CategoryNameDialog.h"
+#include "ui/foods/CopyToDialog.h"
 #include "ui/foods/FindFoodDialog.h"
 #include "ui/foods/FoodGridDialog.h"
 #include "ui/foods/FoodItemDialog.h"
 #include "ui/foods/LogFoodDialog.h"
 #include "ui/foods/MealsDialog.h"
+#include "ui/foods/RecipeEditorDialog.h"
 #include "ui/frame/SessionNotifier.h"
 
 namespace nutrovex {
@@ -39,6 +42,27 @@ int fullestList(Session& session) {
     return best;
 }
 
+// The person's first recipe, or their current day's breakfast drafted as one.
+std::unique_ptr<QWidget> recipeEditorStop(Session& session, SessionNotifier& notifier,
+                                          QWidget* parent) {
+    for (const Recipe& r : session.recipes()) {
+        if (const std::optional<FoodPlace> place = recipeFoodPlace(session.catalogue(), r)) {
+            if (std::optional<RecipeEditorForm> form =
+                    RecipeEditorForm::editFood(recipeShelf(session), *place)) {
+                return std::make_unique<RecipeEditorDialog>(std::move(*form), notifier, parent);
+            }
+        }
+    }
+    FoodList breakfast;
+    if (const DayRecord* day = session.days().currentDay()) {
+        breakfast = mealEntries(*day, kAllFoodsGroup, 0);
+    }
+    RecipeEditorForm form = RecipeEditorForm::newRecipe(
+        recipeShelf(session), recipeFromEntries(session.catalogue(), breakfast));
+    (void)form.edit(RecipeEditorForm::Field::Name, "Breakfast bowl");
+    return std::make_unique<RecipeEditorDialog>(std::move(form), notifier, parent);
+}
+
 }  // namespace
 
 std::vector<TourStop> foodsTourStops(Session& session, SessionNotifier& notifier) {
@@ -64,6 +88,13 @@ std::vector<TourStop> foodsTourStops(Session& session, SessionNotifier& notifier
                  LogFoodForm(s->catalogue(), s->days(), s->foodRunState(), std::max(g, 0)), *n,
                  parent);
          }},
+        {QStringLiteral("copy-to"),
+         [s, n](QWidget* parent) {
+             return std::make_unique<CopyToDialog>(
+                 CopyToForm(*s, kAllFoodsGroup, {}, CopyChoice::Breakfast), *n, parent);
+         }},
+        {QStringLiteral("recipe-editor"),
+         [s, n](QWidget* parent) { return recipeEditorStop(*s, *n, parent); }},
         {QStringLiteral("find"),
          [s](QWidget* parent) {
              return std::make_unique<FindFoodDialog>(

@@ -37,11 +37,11 @@ void fillList(QComboBox* list, const std::vector<std::string_view>& names, int s
 }  // namespace
 
 LogFoodDialog::LogFoodDialog(LogFoodForm form, SessionNotifier& notifier, QWidget* parent,
-                             std::function<void(QWidget*)> openCatalogue)
+                             FoodOpeners openers)
     : FoodScreen(parent, QString(), false),
       m_form(std::move(form)),
       m_notifier(&notifier),
-      m_openCatalogue(std::move(openCatalogue)),
+      m_openers(std::move(openers)),
       m_groups(new QComboBox(this)),
       m_categoryLabel(nullptr),
       m_categories(new QComboBox(this)),
@@ -64,17 +64,19 @@ LogFoodDialog::LogFoodDialog(LogFoodForm form, SessionNotifier& notifier, QWidge
     QMenu* newMenu = edit->addMenu(QStringLiteral("&New"));
     newMenu->addAction(QStringLiteral("&Category"), this, &LogFoodDialog::newCategory);
     newMenu->addAction(QStringLiteral("Food &Item"), this, &LogFoodDialog::newFoodItem);
+    newMenu->addAction(QStringLiteral("&Recipe..."), this, &LogFoodDialog::newRecipe)
+        ->setEnabled(static_cast<bool>(m_openers.newRecipe));
     QMenu* deleteMenu = edit->addMenu(QStringLiteral("&Delete"));
     deleteMenu->addAction(QStringLiteral("&Category"), this, &LogFoodDialog::deleteCategory);
     deleteMenu->addAction(QStringLiteral("&Food item"), this, &LogFoodDialog::deleteFoodItem);
     QMenu* options = menuBar()->addMenu(QStringLiteral("&Options"));
     QAction* catalogue = options->addAction(QStringLiteral("&Catalogue..."), this, [this] {
-        m_openCatalogue(this);
+        m_openers.catalogue(this);
         // The catalogue may have changed under the lists.
         m_form.select(m_form.view().group, -1, -1);
         showForm();
     });
-    catalogue->setEnabled(static_cast<bool>(m_openCatalogue));
+    catalogue->setEnabled(static_cast<bool>(m_openers.catalogue));
     options->addAction(QStringLiteral("&About..."), this, [this] { AboutDialog(this).exec(); });
 
     auto* lists = new QGridLayout;
@@ -224,6 +226,19 @@ void LogFoodDialog::newFoodItem() {
         m_form.select(made.group, made.category, made.position);
         showForm();
     }
+}
+
+void LogFoodDialog::newRecipe() {
+    if (!m_openers.newRecipe) {
+        return;
+    }
+    if (const std::optional<FoodPlace> made = m_openers.newRecipe(this, {})) {
+        m_form.select(made->group, made->category, made->item);
+    } else {
+        // The catalogue may have changed under the lists.
+        m_form.select(m_form.view().group, -1, -1);
+    }
+    showForm();
 }
 
 void LogFoodDialog::deleteSelected(LogFoodForm::Command command) {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "forms/foods/LogFoodForm.h"
+#include "ui/foods/FoodOpeners.h"
 #include "ui/foods/FoodScreens.h"
 
 class QComboBox;
@@ -17,14 +18,14 @@ class SessionNotifier;
 
 // Log Food: a thin view of LogFoodForm. Pick a group, category and food, change the serving or
 // values, pick the meal and log it into the current day; or log one of the recent foods again.
-// Its menu manages the catalogue in place. openCatalogue opens the catalogue screen; without it
-// that entry is disabled.
+// Its menu manages the catalogue in place. openers: the catalogue screen and the recipe editor;
+// without one its entry is disabled.
 class LogFoodDialog : public FoodScreen {
     Q_OBJECT
 
 public:
     LogFoodDialog(LogFoodForm form, SessionNotifier& notifier, QWidget* parent,
-                  std::function<void(QWidget*)> openCatalogue = {});
+                  FoodOpeners openers = {});
 
     // After OK, result() says where the food went.
     [[nodiscard]] const LogFoodForm& form() const { return m_form; }
@@ -42,6 +43,7 @@ public Q_SLOTS:
     void find();
     void newCategory();
     void newFoodItem();
+    void newRecipe();
     void deleteCategory();
     void deleteFoodItem();
 
@@ -52,7 +54,7 @@ private:
 
     LogFoodForm m_form;
     SessionNotifier* m_notifier;
-    std::function<void(QWidget*)> m_openCatalogue;
+    FoodOpeners m_openers;
     QComboBox* m_groups;
     QLabel* m_categoryLabel;
     QComboBox* m_categories;

@@ -19,11 +19,11 @@
 namespace nutrovex {
 
 MealsDialog::MealsDialog(MealsForm form, SessionNotifier& notifier, QWidget* parent,
-                         std::function<void(QWidget*)> openCatalogue)
+                         FoodOpeners openers)
     : FoodScreen(parent, QStringLiteral("Meals"), true),
       m_form(std::move(form)),
       m_notifier(&notifier),
-      m_openCatalogue(std::move(openCatalogue)),
+      m_openers(std::move(openers)),
       m_date(new QLabel(this)) {
     QPushButton* ok = addButton(QStringLiteral("OK"));
     QPushButton* toggle = addButton(QStringLiteral("Toggle &Nutrients"));
@@ -153,7 +153,7 @@ void MealsDialog::toggleNutrients() {
 }
 
 void MealsDialog::openGroup(int group) {
-    FoodGridDialog grid(m_form.groupForm(group), *m_notifier, this, m_openCatalogue);
+    FoodGridDialog grid(m_form.groupForm(group), *m_notifier, this, m_openers);
     grid.exec();
     refresh();
 }

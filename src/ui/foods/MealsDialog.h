@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "forms/foods/MealsForm.h"
+#include "ui/foods/FoodOpeners.h"
 #include "ui/foods/FoodScreens.h"
 
 class QLabel;
@@ -14,14 +15,14 @@ namespace nutrovex {
 class SessionNotifier;
 
 // The meals screen: a thin view of MealsForm. A group's picture opens that group's foods of the
-// day. Closing it writes what changed. openCatalogue: how Log Food, reached from a group's foods,
-// opens the catalogue screen; none leaves that command disabled.
+// day. Closing it writes what changed. openers: the screens of other areas that a group's foods
+// and Log Food open; none leaves that command disabled.
 class MealsDialog : public FoodScreen {
     Q_OBJECT
 
 public:
     MealsDialog(MealsForm form, SessionNotifier& notifier, QWidget* parent,
-                std::function<void(QWidget*)> openCatalogue = {});
+                FoodOpeners openers = {});
 
     [[nodiscard]] QString groupValue(int group, int line) const;
     [[nodiscard]] QString summaryValue(int column, int line) const;
@@ -39,7 +40,7 @@ public Q_SLOTS:
 private:
     MealsForm m_form;
     SessionNotifier* m_notifier;
-    std::function<void(QWidget*)> m_openCatalogue;
+    FoodOpeners m_openers;
     std::array<QToolButton*, 8> m_groups{};
     std::array<std::array<QLabel*, 3>, 8> m_labels{};
     std::array<std::array<QLabel*, 3>, 8> m_values{};

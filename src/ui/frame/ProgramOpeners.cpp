@@ -6,13 +6,16 @@
 #include "ui/charts/BodyMassChartDialog.h"
 #include "ui/charts/HistoricChartDialog.h"
 #include "ui/exercise/ExerciseLogDialog.h"
+#include "ui/foods/CopyToDialog.h"
 #include "ui/foods/FoodGridDialog.h"
 #include "ui/foods/MealsDialog.h"
+#include "ui/foods/RecipeEditorDialog.h"
 #include "ui/frame/HelpDialog.h"
 #include "ui/frame/UsersDialog.h"
 #include "ui/logbook/DayScreens.h"
 #include "ui/profile/GoalsDialog.h"
 #include "ui/profile/PersonalInfoDialog.h"
+#include "ui/profile/TargetsDialog.h"
 
 namespace nutrovex {
 
@@ -32,6 +35,22 @@ FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
         FoodGridDialog grid(std::move(form), notifier, parent);
         grid.exec();
     };
+    const auto recipeEditor = [&notifier](QWidget* parent,
+                                          RecipeEditorForm form) -> std::optional<FoodPlace> {
+        RecipeEditorDialog dialog(std::move(form), notifier, parent);
+        return dialog.exec() == QDialog::Accepted ? dialog.form().saved() : std::nullopt;
+    };
+    catalogueOpeners.newRecipe = [&session, recipeEditor](QWidget* parent) {
+        return recipeEditor(parent, RecipeEditorForm::newRecipe(recipeShelf(session)));
+    };
+    catalogueOpeners.editRecipe = [&session, recipeEditor](QWidget* parent, const FoodPlace& food) {
+        std::optional<RecipeEditorForm> form =
+            RecipeEditorForm::editFood(recipeShelf(session), food);
+        return form ? recipeEditor(parent, std::move(*form)) : std::nullopt;
+    };
+    catalogueOpeners.isRecipeFood = [&session](const FoodPlace& food) {
+        return RecipeEditorForm::isRecipeFood(recipeShelf(session), food);
+    };
     const ScreenOpener catalogue = [&session, &notifier, catalogueOpeners](QWidget* parent) {
         CatalogueDialog dialog(
             CatalogueForm(session.catalogue(), session.days(), session.foodRunState()), notifier,
@@ -39,11 +58,26 @@ FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
         dialog.exec();
     };
 
+    FoodOpeners foodOpeners(catalogue);
+    foodOpeners.newRecipe = [&session, recipeEditor](QWidget* parent, FoodList entries) {
+        RecipeDraft draft;
+        if (!entries.empty()) {
+            draft = recipeFromEntries(session.catalogue(), entries);
+        }
+        return recipeEditor(parent, RecipeEditorForm::newRecipe(recipeShelf(session), draft));
+    };
+    foodOpeners.copyTo = [&session, &notifier](QWidget* parent, int shownGroup, FoodList selected) {
+        CopyToDialog dialog(
+            CopyToForm(session, shownGroup, std::move(selected), CopyChoice::Selected), notifier,
+            parent);
+        dialog.exec();
+    };
+
     LogbookOpeners logbook = dayScreens(session, notifier, weightChart);
-    logbook.meals = [&session, &notifier, catalogue](QWidget* parent) {
+    logbook.meals = [&session, &notifier, foodOpeners](QWidget* parent) {
         MealsDialog dialog(MealsForm(session.catalogue(), session.days(), session.foodRunState(),
                                      &session.targets()),
-                           notifier, parent, catalogue);
+                           notifier, parent, foodOpeners);
         dialog.exec();
     };
     logbook.exercise = [&session, &notifier](QWidget* parent) {
@@ -58,6 +92,11 @@ FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
     };
     logbook.weightChart = weightChart;
     logbook.catalogue = catalogue;
+    logbook.copyDay = [&session, &notifier](QWidget* parent) {
+        CopyToDialog dialog(CopyToForm(session, kAllFoodsGroup, {}, CopyChoice::WholeDay), notifier,
+                            parent);
+        dialog.exec();
+    };
 
     FrameOpeners openers;
     openers.help = [](QWidget* parent) {
@@ -68,9 +107,17 @@ FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
         PersonalInfoDialog dialog(PersonalInfoForm(session.store().profile), notifier, parent);
         dialog.exec();
     };
-    openers.goals = [&session, &notifier, weightChart](QWidget* parent) {
+    const ScreenOpener targets = [&session, &notifier](QWidget* parent) {
+        TargetsDialog dialog(
+            TargetsForm(session.targets(),
+                        session.targetsReadWhole() ? std::string() : session.targetsFailure(),
+                        session.days()),
+            notifier, parent);
+        dialog.exec();
+    };
+    openers.goals = [&session, &notifier, weightChart, targets](QWidget* parent) {
         GoalsDialog dialog(GoalsForm(session.store().profile, session.clock()), notifier, parent,
-                           weightChart);
+                           weightChart, targets);
         dialog.exec();
     };
     openers.logbook = [&session, &notifier, logbook](QWidget* parent) {

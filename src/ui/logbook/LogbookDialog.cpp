@@ -351,6 +351,7 @@ void LogbookDialog::buildMenus() {
                {QKeySequence(Qt::Key_Home)});
     addCommand(record, QStringLiteral("&Go to Date..."), [this] { pickDate(); },
                {QKeySequence(Qt::CTRL | Qt::Key_G)});
+    addScreen(record, QStringLiteral("&Copy Day To..."), m_openers.copyDay);
     record->addSeparator();
     QMenu* remove = record->addMenu(QStringLiteral("&Delete"));
     addCommand(remove, QStringLiteral("&Current Day"),

@@ -35,6 +35,7 @@ struct LogbookOpeners {
     ScreenOpener historicWeightChart;
     ScreenOpener weightChart;  // the chart with body-mass bands
     ScreenOpener catalogue;
+    ScreenOpener copyDay;  // Copy To on the whole current day
 };
 
 // The logbook screen: a thin view of LogbookForm, with the commands that open the day's screens.

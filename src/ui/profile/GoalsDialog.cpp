@@ -2,6 +2,7 @@
 
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
@@ -19,11 +20,12 @@
 namespace nutrovex {
 
 GoalsDialog::GoalsDialog(GoalsForm form, SessionNotifier& notifier, QWidget* parent,
-                         ScreenOpener weightChart)
+                         ScreenOpener weightChart, ScreenOpener targets)
     : ScreenDialog(QStringLiteral("Set Goals"), parent),
       m_form(std::move(form)),
       m_notifier(&notifier),
       m_openWeightChart(std::move(weightChart)),
+      m_openTargets(std::move(targets)),
       m_start(new QLineEdit(this)),
       m_startUnit(new QLabel(this)),
       m_startDate(new QLabel(this)),
@@ -32,7 +34,8 @@ GoalsDialog::GoalsDialog(GoalsForm form, SessionNotifier& notifier, QWidget* par
       m_goalUnit(new QLabel(this)),
       m_targetDate(new QLabel(this)),
       m_setTarget(new QPushButton(QStringLiteral("Se&t..."), this)),
-      m_sentence(new QLabel(this)) {
+      m_sentence(new QLabel(this)),
+      m_targets(new QPushButton(QStringLiteral("&Nutrient Targets..."), this)) {
     for (QLineEdit* edit : {m_start, m_goal}) {
         edit->setValidator(new QIntValidator(0, 99999, edit));
         // Room for a weight, with its unit beside it.
@@ -77,11 +80,27 @@ GoalsDialog::GoalsDialog(GoalsForm form, SessionNotifier& notifier, QWidget* par
     m_sentence->setFocusPolicy(Qt::TabFocus);
     calculatorLayout->addWidget(m_sentence);
     body()->addWidget(calculator);
+    m_targets->setAccessibleName(QStringLiteral("Nutrient Targets..."));
+    m_targets->setAutoDefault(false);
+    m_targets->setEnabled(static_cast<bool>(m_openTargets));
+    auto* targetsRow = new QHBoxLayout;
+    targetsRow->addWidget(m_targets);
+    targetsRow->addStretch(1);
+    body()->addLayout(targetsRow);
     body()->addStretch(1);
 
     QMenu* goals = menuBar()->addMenu(QStringLiteral("&Goals"));
     QAction* reset = goals->addAction(QStringLiteral("&Reset"));
     connect(reset, &QAction::triggered, this, &GoalsDialog::reset);
+    QAction* targetsEntry = goals->addAction(QStringLiteral("Nutrient &Targets..."));
+    targetsEntry->setEnabled(static_cast<bool>(m_openTargets));
+    const auto openTargets = [this] {
+        if (m_openTargets) {
+            m_openTargets(this);
+        }
+    };
+    connect(targetsEntry, &QAction::triggered, this, openTargets);
+    connect(m_targets, &QPushButton::clicked, this, openTargets);
     QMenu* options = menuBar()->addMenu(QStringLiteral("&Options"));
     m_weightChart = options->addAction(QStringLiteral("&Weight Chart"));
     m_weightChart->setEnabled(static_cast<bool>(m_openWeightChart));
@@ -108,6 +127,7 @@ GoalsDialog::GoalsDialog(GoalsForm form, SessionNotifier& notifier, QWidget* par
     setTabOrder(m_setStart, m_goal);
     setTabOrder(m_goal, m_setTarget);
     setTabOrder(m_setTarget, m_sentence);
+    setTabOrder(m_sentence, m_targets);
     redisplay();
     m_start->setFocus();
 }

@@ -18,9 +18,10 @@ class GoalsDialog : public ScreenDialog {
     Q_OBJECT
 
 public:
-    // weightChart opens the weight chart; without it "Weight Chart" stays disabled.
+    // weightChart opens the weight chart, targets the nutrient targets screen; without one its
+    // command stays disabled.
     GoalsDialog(GoalsForm form, SessionNotifier& notifier, QWidget* parent,
-                ScreenOpener weightChart = {});
+                ScreenOpener weightChart = {}, ScreenOpener targets = {});
 
     void done(int result) override;
 
@@ -32,6 +33,7 @@ public:
     [[nodiscard]] QPushButton* setTargetButton() const { return m_setTarget; }
     [[nodiscard]] QLabel* sentence() const { return m_sentence; }
     [[nodiscard]] QAction* weightChartAction() const { return m_weightChart; }
+    [[nodiscard]] QPushButton* targetsButton() const { return m_targets; }
 
 private:
     void run(const Outcome& outcome);
@@ -42,6 +44,7 @@ private:
     GoalsForm m_form;
     SessionNotifier* m_notifier;
     ScreenOpener m_openWeightChart;
+    ScreenOpener m_openTargets;
     QLineEdit* m_start;
     QLabel* m_startUnit;
     QLabel* m_startDate;
@@ -51,6 +54,7 @@ private:
     QLabel* m_targetDate;
     QPushButton* m_setTarget;
     QLabel* m_sentence;
+    QPushButton* m_targets;
     QAction* m_weightChart = nullptr;
     CommitOnLeave* m_startCommit = nullptr;
     CommitOnLeave* m_goalCommit = nullptr;

@@ -120,13 +120,18 @@ protected:
         ScreenSession::SetUp();
         FoodCatalogue& c = session.catalogue();
         const Position pies = addCategory(c, 0, "Pies");
-        (void)addFoodItem(c, 0, pies, catalogueFood("Apple Pie", {1.0f, ServingUnit::Item, 0}, 320, 45));
-        (void)addFoodItem(c, 0, pies, catalogueFood("Pumpkin Pie", {1.0f, ServingUnit::Item, 0}, 290, 38));
+        (void)addFoodItem(c, 0, pies,
+                          catalogueFood("Apple Pie", {1.0f, ServingUnit::Item, 0}, 320, 45));
+        (void)addFoodItem(c, 0, pies,
+                          catalogueFood("Pumpkin Pie", {1.0f, ServingUnit::Item, 0}, 290, 38));
         const Position fresh = addCategory(c, 4, "Fresh");
-        (void)addFoodItem(c, 4, fresh, catalogueFood("Apple", {100.0f, ServingUnit::Gram, 0}, 52, 13.8f));
-        (void)addFoodItem(c, 4, fresh, catalogueFood("Banana", {1.0f, ServingUnit::Item, 0}, 105, 27));
+        (void)addFoodItem(c, 4, fresh,
+                          catalogueFood("Apple", {100.0f, ServingUnit::Gram, 0}, 52, 13.8f));
+        (void)addFoodItem(c, 4, fresh,
+                          catalogueFood("Banana", {1.0f, ServingUnit::Item, 0}, 105, 27));
         const Position breads = addCategory(c, 5, "Breads");
-        (void)addFoodItem(c, 5, breads, catalogueFood("Bagel", {1.0f, ServingUnit::Item, 0}, 245, 48));
+        (void)addFoodItem(c, 5, breads,
+                          catalogueFood("Bagel", {1.0f, ServingUnit::Item, 0}, 245, 48));
 
         (void)session.days().ensureCurrentDay();
         uint32_t key = 1;
@@ -451,7 +456,7 @@ TEST_F(FoodScreens, EveryScreenIsReachedAndLeftWithTheKeyboard) {
 TEST_F(FoodScreens, LogFoodReachedFromMealsOpensTheCatalogue) {
     QWidget* openedFrom = nullptr;
     MealsDialog meals(mealsForm(), notifier, nullptr,
-                      [&openedFrom](QWidget* parent) { openedFrom = parent; });
+                      FoodOpeners([&openedFrom](QWidget* parent) { openedFrom = parent; }));
     showActive(meals);
     QWidget* logScreen = nullptr;
     whenModal<FoodGridDialog>([&logScreen](FoodGridDialog* grid) {
