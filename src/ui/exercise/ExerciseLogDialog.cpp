@@ -38,6 +38,7 @@ ExerciseGrid::ExerciseGrid(QWidget* parent) : MWGridWidget(parent) {
     };
     connect(this, &MWGridWidget::keyHandled, this, report);
     connect(this, &MWGridWidget::cellTapped, this, report);
+    connect(this, &MWGridWidget::selectionSet, this, report);
 }
 
 void ExerciseGrid::show(const ExerciseLogView& view) {
