@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "ui/TextConvert.h"
+#include "ui/controls/AccessibleText.h"
 
 namespace nutrovex {
 
@@ -80,6 +81,8 @@ void MonthGrid::setCanGoForward(bool on) {
 }
 
 void MonthGrid::selectShownDay() {
+    // The month's title is painted: a reader hears it as the grid's name.
+    setAccessibleName(controlName(toQString(m_calendar.title()), QStringLiteral("Calendar")));
     const GridCell cell = m_calendar.selectedCell();
     grid().selectCell(cell.row, cell.column);
     grid().resetAnchor();
