@@ -309,7 +309,7 @@ bool MWGridWidget::selectAccessibleRows(int anchor, int current) {
     return true;
 }
 
-void MWGridWidget::announceChanges() {
+void MWGridWidget::announceChanges(bool currentText) {
     if (!QAccessible::isActive()) {
         m_announced = {};  // told afresh once a reader comes
         return;
@@ -330,7 +330,7 @@ void MWGridWidget::announceChanges() {
         QAccessible::updateAccessibility(&changed);
     }
     const auto current = accessibleCurrentCell();
-    if (current == m_announced.current) {
+    if (current == m_announced.current && !currentText) {
         return;
     }
     m_announced.current = current;

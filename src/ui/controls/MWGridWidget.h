@@ -60,9 +60,9 @@ public:
     // changes) when the grid has no such rows or selects no rows.
     virtual bool selectAccessibleRows(int first, int last);
     // Tells assistive technology what changed since it was last told: rows, selection, the
-    // current cell. Input and refresh() call it; a derived grid that changes the grid by other
-    // means calls it after.
-    void announceChanges();
+    // current cell (again when its text changed: currentText). Input and refresh() call it; a
+    // derived grid that changes the grid by other means calls it after.
+    void announceChanges(bool currentText = false);
 
 public Q_SLOTS:
     // Makes the cell current unless the grid refuses it.
