@@ -52,10 +52,21 @@ inline QString visibleText(const QWidget* widget) {
 }
 
 // What a reader cannot get from a screen, one line each: a control that takes the focus with
-// no name, and a button or label whose name leaves out the text it shows.
+// no name, a button or label whose name leaves out the text it shows, and more than one part
+// that says it has the focus.
 inline QStringList accessibilityFaults(QWidget* screen) {
     QStringList faults;
+    QStringList focused;
     for (QAccessibleInterface* i : accessibleTree(QAccessible::queryAccessibleInterface(screen))) {
+        // A list or tree hands the focus on to its current item: the two are one focus.
+        const QAccessibleInterface* item = i->focusChild();
+        if (i->state().focused &&
+            (item == nullptr || item->object() != nullptr || !item->state().focused)) {
+            const QObject* object = i->object();
+            focused << QStringLiteral("%1 '%2'").arg(
+                QString::fromLatin1(object != nullptr ? object->metaObject()->className() : "item"),
+                i->text(QAccessible::Name));
+        }
         auto* widget = qobject_cast<QWidget*>(i->object());
         if (widget == nullptr || !widget->isVisibleTo(screen)) {
             continue;
@@ -70,6 +81,10 @@ inline QStringList accessibilityFaults(QWidget* screen) {
         if (!shown.isEmpty() && !name.contains(shown)) {
             faults << QStringLiteral("%1 shows \"%2\" but is named \"%3\"").arg(what, shown, name);
         }
+    }
+    if (focused.size() > 1) {
+        faults << QStringLiteral("several parts say they have the focus: ") +
+                      focused.join(QStringLiteral(", "));
     }
     return faults;
 }

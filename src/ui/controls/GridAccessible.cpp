@@ -4,7 +4,9 @@
 #include <QWindow>
 #include <algorithm>
 
+#include "ui/controls/ListAccessible.h"
 #include "ui/controls/MWGridWidget.h"
+#include "ui/controls/TabBarAccessible.h"
 
 namespace nutrovex {
 
@@ -139,8 +141,11 @@ QAccessibleInterface* gridFactory(const QString&, QObject* object) {
 
 }  // namespace
 
-void installGridAccessibility() {
+void installAccessibility() {
     QAccessible::installFactory(&gridFactory);
+    QAccessible::installFactory(&tabBarAccessible);
+    QAccessible::installFactory(&proxyAccessible);
+    QAccessible::installFactory(&listAccessible);
 }
 
 GridAccessible::GridAccessible(MWGridWidget* grid) : QAccessibleWidget(grid, QAccessible::Table) {}
@@ -162,6 +167,8 @@ void* GridAccessible::interface_cast(QAccessible::InterfaceType type) {
 
 QAccessible::State GridAccessible::state() const {
     QAccessible::State s = QAccessibleWidget::state();
+    // While the table has the focus its current cell carries it: one focus at a time.
+    s.focused = s.focused && !grid()->accessibleCurrentCell();
     s.multiSelectable = true;
     s.extSelectable = true;
     return s;

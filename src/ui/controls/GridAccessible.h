@@ -63,7 +63,9 @@ private:
     mutable QHash<quint64, QAccessible::Id> m_cells;
 };
 
-// Lets every grid control answer as a table; the grid control calls it once.
-void installGridAccessibility();
+// Lets every grid control answer as a table, and tab strips, lists of texts and containers that
+// pass the focus on claim the focus only while they have it. The grid control calls it; the program
+// calls it at start for the rest.
+void installAccessibility();
 
 }  // namespace nutrovex

@@ -45,7 +45,7 @@ QRect toQRect(const GridRect& r) {
 
 MWGridWidget::MWGridWidget(QWidget* parent) : QAbstractScrollArea(parent), m_grid(*this) {
     static const bool accessible = [] {
-        installGridAccessibility();
+        installAccessibility();
         return true;
     }();
     (void)accessible;
