@@ -178,13 +178,38 @@ def focused_cell(table):
     return None
 
 
+def focused_parts(node, depth=0):
+    """Every object under node that says it has the focus (a table's first cells included)."""
+    if node is None or depth > 40:
+        return []
+    try:
+        found = [f"{node.getRoleName()} '{node.name}'"] if node.getState().contains(
+            pyatspi.STATE_FOCUSED) else []
+        kids = children(node)[:200]
+    except Exception:
+        return []
+    for child in kids:
+        found += focused_parts(child, depth + 1)
+    return found
+
+
+def one_focus(app, where):
+    try:
+        wait_for(f"one part of {where} to have the focus", lambda: len(focused_parts(app)) == 1)
+    except Failure:
+        raise Failure(f"on {where} these say they have the focus: {focused_parts(app)}")
+
+
 def pick_previous_month(app, logbook):
     before = shown_date(logbook)
     press(button(logbook, lambda n: n.endswith(GO_TO_DATE), "that names the date"))
-    month = wait_for("the date picker's month, focused",
+    month = wait_for("the date picker's month",
                      lambda: find(app, lambda o: o.getRoleName() == "table"
-                                  and o.name.endswith(", Calendar") and showing(o)
-                                  and o.getState().contains(pyatspi.STATE_FOCUSED)))
+                                  and o.name.endswith(", Calendar") and showing(o)))
+    # The keys go where the focus is: on the picked day, the one part that has it.
+    start_name = f"{before.strftime('%B')} {before.day}, {before.year}"
+    wait_for(f"the day '{start_name}' to have the focus",
+             lambda: (focused_cell(month) or month).name == start_name)
     year, number = (before.year, before.month - 1) if before.month > 1 else (before.year - 1, 12)
     back = before.replace(year=year, month=number,
                           day=min(before.day, calendar.monthrange(year, number)[1]))
@@ -216,6 +241,7 @@ def main():
             (w for w in children(app) if w.getRoleName() == "frame"), None))
         press(button(main_window, lambda n: n.startswith("Step 4"), "'Step 4, Logbook'"))
         logbook = dialog(app, "Logbook")
+        one_focus(app, "the logbook")
         day = shown_date(logbook)
         read_food_log(app, logbook, user, day)
         pick_previous_month(app, logbook)
