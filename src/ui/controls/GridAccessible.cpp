@@ -6,6 +6,7 @@
 
 #include "ui/controls/ListAccessible.h"
 #include "ui/controls/MWGridWidget.h"
+#include "ui/controls/PaintedText.h"
 #include "ui/controls/TabBarAccessible.h"
 
 namespace nutrovex {
@@ -146,6 +147,7 @@ void installAccessibility() {
     QAccessible::installFactory(&tabBarAccessible);
     QAccessible::installFactory(&proxyAccessible);
     QAccessible::installFactory(&listAccessible);
+    QAccessible::installFactory(&paintedTextAccessible);
 }
 
 GridAccessible::GridAccessible(MWGridWidget* grid) : QAccessibleWidget(grid, QAccessible::Table) {}

@@ -46,6 +46,17 @@ void FoodBudgetPage::setSections(std::vector<BudgetSection> sections) {
     viewport()->update();
 }
 
+QStringList FoodBudgetPage::shownLines() const {
+    QStringList lines;
+    for (const BudgetSection& section : m_sections) {
+        lines << toQString(section.heading);
+        for (const BudgetRow& row : section.rows) {
+            lines << figureName(toQString(row.label), toQString(row.value));
+        }
+    }
+    return lines;
+}
+
 int FoodBudgetPage::contentHeight() const {
     return lay(viewport()->width(), nullptr);
 }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QTest>
 
@@ -7,6 +8,7 @@
 #include "ui/DemoSession.h"
 #include "ui/frame/CMainFrame.h"
 #include "ui/frame/FrameTour.h"
+#include "ui/logbook/FoodBudgetDialogs.h"
 
 namespace nutrovex {
 namespace {
@@ -32,6 +34,30 @@ TEST_F(AccessibleScreens, EveryControlIsNamedWithWhatItShowsAndOneHasTheFocus) {
                                       << faults.join(QStringLiteral("\n  ")).toStdString();
         screen->hide();
     }
+}
+
+// The food budget page paints its text; a reader gets every heading and every row with its label.
+TEST_F(AccessibleScreens, ThePaintedFoodBudgetPageIsReadLineByLine) {
+    FoodBudgetDialog screen(FoodBudgetForm(session->days()), *notifier, nullptr);
+    screen.show();
+    QAccessibleInterface* page = QAccessible::queryAccessibleInterface(screen.page());
+    ASSERT_NE(page, nullptr);
+    QStringList read;
+    for (int i = 0; i < page->childCount(); ++i) {
+        read << page->child(i)->text(QAccessible::Name);
+    }
+    const std::vector<BudgetSection>& sections = screen.page()->sections();
+    ASSERT_EQ(sections.size(), 6u);
+    EXPECT_TRUE(read.contains(QStringLiteral("Measured")));
+    const BudgetRow& maintenance = sections[5].rows.at(0);
+    EXPECT_TRUE(read.contains(QStringLiteral("Maintenance (28 days): ") +
+                              QString::fromStdString(maintenance.value)))
+        << read.join(u'|').toStdString();
+    int rows = 0;
+    for (const BudgetSection& s : sections) {
+        rows += 1 + static_cast<int>(s.rows.size());
+    }
+    EXPECT_EQ(read.size(), rows);
 }
 
 }  // namespace
