@@ -100,7 +100,7 @@ public:
         return isValid() && m_row >= 0 && m_grid->accessibleCellSelected(m_row, m_column);
     }
     [[nodiscard]] QList<QAccessibleInterface*> columnHeaderCells() const override {
-        auto* table = static_cast<GridAccessible*>(parent());
+        auto* table = dynamic_cast<GridAccessible*>(parent());
         QAccessibleInterface* header =
             table != nullptr && m_row >= 0 ? table->headerAt(m_column) : nullptr;
         return header != nullptr ? QList<QAccessibleInterface*>{header}
