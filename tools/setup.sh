@@ -3,7 +3,8 @@
 
 nv_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libgtest-dev libgmock-dev
              libbenchmark-dev nlohmann-json3-dev fonts-dejavu-core desktop-file-utils appstream
-             libsqlite3-dev poppler-utils)
+             libsqlite3-dev poppler-utils
+             xvfb at-spi2-core python3-pyatspi dbus-x11)
 
 nv_install() {
     local missing=()

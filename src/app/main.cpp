@@ -19,6 +19,8 @@
 #include "ui/Resources.h"
 #include "ui/TextConvert.h"
 #include "ui/charts/QtChartSettings.h"
+#include "ui/controls/FocusStyle.h"
+#include "ui/controls/GridAccessible.h"
 #include "ui/frame/CMainFrame.h"
 #include "ui/frame/CNutrovexView.h"
 #include "ui/frame/FrameTour.h"
@@ -115,6 +117,8 @@ int main(int argc, char** argv) {
         }
     }
     QApplication app(argc, argv);
+    installAccessibility();
+    installFocusStyle();
     QApplication::setOrganizationName(QStringLiteral("Zerbu"));
     QApplication::setApplicationName(QStringLiteral("Nutrovex"));
     QApplication::setApplicationVersion(QStringLiteral(NUTROVEX_VERSION));

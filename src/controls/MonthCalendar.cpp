@@ -110,6 +110,42 @@ std::string MonthCalendar::title() const {
     return text;
 }
 
+std::string MonthCalendar::dayName(int32_t day) const {
+    char text[64];
+    std::snprintf(text, sizeof text, "%s %d, %d", kMonthNames[m_month], day, m_year);
+    return text;
+}
+
+bool MonthCalendar::moveDays(int32_t days) {
+    int64_t day = static_cast<int64_t>(m_day) + days;
+    int32_t month = m_month;
+    int32_t year = m_year;
+    while (day < 1) {
+        if (!m_canGoBack) {
+            return false;
+        }
+        if (--month < 0) {
+            month = 11;
+            --year;
+        }
+        day += daysInMonth(month, year);
+    }
+    while (day > daysInMonth(month, year)) {
+        if (!m_canGoForward) {
+            return false;
+        }
+        day -= daysInMonth(month, year);
+        if (++month > 11) {
+            month = 0;
+            ++year;
+        }
+    }
+    m_year = year;
+    m_month = month;
+    m_day = static_cast<int32_t>(day);
+    return true;
+}
+
 void MonthCalendar::nextMonth() {
     if (++m_month > 11) {
         m_month = 0;

@@ -53,8 +53,14 @@ public:
     // "March 2002".
     [[nodiscard]] std::string title() const;
 
+    // "November 25, 2026": a day of the shown month as a reader hears it.
+    [[nodiscard]] std::string dayName(int32_t day) const;
+
     void nextMonth();
     void previousMonth();
+    // Moves the selected day by days, into the months before or after when the steps allow;
+    // false (nothing changes) when a step the move needs is not allowed.
+    bool moveDays(int32_t days);
     [[nodiscard]] bool canGoBack() const { return m_canGoBack; }
     [[nodiscard]] bool canGoForward() const { return m_canGoForward; }
     void setCanGoBack(bool on) { m_canGoBack = on; }

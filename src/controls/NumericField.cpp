@@ -2,6 +2,7 @@
 
 #include <locale.h>
 #include <stdlib.h>
+#include <algorithm>
 #include <charconv>
 #include <clocale>
 #include <cmath>
@@ -178,6 +179,18 @@ void NumericField::leave() {
         m_value = round(parse(m_text), m_decimals);
     }
     show(true);
+}
+
+double NumericField::startValue() const {
+    return std::clamp(m_start.value_or(m_minimum), m_minimum, m_maximum);
+}
+
+void NumericField::step(int32_t steps) {
+    const bool blank = m_text.find_first_not_of(" \t") == std::string::npos;
+    const double from = blank ? startValue() : parse(m_text) + static_cast<double>(steps);
+    m_value = round(std::clamp(from, m_minimum, m_maximum), m_decimals);
+    m_hasValue = true;
+    show(false);
 }
 
 const std::string& NumericField::show(bool decorated) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -66,6 +67,13 @@ public:
     // Focus lost: the text is read, rounded and shown decorated; an empty text leaves no value.
     void leave();
 
+    // Up and Down: the typed number moves by steps whole units, within the range, and shows bare.
+    // An empty field starts at the starting value instead (the range's minimum unless set), so
+    // a person who cannot type still reaches a number.
+    void step(int32_t steps);
+    void setStartValue(double value) { m_start = value; }
+    [[nodiscard]] double startValue() const;
+
     // Clamps (storing the clamped value), then returns and shows the text.
     const std::string& show(bool decorated);
     // The text for a value under this field's format, without touching the field.
@@ -81,6 +89,7 @@ private:
     std::string m_prefix;
     std::string m_suffix;
     std::string m_text;
+    std::optional<double> m_start;
 };
 
 }  // namespace nutrovex

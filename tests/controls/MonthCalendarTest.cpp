@@ -122,5 +122,43 @@ TEST(MonthCalendar, TitleTapsStepOnTheOuterColumnsOnly) {
     }
 }
 
+// Keys walk the days across the month's edges: a day, a week, and over the year's end.
+TEST(MonthCalendar, MovingByDaysCrossesMonthsAndYears) {
+    const FixedClock clock = clockAt(1, 1, 2002);
+    MonthCalendar cal(clock);
+    struct Case {
+        int year, month, day, by;
+        int wantYear, wantMonth, wantDay;
+    };
+    const Case cases[] = {
+        {2026, 10, 1, -1, 2026, 9, 31},  // 1 November, back a day
+        {2026, 10, 30, 1, 2026, 11, 1},  // 30 November, on a day
+        {2026, 10, 3, -7, 2026, 9, 27},  // a week back over the edge
+        {2026, 11, 28, 7, 2027, 0, 4},   // a week on over the year's end
+        {2024, 2, 1, -1, 2024, 1, 29},   // into a leap February
+        {2026, 0, 15, -400, 2024, 11, 11}, {2026, 5, 15, 0, 2026, 5, 15},
+    };
+    for (const Case& c : cases) {
+        cal.setDate(c.year, c.month, c.day);
+        ASSERT_TRUE(cal.moveDays(c.by)) << c.day << '/' << c.month << " by " << c.by;
+        EXPECT_EQ(cal.year(), c.wantYear) << c.day << '/' << c.month << " by " << c.by;
+        EXPECT_EQ(cal.month(), c.wantMonth) << c.day << '/' << c.month << " by " << c.by;
+        EXPECT_EQ(cal.day(), c.wantDay) << c.day << '/' << c.month << " by " << c.by;
+    }
+    EXPECT_EQ(cal.dayName(25), "June 25, 2026");
+
+    // A step the owner does not allow leaves the day where it was; moves inside the month stay.
+    cal.setDate(2026, 10, 2);
+    cal.setCanGoBack(false);
+    EXPECT_FALSE(cal.moveDays(-2));
+    EXPECT_EQ(cal.day(), 2);
+    EXPECT_TRUE(cal.moveDays(-1));
+    EXPECT_EQ(cal.day(), 1);
+    cal.setDate(2026, 10, 29);
+    cal.setCanGoForward(false);
+    EXPECT_FALSE(cal.moveDays(7));
+    EXPECT_EQ(cal.month(), 10);
+}
+
 }  // namespace
 }  // namespace nutrovex

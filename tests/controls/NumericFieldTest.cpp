@@ -210,5 +210,39 @@ TEST(NumericField, KeystrokeFilter) {
     }
 }
 
+// Up and Down reach a number without typing: an empty field starts at its starting value, a
+// number moves by whole units and stops at the range's ends.
+TEST(NumericField, StepsFromEmptyStartAtTheStartingValueAndStayInRange) {
+    NumericField f;
+    f.setFormat(2, false);
+    f.setRange(0.0, 10.0);
+    f.setText("");
+    f.step(1);
+    EXPECT_EQ(f.text(), "0.00");  // the minimum unless told otherwise
+    EXPECT_TRUE(f.hasValue());
+
+    f.setStartValue(1.0);
+    for (const int steps : {1, -1}) {
+        f.setText("  ");
+        f.step(steps);
+        EXPECT_EQ(f.text(), "1.00") << steps;  // either key starts there
+    }
+    f.setText("2.5");
+    f.step(1);
+    EXPECT_EQ(f.text(), "3.50");
+    EXPECT_DOUBLE_EQ(f.value(), 3.5);
+    f.setText("9.75");
+    f.step(1);
+    EXPECT_EQ(f.text(), "10.00");
+    f.setText("0.5");
+    f.step(-1);
+    EXPECT_EQ(f.text(), "0.00");
+    // A starting value outside the range starts at the nearer end.
+    f.setStartValue(50.0);
+    f.setText("");
+    f.step(-1);
+    EXPECT_EQ(f.text(), "10.00");
+}
+
 }  // namespace
 }  // namespace nutrovex

@@ -110,6 +110,7 @@ PersonalInfoView PersonalInfoForm::view() const {
     const float height = p.height();
     if (p.metric()) {
         v.firstHeightChoices = kCentimetres;
+        v.firstHeightStart = 170;
         v.secondHeightShown = false;
         v.firstHeightUnit = "cm";
         const WholeResult cm = heightToWhole(height, true);

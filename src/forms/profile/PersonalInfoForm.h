@@ -17,7 +17,8 @@ struct PersonalInfoView {
     int units = 0;     // index into unitChoices()
     std::vector<std::string> firstHeightChoices;  // feet or centimetres
     int firstHeight = -1;                         // -1 selects nothing: height not entered
-    int secondHeight = -1;                        // inches
+    int firstHeightStart = 5;  // where Up and Down begin in a blank height: a typical adult's
+    int secondHeight = -1;     // inches
     bool secondHeightShown = true;
     std::string firstHeightUnit;   // "ft" or "cm"
     std::string secondHeightUnit;  // "in", or empty in centimetres

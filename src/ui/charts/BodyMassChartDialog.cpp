@@ -10,6 +10,7 @@
 
 #include "render/ChartPainter.h"
 #include "ui/charts/ChartWidgets.h"
+#include "ui/controls/AccessibleText.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
 #include "ui/frame/Tour.h"
@@ -141,8 +142,10 @@ bool BodyMassChartDialog::openChecked(BodyMassChartForm form, SessionNotifier& n
 void BodyMassChartDialog::refresh() {
     const BodyMassChartView v = m_form.view();
     m_chart->setChart(v.chart);
-    m_current->setText(QString::fromLatin1(v.currentSummary.c_str()));
-    m_goal->setText(QString::fromLatin1(v.goalSummary.c_str()));
+    showFigure(m_current, QString::fromLatin1(BodyMassChartForm::currentText()),
+               QString::fromLatin1(v.currentSummary.c_str()));
+    showFigure(m_goal, QString::fromLatin1(BodyMassChartForm::goalText()),
+               QString::fromLatin1(v.goalSummary.c_str()));
 }
 
 }  // namespace nutrovex

@@ -13,6 +13,7 @@
 
 #include "ui/TextConvert.h"
 #include "ui/charts/ChartWidgets.h"
+#include "ui/controls/AccessibleText.h"
 #include "ui/frame/SessionNotifier.h"
 #include "ui/frame/Tour.h"
 
@@ -122,7 +123,7 @@ void HistoricChartDialog::showForm() {
     const HistoricChartView v = m_form.view();
     const QString title = QString::fromLatin1(v.title.c_str());
     setWindowTitle(title);
-    m_title->setText(title);
+    showFigure(m_title, QStringLiteral("Title"), title);
     m_chart->setAccessibleName(title);
     m_spans[v.span]->setChecked(true);
     m_spanActions[v.span]->setChecked(true);
@@ -132,7 +133,7 @@ void HistoricChartDialog::showForm() {
         m_trend->setChecked(v.trendShown);
         m_trendAction->setChecked(v.trendShown);
     }
-    m_rate->setText(QString::fromLatin1(v.rateText.c_str()));
+    showFigure(m_rate, QStringLiteral("Weekly rate"), QString::fromLatin1(v.rateText.c_str()));
     m_rate->setVisible(v.trendShown);
     m_chart->setHistory(v.history, v.trend);
 }

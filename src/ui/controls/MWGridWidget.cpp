@@ -1,11 +1,14 @@
 #include "ui/controls/MWGridWidget.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
+
+#include "ui/controls/GridAccessible.h"
 
 namespace nutrovex {
 
@@ -41,6 +44,11 @@ QRect toQRect(const GridRect& r) {
 }  // namespace
 
 MWGridWidget::MWGridWidget(QWidget* parent) : QAbstractScrollArea(parent), m_grid(*this) {
+    static const bool accessible = [] {
+        installAccessibility();
+        return true;
+    }();
+    (void)accessible;
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setAttribute(Qt::WA_NoSystemBackground);
@@ -57,11 +65,13 @@ void MWGridWidget::refresh() {
     m_grid.setClientSize(viewport()->width(), viewport()->height());
     syncScrollBars();
     viewport()->update();
+    announceChanges();
 }
 
 void MWGridWidget::selectCell(int row, int column) {
     if (m_grid.selectCell(row, column)) {
         viewport()->update();
+        announceChanges();
     }
 }
 
@@ -174,6 +184,7 @@ void MWGridWidget::keyPressEvent(QKeyEvent* event) {
     } else {
         event->accept();
     }
+    announceChanges();
     Q_EMIT keyHandled(m_grid.current().row, m_grid.current().column);
 }
 
@@ -186,6 +197,9 @@ void MWGridWidget::focusInEvent(QFocusEvent* event) {
     m_grid.setFocused(true);
     QAbstractScrollArea::focusInEvent(event);
     viewport()->update();
+    // A reader moves on from the table to its current cell.
+    m_announced.current.reset();
+    announceChanges();
 }
 
 void MWGridWidget::focusOutEvent(QFocusEvent* event) {
@@ -205,6 +219,7 @@ void MWGridWidget::mousePressEvent(QMouseEvent* event) {
     m_grid.setFocused(hasFocus());
     viewport()->update();
     event->accept();
+    announceChanges();
     Q_EMIT cellTapped(m_grid.current().row, m_grid.current().column);
 }
 
@@ -213,6 +228,7 @@ void MWGridWidget::mouseMoveEvent(QMouseEvent* event) {
     if (m_grid.stylusMove(pos.x(), pos.y(), event->buttons().testFlag(Qt::LeftButton))) {
         syncScrollBars();
         viewport()->update();
+        announceChanges();
     }
     event->accept();
 }
@@ -227,6 +243,107 @@ void MWGridWidget::resizeEvent(QResizeEvent* event) {
 void MWGridWidget::mouseReleaseEvent(QMouseEvent* event) {
     QAbstractScrollArea::mouseReleaseEvent(event);
     event->accept();
+}
+
+// --- Assistive technology -----------------------------------------------------------------------
+
+int MWGridWidget::firstDataRow() const {
+    return m_grid.fixedRows();
+}
+
+int MWGridWidget::accessibleRowCount() const {
+    return std::max(m_grid.rowCount() - firstDataRow(), 0);
+}
+
+int MWGridWidget::accessibleColumnCount() const {
+    return m_grid.columnCount();
+}
+
+QString MWGridWidget::accessibleText(int row, int column) const {
+    return cellText(row + firstDataRow(), column);
+}
+
+QString MWGridWidget::accessibleColumnHeader(int column) const {
+    const int above = firstDataRow();
+    return above > 0 ? cellText(above - 1, column) : QString();
+}
+
+QRect MWGridWidget::accessibleCellRect(int row, int column) const {
+    return cellRect(row + firstDataRow(), std::min(column, m_grid.lastColumn()));
+}
+
+bool MWGridWidget::accessibleCellSelected(int row, int) const {
+    const GridRange selection = m_grid.selectionRange();
+    const int gridRow = row + firstDataRow();
+    return gridRow >= selection.first.row && gridRow <= selection.last.row;
+}
+
+std::optional<std::pair<int, int>> MWGridWidget::accessibleCurrentCell() const {
+    const GridCell current = m_grid.current();
+    const int row = current.row - firstDataRow();
+    const int columns = accessibleColumnCount();
+    if (row < 0 || row >= accessibleRowCount() || columns == 0) {
+        return std::nullopt;
+    }
+    return std::pair(row, std::clamp(current.column, 0, columns - 1));
+}
+
+bool MWGridWidget::selectAccessibleRows(int anchor, int current) {
+    const int rows = accessibleRowCount();
+    if (anchor < 0 || current < 0 || anchor >= rows || current >= rows) {
+        return false;
+    }
+    const int top = firstDataRow();
+    const int column = m_grid.current().column;
+    const bool wasAll = m_grid.selectAll();
+    m_grid.setSelectAll(false);
+    if (!m_grid.setSelection({anchor + top, column}, {current + top, column})) {
+        m_grid.setSelectAll(wasAll);
+        return false;
+    }
+    m_grid.ensureCurrentVisible();
+    syncScrollBars();
+    viewport()->update();
+    announceChanges();
+    Q_EMIT selectionSet(m_grid.current().row, m_grid.current().column);
+    return true;
+}
+
+void MWGridWidget::announceChanges(bool currentText) {
+    if (!QAccessible::isActive()) {
+        m_announced = {};  // told afresh once a reader comes
+        return;
+    }
+    const int rows = accessibleRowCount();
+    const int columns = accessibleColumnCount();
+    if (rows != m_announced.rows || columns != m_announced.columns) {
+        m_announced.rows = rows;
+        m_announced.columns = columns;
+        QAccessibleTableModelChangeEvent reset(this, QAccessibleTableModelChangeEvent::ModelReset);
+        QAccessible::updateAccessibility(&reset);
+    }
+    const GridRange selection = m_grid.selectionRange();
+    if (selection != m_announced.selection || m_grid.selectAll() != m_announced.all) {
+        m_announced.selection = selection;
+        m_announced.all = m_grid.selectAll();
+        QAccessibleEvent changed(this, QAccessible::SelectionWithin);
+        QAccessible::updateAccessibility(&changed);
+    }
+    const auto current = accessibleCurrentCell();
+    if (current == m_announced.current && !currentText) {
+        return;
+    }
+    m_announced.current = current;
+    if (!current || !hasFocus()) {
+        return;
+    }
+    QAccessibleInterface* table = QAccessible::queryAccessibleInterface(this);
+    QAccessibleTableInterface* cells = table != nullptr ? table->tableInterface() : nullptr;
+    if (QAccessibleInterface* cell =
+            cells != nullptr ? cells->cellAt(current->first, current->second) : nullptr) {
+        QAccessibleEvent focus(cell, QAccessible::Focus);
+        QAccessible::updateAccessibility(&focus);
+    }
 }
 
 // --- Colours ------------------------------------------------------------------------------------

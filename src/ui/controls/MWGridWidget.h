@@ -8,6 +8,8 @@
 #include <QString>
 #include <array>
 #include <functional>
+#include <optional>
+#include <utility>
 
 #include "controls/MWGrid.h"
 
@@ -37,6 +39,31 @@ public:
     void setSpecialCursor(int which, const QCursor& cursor);
     void setSpecialCursorOn(int which, bool on);
 
+    // --- The grid as assistive technology reads it ---------------------------------------------
+    // A table of the data rows (those below firstDataRow()) whose columns a derived grid may lay
+    // out differently from its painted cells, as the food log lays several texts into one cell.
+    // Row and column numbers here are the table's.
+    // The first row of the table; the rows above it are its headers.
+    [[nodiscard]] virtual int firstDataRow() const;
+    [[nodiscard]] int accessibleRowCount() const;
+    [[nodiscard]] virtual int accessibleColumnCount() const;
+    [[nodiscard]] virtual QString accessibleText(int row, int column) const;
+    // Empty when the grid has no header row for the column.
+    [[nodiscard]] virtual QString accessibleColumnHeader(int column) const;
+    // In viewport coordinates.
+    [[nodiscard]] virtual QRect accessibleCellRect(int row, int column) const;
+    // The rows the screen's commands act on.
+    [[nodiscard]] virtual bool accessibleCellSelected(int row, int column) const;
+    // The current cell as a table cell; nullopt on a header or an empty grid.
+    [[nodiscard]] std::optional<std::pair<int, int>> accessibleCurrentCell() const;
+    // Makes rows first..last the selection, current at last, as keys would; false (and nothing
+    // changes) when the grid has no such rows or selects no rows.
+    virtual bool selectAccessibleRows(int first, int last);
+    // Tells assistive technology what changed since it was last told: rows, selection, the
+    // current cell (again when its text changed: currentText). Input and refresh() call it; a
+    // derived grid that changes the grid by other means calls it after.
+    void announceChanges(bool currentText = false);
+
 public Q_SLOTS:
     // Makes the cell current unless the grid refuses it.
     void selectCell(int row, int column);
@@ -46,6 +73,8 @@ Q_SIGNALS:
     void keyHandled(int row, int column);
     // After a tap, with the current cell.
     void cellTapped(int row, int column);
+    // After assistive technology set the selection, with the current cell.
+    void selectionSet(int row, int column);
 
 protected:
     // --- Overridable operations ------------------------------------------------------------
@@ -120,6 +149,16 @@ private:
     std::array<QCursor, 2> m_cursors;
     std::array<bool, 2> m_cursorOn{false, false};
     bool m_syncing = false;
+
+    // What assistive technology was last told.
+    struct Announced {
+        int rows = -1;
+        int columns = -1;
+        GridRange selection;
+        bool all = false;
+        std::optional<std::pair<int, int>> current;
+    };
+    Announced m_announced;
 };
 
 }  // namespace nutrovex

@@ -1,12 +1,14 @@
 #include "ui/controls/MonthGrid.h"
 
 #include <QFontMetrics>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
 
 #include "ui/TextConvert.h"
+#include "ui/controls/AccessibleText.h"
 
 namespace nutrovex {
 
@@ -80,10 +82,13 @@ void MonthGrid::setCanGoForward(bool on) {
 }
 
 void MonthGrid::selectShownDay() {
+    // The month's title is painted: a reader hears it as the grid's name.
+    setAccessibleName(controlName(toQString(m_calendar.title()), QStringLiteral("Calendar")));
     const GridCell cell = m_calendar.selectedCell();
     grid().selectCell(cell.row, cell.column);
     grid().resetAnchor();
     viewport()->update();
+    announceChanges(true);
 }
 
 void MonthGrid::showPreviousMonth() {
@@ -102,6 +107,67 @@ void MonthGrid::showNextMonth() {
     m_calendar.nextMonth();
     selectShownDay();
     Q_EMIT nextMonthShown();
+}
+
+void MonthGrid::moved(int year, int month, int day) {
+    if (m_calendar.year() != year || m_calendar.month() != month) {
+        const bool back = std::pair(m_calendar.year(), m_calendar.month()) < std::pair(year, month);
+        selectShownDay();
+        Q_EMIT(back ? previousMonthShown() : nextMonthShown());
+    } else {
+        selectShownDay();
+    }
+    if (m_calendar.day() != day || m_calendar.month() != month || m_calendar.year() != year) {
+        Q_EMIT daySelected(m_calendar.year(), m_calendar.month(), m_calendar.day());
+    }
+}
+
+// The arrows walk the days across the month's edges, Page Up and Page Down step a month, Home
+// and End go to the month's first and last day. Enter and Escape are the dialog's.
+void MonthGrid::keyPressEvent(QKeyEvent* event) {
+    const int year = m_calendar.year();
+    const int month = m_calendar.month();
+    const int day = m_calendar.day();
+    bool handled = true;
+    switch (event->key()) {
+        case Qt::Key_Left:
+            (void)m_calendar.moveDays(-1);
+            break;
+        case Qt::Key_Right:
+            (void)m_calendar.moveDays(1);
+            break;
+        case Qt::Key_Up:
+            (void)m_calendar.moveDays(-MonthCalendar::kColumns);
+            break;
+        case Qt::Key_Down:
+            (void)m_calendar.moveDays(MonthCalendar::kColumns);
+            break;
+        case Qt::Key_PageUp:
+            if (m_calendar.canGoBack()) {
+                m_calendar.previousMonth();
+            }
+            break;
+        case Qt::Key_PageDown:
+            if (m_calendar.canGoForward()) {
+                m_calendar.nextMonth();
+            }
+            break;
+        case Qt::Key_Home:
+            (void)m_calendar.selectDay(1);
+            break;
+        case Qt::Key_End:
+            (void)m_calendar.selectDay(m_calendar.daysInShownMonth());
+            break;
+        default:
+            handled = false;
+            break;
+    }
+    if (!handled) {
+        MWGridWidget::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+    moved(year, month, day);
 }
 
 // A tap, drag or key that reached a day cell selects that day and tells the owner.
@@ -150,6 +216,30 @@ void MonthGrid::mouseMoveEvent(QMouseEvent* event) {
     if (grid().current() != before) {
         reached(false);
     }
+}
+
+int MonthGrid::firstDataRow() const {
+    return MonthCalendar::kFirstWeekRow;
+}
+
+QString MonthGrid::accessibleText(int row, int column) const {
+    const int day = m_calendar.dayInCell(row + MonthCalendar::kFirstWeekRow, column);
+    return day == 0 ? QString() : toQString(m_calendar.dayName(day));
+}
+
+QString MonthGrid::accessibleColumnHeader(int column) const {
+    return column >= 0 && column < MonthCalendar::kColumns
+               ? QString::fromLatin1(kWeekdayNames[column])
+               : QString();
+}
+
+bool MonthGrid::accessibleCellSelected(int row, int column) const {
+    return m_calendar.selectedCell() == GridCell{row + MonthCalendar::kFirstWeekRow, column};
+}
+
+// A day is picked by moving to it, never by selecting rows.
+bool MonthGrid::selectAccessibleRows(int, int) {
+    return false;
 }
 
 bool MonthGrid::refuseCell(int row, int column) const {

@@ -23,6 +23,13 @@ public:
     void showPreviousMonth();
     void showNextMonth();
 
+    // Read as a table of the weeks: days named in full, weekdays as the column headers.
+    [[nodiscard]] int firstDataRow() const override;
+    [[nodiscard]] QString accessibleText(int row, int column) const override;
+    [[nodiscard]] QString accessibleColumnHeader(int column) const override;
+    [[nodiscard]] bool accessibleCellSelected(int row, int column) const override;
+    bool selectAccessibleRows(int anchor, int current) override;
+
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -46,6 +53,7 @@ protected:
     void drawCurrentCell(QPainter& p) override;
     void drawDecorations(QPainter& p) override;
 
+    void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -54,6 +62,8 @@ private:
     // tapped: the owner hears of the day even when it was already selected.
     void reached(bool tapped);
     void selectShownDay();
+    // Shows the day the calendar moved to, telling the owner of a new month and day.
+    void moved(int year, int month, int day);
     void layoutCells();
     [[nodiscard]] QSize cellSizeHint() const;
 

@@ -64,6 +64,16 @@ std::size_t NumericEdit::selectionStartPosition() const {
 }
 
 void NumericEdit::keyPressEvent(QKeyEvent* event) {
+    // Up and Down step the number, so it can be set without typing.
+    if ((event->key() == Qt::Key_Up || event->key() == Qt::Key_Down) &&
+        (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
+        m_field.setText(eightBit(text()));
+        m_field.step(event->key() == Qt::Key_Up ? 1 : -1);
+        showField();
+        selectAll();
+        event->accept();
+        return;
+    }
     const QString typed = event->text();
     if (typed.isEmpty()) {
         QLineEdit::keyPressEvent(event);  // arrows, Delete and the like carry no character

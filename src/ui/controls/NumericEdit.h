@@ -23,6 +23,8 @@ public:
     // The range, prefix and suffix are set before the field is shown; they apply at the next
     // display of the number.
     void setRange(double minimum, double maximum) { m_field.setRange(minimum, maximum); }
+    // Where Up and Down start in an empty field (the range's minimum unless set).
+    void setStartValue(double value) { m_field.setStartValue(value); }
     void setPrefix(const QString& prefix);
     void setSuffix(const QString& suffix);
     // Reads the typed text as leaving the field does; for a dialog closed with the Enter key

@@ -13,6 +13,7 @@
 #include <algorithm>
 
 #include "ui/TextConvert.h"
+#include "ui/controls/AccessibleText.h"
 #include "ui/exercise/EditExerciseDialog.h"
 #include "ui/exercise/ExercisePicker.h"
 #include "ui/frame/MessageBoxes.h"
@@ -38,6 +39,7 @@ ExerciseGrid::ExerciseGrid(QWidget* parent) : MWGridWidget(parent) {
     };
     connect(this, &MWGridWidget::keyHandled, this, report);
     connect(this, &MWGridWidget::cellTapped, this, report);
+    connect(this, &MWGridWidget::selectionSet, this, report);
 }
 
 void ExerciseGrid::show(const ExerciseLogView& view) {
@@ -227,7 +229,7 @@ void ExerciseLogDialog::run(ExerciseLogForm::Command command) {
 
 void ExerciseLogDialog::redraw() {
     const ExerciseLogView v = m_form.view();
-    m_date->setText(toQString(v.date));
+    showFigure(m_date, QStringLiteral("Date"), toQString(v.date));
     m_picker->show(v.choice);
     m_log->setEnabled(v.choice.logEnabled);
     m_grid->show(v);

@@ -15,6 +15,16 @@ constexpr double kDesignWidth = 240.0;
 constexpr int kSecondColumn = 65;
 constexpr int kThirdColumn = 130;
 
+// The table a reader gets: the row's name, meal and serving, then the nutrients in their order.
+// An exercise's minutes stand in the serving's column and its calories in the calories'.
+constexpr int kNameColumn = 0;
+constexpr int kMealColumn = 1;
+constexpr int kServingColumn = 2;
+constexpr int kFirstNutrientColumn = 3;
+constexpr const char* kColumnHeaders[kFirstNutrientColumn + kNutrientCount] = {
+    "Name",  "Meal",    "Serving", "Calories",     "Carbohydrate",
+    "Fiber", "Protein", "Fat",     "Saturated Fat"};
+
 }  // namespace
 
 CFoodGridCtrl::CFoodGridCtrl(QWidget* parent) : MWGridWidget(parent) {
@@ -26,6 +36,7 @@ CFoodGridCtrl::CFoodGridCtrl(QWidget* parent) : MWGridWidget(parent) {
     const auto report = [this] { Q_EMIT selected(selectedRows()); };
     connect(this, &MWGridWidget::keyHandled, this, report);
     connect(this, &MWGridWidget::cellTapped, this, report);
+    connect(this, &MWGridWidget::selectionSet, this, report);
 }
 
 void CFoodGridCtrl::show(const FoodGridView& view) {
@@ -67,6 +78,48 @@ RowRange CFoodGridCtrl::selectedRows() const {
     }
     const GridRange range = grid().selectionRange();
     return {range.first.row, range.last.row};
+}
+
+int CFoodGridCtrl::accessibleColumnCount() const {
+    return kFirstNutrientColumn + kNutrientCount;
+}
+
+QString CFoodGridCtrl::accessibleColumnHeader(int column) const {
+    return column >= 0 && column < accessibleColumnCount()
+               ? QString::fromLatin1(kColumnHeaders[column])
+               : QString();
+}
+
+QString CFoodGridCtrl::accessibleText(int row, int column) const {
+    const auto& rows = m_rows.rows;
+    if (row < 0 || static_cast<std::size_t>(row) >= rows.size()) {
+        return {};
+    }
+    const LogRow& r = rows[static_cast<std::size_t>(row)];
+    const bool exercise = r.kind == LogRowKind::Exercise || r.kind == LogRowKind::ExerciseTotals;
+    switch (column) {
+        case kNameColumn:
+            return toQString(r.text);
+        case kMealColumn:
+            return toQString(r.meal);
+        case kServingColumn:
+            return toQString(exercise ? r.minutes : r.serving);
+        default:
+            break;
+    }
+    const int nutrient = column - kFirstNutrientColumn;
+    if (nutrient < 0 || nutrient >= kNutrientCount) {
+        return {};
+    }
+    if (exercise) {
+        return nutrient == kCalories ? toQString(r.calories) : QString();
+    }
+    return toQString(r.nutrients[static_cast<std::size_t>(nutrient)]);
+}
+
+// The texts share the row's one painted cell.
+QRect CFoodGridCtrl::accessibleCellRect(int row, int) const {
+    return cellRect(row, 0);
 }
 
 void CFoodGridCtrl::resizeEvent(QResizeEvent* event) {

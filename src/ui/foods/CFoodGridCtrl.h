@@ -19,6 +19,12 @@ public:
     void selectRow(int row);
     [[nodiscard]] RowRange selectedRows() const;
 
+    // Read as a table of name, meal, serving and every nutrient, whichever pair is painted.
+    [[nodiscard]] int accessibleColumnCount() const override;
+    [[nodiscard]] QString accessibleText(int row, int column) const override;
+    [[nodiscard]] QString accessibleColumnHeader(int column) const override;
+    [[nodiscard]] QRect accessibleCellRect(int row, int column) const override;
+
 Q_SIGNALS:
     void editRequested(int row);
     // The person moved the selection, or selected everything.

@@ -62,6 +62,7 @@ FoodFieldsWidget::FoodFieldsWidget(QWidget* parent, const QString& mealLabel)
 
     m_amount->setFormat(kAmountDecimals, false);
     m_amount->setRange(0.0, kMaxServingAmount);
+    m_amount->setStartValue(1.0);  // one serving
     m_amount->setMaxLength(static_cast<int>(kAmountFieldChars));
     m_unit->setAccessibleName(QStringLiteral("Serving unit"));
     addRow(QStringLiteral("Ser&ving Size:"), m_amount, m_unit);

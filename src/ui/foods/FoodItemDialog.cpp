@@ -47,7 +47,7 @@ FoodItemDialog::FoodItemDialog(FoodItemForm form, SessionNotifier& notifier, QWi
         categoryLabel->setBuddy(m_categories);
         m_categories->setAccessibleName(QStringLiteral("Select a category"));
         auto* newCategory = new QPushButton(QStringLiteral("Ne&w..."), this);
-        newCategory->setAccessibleName(QStringLiteral("New category"));
+        newCategory->setAccessibleName(QStringLiteral("New... category"));
         newCategory->setAutoDefault(false);
         top->addWidget(groupLabel, row++, 0, 1, 2);
         top->addWidget(m_groups, row++, 0, 1, 2);

@@ -12,6 +12,7 @@
 
 #include "ui/Resources.h"
 #include "ui/TextConvert.h"
+#include "ui/controls/AccessibleText.h"
 #include "ui/foods/FoodGridDialog.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
@@ -112,22 +113,23 @@ MealsDialog::MealsDialog(MealsForm form, SessionNotifier& notifier, QWidget* par
 
 void MealsDialog::refresh() {
     const MealsView v = m_form.view();
-    m_date->setText(toQString(v.date));
+    showFigure(m_date, QStringLiteral("Date"), toQString(v.date));
     for (std::size_t g = 0; g < 8; ++g) {
         const MealsColumn& cell = v.groups[g];
         for (std::size_t line = 0; line < 3; ++line) {
             m_labels[g][line]->setText(toQString(cell.labels[line]));
-            m_values[g][line]->setText(toQString(cell.values[line]));
-            m_values[g][line]->setAccessibleName(
-                toQString(kFoodGroupNames[g]) + QStringLiteral(" ") + toQString(cell.labels[line]));
+            showFigure(
+                m_values[g][line],
+                toQString(kFoodGroupNames[g]) + QStringLiteral(" ") + toQString(cell.labels[line]),
+                toQString(cell.values[line]));
         }
     }
     for (std::size_t c = 0; c < 2; ++c) {
         for (std::size_t line = 0; line < 3; ++line) {
             m_summaryLabels[c][line]->setText(toQString(v.summary[c].labels[line]));
-            m_summaryValues[c][line]->setText(toQString(v.summary[c].values[line]));
-            m_summaryValues[c][line]->setAccessibleName(QStringLiteral("Summary ") +
-                                                        toQString(v.summary[c].labels[line]));
+            showFigure(m_summaryValues[c][line],
+                       QStringLiteral("Summary ") + toQString(v.summary[c].labels[line]),
+                       toQString(v.summary[c].values[line]));
         }
     }
     QStringList targets;

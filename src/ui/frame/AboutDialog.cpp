@@ -7,6 +7,7 @@
 
 #include "forms/frame/AboutForm.h"
 #include "ui/TextConvert.h"
+#include "ui/controls/AccessibleText.h"
 
 namespace nutrovex {
 
@@ -33,12 +34,12 @@ AboutDialog::AboutDialog(QWidget* parent)
     m_version->setFont(small);
     m_product->setAlignment(Qt::AlignCenter);
     m_version->setAlignment(Qt::AlignCenter);
-    m_product->setAccessibleName(QStringLiteral("Product"));
-    m_version->setAccessibleName(QStringLiteral("Version"));
+    m_product->setAccessibleName(figureName(QStringLiteral("Product"), m_product->text()));
+    m_version->setAccessibleName(figureName(QStringLiteral("Version"), m_version->text()));
     m_licence->setFont(small);
     m_licence->setAlignment(Qt::AlignCenter);
     m_licence->setWordWrap(true);
-    m_licence->setAccessibleName(QStringLiteral("Licence"));
+    m_licence->setAccessibleName(figureName(QStringLiteral("Licence"), m_licence->text()));
     m_ok->setAccessibleName(toQString(v.okText));
     m_ok->setDefault(true);
 

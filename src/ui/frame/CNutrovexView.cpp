@@ -10,6 +10,7 @@
 #include "forms/frame/MainFrameForm.h"
 #include "ui/Resources.h"
 #include "ui/TextConvert.h"
+#include "ui/controls/AccessibleText.h"
 
 namespace nutrovex {
 
@@ -63,7 +64,7 @@ CNutrovexView::CNutrovexView(QWidget* parent) : QWidget(parent) {
         button->setIcon(QIcon(stepArt(static_cast<int>(i) + 1)));
         button->setIconSize(QSize(iconSide, iconSide));
         button->setMinimumHeight(iconSide + fontMetrics().height());
-        button->setAccessibleName(toQString(step.label));
+        button->setAccessibleName(controlName(button->text(), toQString(step.label)));
         button->setAccessibleDescription(toQString(step.prompt));
         button->setToolTip(toQString(step.prompt));
         button->setMinimumWidth(iconSide * 4);

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "ui/TextConvert.h"
+#include "ui/controls/AccessibleText.h"
 #include "ui/controls/CalendarPickerDialog.h"
 #include "ui/frame/SessionNotifier.h"
 #include "ui/logbook/LogbookScreen.h"
@@ -28,8 +29,8 @@ DayRangeDialog::DayRangeDialog(DayRangeForm form, SessionNotifier& notifier, QWi
     auto* endLabel = new QLabel(QStringLiteral("End:"), this);
     m_start->setAccessibleName(QStringLiteral("Start"));
     m_end->setAccessibleName(QStringLiteral("End"));
-    m_setStart->setAccessibleName(QStringLiteral("Set start date"));
-    m_setEnd->setAccessibleName(QStringLiteral("Set end date"));
+    m_setStart->setAccessibleName(QStringLiteral("Set... start date"));
+    m_setEnd->setAccessibleName(QStringLiteral("Set... end date"));
     for (QPushButton* b : {m_setStart, m_setEnd}) {
         b->setAutoDefault(false);
     }
@@ -68,8 +69,8 @@ QString DayRangeDialog::endText() const {
 
 void DayRangeDialog::showDates() {
     const DayRangeView v = m_form.view();
-    m_start->setText(toQString(v.startText));
-    m_end->setText(toQString(v.endText));
+    showFigure(m_start, QStringLiteral("Start"), toQString(v.startText));
+    showFigure(m_end, QStringLiteral("End"), toQString(v.endText));
 }
 
 void DayRangeDialog::accept() {

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "ui/TextConvert.h"
+#include "ui/controls/AccessibleText.h"
 #include "ui/frame/SessionNotifier.h"
 
 namespace nutrovex {
@@ -43,6 +44,17 @@ void FoodBudgetPage::setSections(std::vector<BudgetSection> sections) {
     m_sections = std::move(sections);
     syncScrollBar();
     viewport()->update();
+}
+
+QStringList FoodBudgetPage::shownLines() const {
+    QStringList lines;
+    for (const BudgetSection& section : m_sections) {
+        lines << toQString(section.heading);
+        for (const BudgetRow& row : section.rows) {
+            lines << figureName(toQString(row.label), toQString(row.value));
+        }
+    }
+    return lines;
 }
 
 int FoodBudgetPage::contentHeight() const {
@@ -183,9 +195,9 @@ QString FoodBudgetBoxDialog::goalText() const {
 
 void FoodBudgetBoxDialog::refresh() {
     const FoodBudgetBox box = m_form.view();
-    m_budget->setText(toQString(box.budgetLine));
-    m_caption->setText(toQString(box.caption));
-    m_goal->setText(toQString(box.goalSentence));
+    showFigure(m_budget, QStringLiteral("Food Budget"), toQString(box.budgetLine));
+    showFigure(m_caption, QStringLiteral("Formula"), toQString(box.caption));
+    showFigure(m_goal, QStringLiteral("Daily Calorie Goal"), toQString(box.goalSentence));
 }
 
 }  // namespace nutrovex

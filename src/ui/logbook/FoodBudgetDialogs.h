@@ -5,6 +5,7 @@
 
 #include "calc/FoodBudget.h"
 #include "forms/logbook/FoodBudgetForms.h"
+#include "ui/controls/PaintedText.h"
 #include "ui/logbook/LogbookScreen.h"
 
 class QLabel;
@@ -13,11 +14,14 @@ namespace nutrovex {
 
 // The food budget page as painted text: each section's heading, then its rows, the value drawn
 // 100 dialog units right of where its label starts; a row without a label wraps across the page.
-class FoodBudgetPage : public QAbstractScrollArea {
+class FoodBudgetPage : public QAbstractScrollArea, public PaintedText {
     Q_OBJECT
 
 public:
     explicit FoodBudgetPage(QWidget* parent = nullptr);
+
+    // Headings, and each row as "label: value", for a reader.
+    [[nodiscard]] QStringList shownLines() const override;
 
     void setSections(std::vector<BudgetSection> sections);
     [[nodiscard]] const std::vector<BudgetSection>& sections() const { return m_sections; }

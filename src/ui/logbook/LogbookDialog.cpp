@@ -16,6 +16,7 @@
 
 #include "ui/Resources.h"
 #include "ui/TextConvert.h"
+#include "ui/controls/AccessibleText.h"
 #include "ui/controls/CalendarPickerDialog.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
@@ -415,12 +416,17 @@ void LogbookDialog::refresh() {
     m_refreshing = true;
     const LogbookFigures& f = v.figures;
     m_date->setText(toQString(f.date));
+    m_date->setAccessibleName(controlName(m_date->text(), QStringLiteral("Go to Date")));
     const std::string* values[5] = {&f.weight, &f.meals, &f.bmr, &f.exercise, &f.total};
-    for (int i = 0; i < 5; ++i) {
-        m_rows[i].value->setText(toQString(*values[i]));
+    for (const Row& row : m_rows) {
+        const QString value = toQString(*values[&row - m_rows]);
+        row.value->setText(value);
+        // A reader hears the figure with its caption and unit: "Meals: 1991 cal".
+        row.value->setAccessibleName(
+            figureName(row.name->text(), (value + QLatin1Char(' ') + row.unit->text())));
     }
-    m_record->setText(toQString(f.record));
-    m_goal->setText(toQString(f.goal));
+    showFigure(m_record, QStringLiteral("Record"), toQString(f.record));
+    showFigure(m_goal, QStringLiteral("Goal"), toQString(f.goal));
     m_glance->setText(glanceHtml(v.glance, palette()));
     m_glance->setAccessibleDescription(glancePlain(v.glance));
     if (m_water->value() != v.water) {

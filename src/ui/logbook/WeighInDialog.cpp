@@ -8,6 +8,7 @@
 #include <QMenu>
 
 #include "ui/TextConvert.h"
+#include "ui/controls/AccessibleText.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
 
@@ -81,9 +82,9 @@ void WeighInDialog::load() {
         return;
     }
     const WeighInView v = m_form.view();
-    m_date->setText(toQString(v.date));
+    showFigure(m_date, QStringLiteral("Date"), toQString(v.date));
     m_weight->setText(toQString(v.weight));
-    m_unit->setText(toQString(v.unit));
+    showFigure(m_unit, QStringLiteral("Unit"), toQString(v.unit));
 }
 
 }  // namespace nutrovex

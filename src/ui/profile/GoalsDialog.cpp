@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include "ui/TextConvert.h"
+#include "ui/controls/AccessibleText.h"
 #include "ui/controls/CalendarPickerDialog.h"
 #include "ui/controls/CommitOnLeave.h"
 #include "ui/frame/MessageBoxes.h"
@@ -182,9 +183,9 @@ void GoalsDialog::redisplay() {
     }
     m_startUnit->setText(toQString(v.unit));
     m_goalUnit->setText(toQString(v.unit));
-    m_startDate->setText(toQString(v.startDate));
-    m_targetDate->setText(toQString(v.targetDate));
-    m_sentence->setText(toQString(v.sentence));
+    showFigure(m_startDate, toQString(GoalsForm::startDateCaption()), toQString(v.startDate));
+    showFigure(m_targetDate, toQString(GoalsForm::targetDateCaption()), toQString(v.targetDate));
+    showFigure(m_sentence, QStringLiteral("Calorie Calculator"), toQString(v.sentence));
 }
 
 }  // namespace nutrovex

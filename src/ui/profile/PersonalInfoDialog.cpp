@@ -12,6 +12,7 @@
 
 #include "core/UserProfile.h"
 #include "ui/TextConvert.h"
+#include "ui/controls/BlankListStart.h"
 #include "ui/controls/CommitOnLeave.h"
 #include "ui/frame/MessageBoxes.h"
 #include "ui/frame/SessionNotifier.h"
@@ -95,6 +96,7 @@ PersonalInfoDialog::PersonalInfoDialog(PersonalInfoForm form, SessionNotifier& n
         connect(combo, &QComboBox::activated, this,
                 [this, combo, field] { edit(field, combo->currentText()); });
     }
+    startBlankListAt(m_firstHeight, [this] { return m_form.view().firstHeightStart; });
     for (auto signal : {&SessionNotifier::dataChanged, &SessionNotifier::personalInfoReset,
                         &SessionNotifier::userChanged}) {
         connect(&notifier, signal, this, [this] { redisplay(); });

@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <tuple>
 
 #include "ui/Screenshot.h"
 #include "ui/controls/CalendarPickerDialog.h"
@@ -49,14 +51,61 @@ TEST_F(CalendarPicker, TappingADaySelectsItAndEmptyCellsDoNothing) {
     EXPECT_EQ(month.grid().current(), month.calendar().cellOfDay(25));
     EXPECT_EQ(spy.count(), 1);
 
-    // Keys move like taps; a refused cell is not reached.
+    // Keys move like taps.
     QTest::keyClick(&month, Qt::Key_Right);
-    EXPECT_EQ(dialog.day(), 26);
-    QTest::keyClick(&month, Qt::Key_Down);  // the cell below the 26th is empty
     EXPECT_EQ(dialog.day(), 26);
     QTest::keyClick(&month, Qt::Key_Up);
     EXPECT_EQ(dialog.day(), 19);
     EXPECT_EQ(spy.count(), 3);
+}
+
+// From the keyboard alone every date is reached: the arrows cross the month's edges, Page Up and
+// Page Down step a month, Enter picks and Escape cancels.
+TEST_F(CalendarPicker, TheKeysReachADateInAnotherMonthAndPickIt) {
+    dialog.setDate(2002, 8, 26);
+    month.setFocus();
+    QSignalSpy back(&month, &MonthGrid::previousMonthShown);
+    QTest::keyClick(&month, Qt::Key_Down);  // a week on: 3 October
+    EXPECT_EQ(std::tuple(dialog.year(), dialog.month(), dialog.day()), std::tuple(2002, 9, 3));
+    QTest::keyClick(&month, Qt::Key_Up);
+    QTest::keyClick(&month, Qt::Key_PageUp);  // 26 August
+    EXPECT_EQ(back.count(), 2);
+    QTest::keyClick(&month, Qt::Key_Home);
+    QTest::keyClick(&month, Qt::Key_Left);  // 31 July
+    EXPECT_EQ(std::tuple(dialog.year(), dialog.month(), dialog.day()), std::tuple(2002, 6, 31));
+    EXPECT_EQ(month.grid().current(), month.calendar().cellOfDay(31));
+    QTest::keyClick(&month, Qt::Key_PageDown);
+    QTest::keyClick(&month, Qt::Key_End);
+    EXPECT_EQ(std::tuple(dialog.month(), dialog.day()), std::tuple(7, 31));
+    // The month is the grid's name; the days are named in full under their weekdays.
+    QAccessibleInterface* iface = QAccessible::queryAccessibleInterface(&month);
+    EXPECT_EQ(iface->text(QAccessible::Name), QStringLiteral("August 2002, Calendar"));
+    QAccessibleTableInterface* table = iface->tableInterface();
+    ASSERT_NE(table, nullptr);
+    EXPECT_EQ(table->rowCount(), MonthCalendar::kWeekRows);
+    EXPECT_EQ(table->columnDescription(6), QStringLiteral("Saturday"));
+    const GridCell last = month.calendar().cellOfDay(31);
+    QAccessibleInterface* day = table->cellAt(last.row - MonthCalendar::kFirstWeekRow, last.column);
+    ASSERT_NE(day, nullptr);
+    EXPECT_EQ(day->text(QAccessible::Name), QStringLiteral("August 31, 2002"));
+    EXPECT_TRUE(day->state().selected);
+    EXPECT_TRUE(day->state().focused);
+    EXPECT_EQ(iface->focusChild(), day);
+    EXPECT_EQ(table->cellAt(0, 0)->text(QAccessible::Name), QString());  // before the 1st
+    EXPECT_FALSE(table->selectRow(1));
+
+    QTest::keyClick(&month, Qt::Key_Return);
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(std::tuple(dialog.month(), dialog.day()), std::tuple(7, 31));
+}
+
+TEST_F(CalendarPicker, EscapeCancels) {
+    month.setFocus();
+    QTest::keyClick(&month, Qt::Key_PageUp);
+    QTest::keyClick(&month, Qt::Key_Escape);
+    EXPECT_EQ(dialog.result(), QDialog::Rejected);
+    EXPECT_FALSE(dialog.isVisible());
 }
 
 TEST_F(CalendarPicker, TheTitleStepsMonthsOnItsOuterColumns) {

@@ -95,5 +95,24 @@ TEST_F(NumericEditScreen, CommitReadsTheTextWhileFocused) {
     EXPECT_EQ(edit->text(), QStringLiteral("999.99"));
 }
 
+TEST_F(NumericEditScreen, UpAndDownSetANumberWithoutTyping) {
+    edit->setStartValue(1.0);
+    enter();
+    QTest::keyClick(edit, Qt::Key_Delete);
+    QTest::keyClick(edit, Qt::Key_Down);  // from empty: the starting value
+    EXPECT_EQ(edit->text(), QStringLiteral("1.00"));
+    QTest::keyClick(edit, Qt::Key_Up);
+    QTest::keyClick(edit, Qt::Key_Up);
+    EXPECT_EQ(edit->text(), QStringLiteral("3.00"));
+    QTest::keyClick(edit, Qt::Key_Backspace);  // the stepped number is selected: typed over
+    QTest::keyClicks(edit, QStringLiteral("998.5"));
+    QTest::keyClick(edit, Qt::Key_Up);
+    QTest::keyClick(edit, Qt::Key_Up);
+    EXPECT_EQ(edit->text(), QStringLiteral("999.99"));
+    leave();
+    EXPECT_TRUE(edit->hasValue());
+    EXPECT_EQ(edit->value(), 999.99);
+}
+
 }  // namespace
 }  // namespace nutrovex

@@ -80,6 +80,25 @@ TEST_F(ProfileDialogsTest, FeetAndInchesShowAsCentimetresAfterSwitchingUnits) {
     EXPECT_EQ(savedProfile().units(), 1);
 }
 
+// From a blank height the arrow keys start at a typical adult's, in either unit.
+TEST_F(ProfileDialogsTest, UpOrDownInABlankHeightStartsAtATypicalOne) {
+    const auto dialog = personalInfo();
+    QComboBox* height = dialog->firstHeightCombo();
+    height->setFocus();
+    QTest::keyClick(height, Qt::Key_Down);
+    EXPECT_EQ(height->currentText(), QStringLiteral("5"));
+    EXPECT_EQ(profile().height(), 60.0f);
+    QTest::keyClick(height, Qt::Key_Down);  // then the list steps as usual
+    EXPECT_EQ(profile().height(), 72.0f);
+
+    (void)notifier.apply(PersonalInfoForm(profile()).command(PersonalInfoForm::Command::Reset));
+    choose(dialog->unitsCombo(), 1);
+    ASSERT_EQ(height->currentIndex(), -1);
+    height->setFocus();
+    QTest::keyClick(height, Qt::Key_Up);
+    EXPECT_EQ(height->currentText(), QStringLiteral("170"));
+}
+
 // A field that saves at once saves its value when it is complete: typing 150 in Age never
 // stores 15, and the refused 150 leaves the stored age as it was.
 TEST_F(ProfileDialogsTest, AnAgeIsStoredWhenItIsCompleteAndA150IsRefused) {
