@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QLabel>
 #include <QRegularExpression>
+#include <QVariant>
 
 namespace nutrovex {
 
@@ -37,6 +38,19 @@ void showFigure(QLabel* label, const QString& caption, const QString& text) {
 void showFigure(QAbstractButton* button, const QString& caption, const QString& text) {
     button->setText(text);
     button->setAccessibleName(figureName(caption, text));
+}
+
+namespace {
+constexpr const char* kCaptionProperty = "nutrovexFigureCaption";
+}  // namespace
+
+void setFigureCaption(QLabel* label, const QString& caption) {
+    label->setProperty(kCaptionProperty, caption);
+    label->setAccessibleName(figureName(caption, label->text()));
+}
+
+void showFigure(QLabel* label, const QString& text) {
+    showFigure(label, label->property(kCaptionProperty).toString(), text);
 }
 
 QString controlName(const QString& shown, const QString& what) {

@@ -15,6 +15,9 @@ namespace nutrovex {
 // Shows the text and names the widget with its caption in front; for figures that change.
 void showFigure(QLabel* label, const QString& caption, const QString& text);
 void showFigure(QAbstractButton* button, const QString& caption, const QString& text);
+// The same with the caption given once, when the label is made: a figure set in many places.
+void setFigureCaption(QLabel* label, const QString& caption);
+void showFigure(QLabel* label, const QString& text);
 
 // A control's name begins with what it shows, so a person can say what they see, then says what
 // it does: "Step 4, Logbook".

@@ -1,4 +1,5 @@
 #include "ui/foods/CopyToDialog.h"
+#include "ui/controls/AccessibleText.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -41,7 +42,7 @@ CopyToDialog::CopyToDialog(CopyToForm form, SessionNotifier& notifier, QWidget* 
       m_copy(new QPushButton(QStringLiteral("&Copy"), this)),
       m_result(new QLabel(this)) {
     m_from->setWordWrap(true);
-    m_from->setAccessibleName(QStringLiteral("From"));
+    setFigureCaption(m_from, QStringLiteral("From"));
     body()->addWidget(m_from);
 
     auto* grid = new QGridLayout;
@@ -49,7 +50,7 @@ CopyToDialog::CopyToDialog(CopyToForm form, SessionNotifier& notifier, QWidget* 
     whatLabel->setBuddy(m_what);
     m_what->setAccessibleName(QStringLiteral("What"));
     auto* dateLabel = new QLabel(QStringLiteral("To date:"), this);
-    m_date->setAccessibleName(QStringLiteral("To date"));
+    setFigureCaption(m_date, QStringLiteral("To date"));
     m_setDate->setAccessibleName(QStringLiteral("Set... To date"));
     auto* personLabel = new QLabel(QStringLiteral("To &person:"), this);
     personLabel->setBuddy(m_people);
@@ -104,9 +105,9 @@ CopyToDialog::CopyToDialog(CopyToForm form, SessionNotifier& notifier, QWidget* 
 
 void CopyToDialog::redisplay() {
     const CopyToView v = m_form.view();
-    m_from->setText(toQString(v.from));
+    showFigure(m_from, toQString(v.from));
     fill(m_what, v.choices, v.choice);
-    m_date->setText(toQString(v.date));
+    showFigure(m_date, toQString(v.date));
     fill(m_people, v.people, v.person);
     m_copy->setEnabled(v.canCopy);
     m_result->setText(toQString(v.result));

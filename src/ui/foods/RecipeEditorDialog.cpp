@@ -1,4 +1,5 @@
 #include "ui/foods/RecipeEditorDialog.h"
+#include "ui/controls/AccessibleText.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -132,9 +133,9 @@ RecipeEditorDialog::RecipeEditorDialog(RecipeEditorForm form, SessionNotifier& n
         for (int column = 0; column < 2; ++column) {
             auto* value = new QLabel(this);
             value->setAlignment(Qt::AlignRight);
-            value->setAccessibleName(
-                QString::fromLatin1(kValueLabels[n]) +
-                (column == 0 ? QStringLiteral(" per serving") : QStringLiteral(" whole dish")));
+            setFigureCaption(value, QString::fromLatin1(kValueLabels[n]) +
+                                        (column == 0 ? QStringLiteral(" per serving")
+                                                     : QStringLiteral(" whole dish")));
             totals->addWidget(value, n + 1, column + 1);
             m_values[static_cast<std::size_t>(column)][static_cast<std::size_t>(n)] = value;
         }
@@ -237,8 +238,8 @@ void RecipeEditorDialog::redisplay() {
     fill(m_pickFood, v.foodNames, v.pickFood);
     m_add->setEnabled(v.canAdd);
     for (int n = 0; n < kNutrientCount; ++n) {
-        valueLabel(0, n)->setText(toQString(v.perServing[static_cast<std::size_t>(n)]));
-        valueLabel(1, n)->setText(toQString(v.whole[static_cast<std::size_t>(n)]));
+        showFigure(valueLabel(0, n), toQString(v.perServing[static_cast<std::size_t>(n)]));
+        showFigure(valueLabel(1, n), toQString(v.whole[static_cast<std::size_t>(n)]));
     }
     QStringList problems;
     for (const std::string& p : v.problems) {

@@ -429,6 +429,8 @@ void LogbookDialog::refresh() {
     showFigure(m_goal, QStringLiteral("Goal"), toQString(f.goal));
     m_glance->setText(glanceHtml(v.glance, palette()));
     m_glance->setAccessibleDescription(glancePlain(v.glance));
+    m_glance->setAccessibleName(
+        figureName(QStringLiteral("Day at a glance"), glancePlain(v.glance)));
     if (m_water->value() != v.water) {
         m_water->setValue(v.water);
     }

@@ -1,4 +1,5 @@
 #include "ui/logbook/ReportDialog.h"
+#include "ui/controls/AccessibleText.h"
 
 #include <QButtonGroup>
 #include <QFile>
@@ -73,10 +74,10 @@ ReportDialog::ReportDialog(ReportForm form, SessionNotifier& notifier, QWidget* 
     }
     spanRow->addStretch();
 
-    m_from->setAccessibleName(QStringLiteral("From"));
-    m_to->setAccessibleName(QStringLiteral("To"));
-    m_setFrom->setAccessibleName(QStringLiteral("Set first day"));
-    m_setTo->setAccessibleName(QStringLiteral("Set last day"));
+    setFigureCaption(m_from, QStringLiteral("From"));
+    setFigureCaption(m_to, QStringLiteral("To"));
+    m_setFrom->setAccessibleName(controlName(m_setFrom->text(), QStringLiteral("first day")));
+    m_setTo->setAccessibleName(controlName(m_setTo->text(), QStringLiteral("last day")));
     auto* dates = new QGridLayout;
     dates->addWidget(new QLabel(QStringLiteral("From:"), this), 0, 0);
     dates->addWidget(m_from, 0, 1);
@@ -96,9 +97,15 @@ ReportDialog::ReportDialog(ReportForm form, SessionNotifier& notifier, QWidget* 
     m_preview->setViewMode(QPrintPreviewWidget::SinglePageView);
     m_preview->setZoomMode(QPrintPreviewWidget::FitToWidth);
     m_preview->setFocusPolicy(Qt::NoFocus);
+    // The pages scroll by keys inside the preview: its view is named as the preview.
+    for (QWidget* part : m_preview->findChildren<QWidget*>()) {
+        if (part->focusPolicy() != Qt::NoFocus) {
+            part->setAccessibleName(QStringLiteral("Preview of the report's pages"));
+        }
+    }
 
-    m_print->setAccessibleName(QStringLiteral("Print"));
-    m_export->setAccessibleName(QStringLiteral("Export PDF"));
+    m_print->setAccessibleName(QStringLiteral("Print..."));
+    m_export->setAccessibleName(QStringLiteral("Export PDF..."));
     (purpose == Purpose::Print ? m_print : m_export)->setDefault(true);
     for (QPushButton* b : {m_setFrom, m_setTo}) {
         b->setAutoDefault(false);
@@ -157,8 +164,8 @@ QString ReportDialog::problemText() const {
 void ReportDialog::refresh() {
     const ReportFormView v = m_form.view();
     spanButton(v.span)->setChecked(true);
-    m_from->setText(toQString(v.fromText));
-    m_to->setText(toQString(v.toText));
+    showFigure(m_from, toQString(v.fromText));
+    showFigure(m_to, toQString(v.toText));
     m_problem->setText(toQString(v.problem));
     m_problem->setVisible(!v.problem.empty());
     m_print->setEnabled(v.canPrint);

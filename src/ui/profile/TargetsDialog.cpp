@@ -1,4 +1,5 @@
 #include "ui/profile/TargetsDialog.h"
+#include "ui/controls/AccessibleText.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -64,7 +65,7 @@ TargetsDialog::TargetsDialog(TargetsForm form, SessionNotifier& notifier, QWidge
         } else {
             kind->setEnabled(false);
         }
-        equivalent->setAccessibleName(name + QStringLiteral(" on this day"));
+        setFigureCaption(equivalent, name + QStringLiteral(" on this day"));
         grid->addWidget(label, row, 0);
         grid->addWidget(amount, row, 1);
         grid->addWidget(kind, row, 2);
@@ -90,7 +91,7 @@ TargetsDialog::TargetsDialog(TargetsForm form, SessionNotifier& notifier, QWidge
     body()->addLayout(grid);
 
     m_budget->setWordWrap(true);
-    m_budget->setAccessibleName(QStringLiteral("Food budget"));
+    setFigureCaption(m_budget, QStringLiteral("Food budget"));
     body()->addWidget(m_budget);
     m_notice->setWordWrap(true);
     m_notice->setAccessibleName(QStringLiteral("Notice"));
@@ -132,9 +133,9 @@ void TargetsDialog::redisplay() {
             m_kinds[i]->setCurrentIndex(row.percent ? 1 : 0);
         }
         m_kinds[i]->setEnabled(v.editable && row.percentAllowed);
-        m_equivalents[i]->setText(toQString(row.equivalent));
+        showFigure(m_equivalents[i], toQString(row.equivalent));
     }
-    m_budget->setText(toQString(v.budgetLine));
+    showFigure(m_budget, toQString(v.budgetLine));
     m_notice->setText(toQString(v.notice));
     m_notice->setVisible(!v.notice.empty());
 }
