@@ -1,5 +1,7 @@
 #include "forms/foods/FoodGridForm.h"
 
+#include "core/CalendarDate.h"
+
 #include <algorithm>
 
 namespace nutrovex {
@@ -28,6 +30,7 @@ FoodLogRows FoodGridForm::rows() const {
 FoodGridView FoodGridForm::view() const {
     FoodGridView v;
     v.title = kFoodGroupNames[m_group];
+    v.date = longDateText(m_days->currentDate());
     v.log = logView();
     v.rows = rows();
     v.selection = m_selection;

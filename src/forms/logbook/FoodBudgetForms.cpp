@@ -1,5 +1,7 @@
 #include "forms/logbook/FoodBudgetForms.h"
 
+#include "core/CalendarDate.h"
+
 #include "charts/MeasuredMaintenance.h"
 
 namespace nutrovex {
@@ -9,6 +11,14 @@ std::vector<BudgetSection> FoodBudgetForm::view() const {
         foodBudgetPage(m_days->currentDay(), m_days->store().profile);
     sections.push_back(measuredSection(m_days->store(), m_days->currentDate()));
     return sections;
+}
+
+std::string FoodBudgetForm::date() const {
+    return longDateText(m_days->currentDate());
+}
+
+std::string FoodBudgetBoxForm::date() const {
+    return longDateText(m_days->currentDate());
 }
 
 FoodBudgetBox FoodBudgetBoxForm::view() const {

@@ -19,6 +19,7 @@
 #include "ui/foods/FindFoodDialog.h"
 #include "ui/foods/FoodItemDialog.h"
 #include "ui/frame/MessageBoxes.h"
+#include "ui/frame/ScreenDialog.h"
 #include "ui/frame/SessionNotifier.h"
 #include "ui/frame/WaitCursor.h"
 
@@ -37,12 +38,10 @@ QAction* menuEntry(QMenu* menu, const char* text, QObject* owner) {
 
 }  // namespace
 
-CatalogueDialog::CatalogueDialog(CatalogueForm form, SessionNotifier& notifier, QWidget* parent,
-                                 CatalogueOpeners openers)
+CatalogueDialog::CatalogueDialog(CatalogueForm form, SessionNotifier& notifier, QWidget* parent)
     : QDialog(parent),
       m_form(std::move(form)),
       m_notifier(&notifier),
-      m_openers(std::move(openers)),
       m_model(new CatalogueTreeModel(m_form, this)),
       m_tree(new CFoodTreeCtrl(this)),
       m_ok(new QPushButton(QStringLiteral("OK"), this)),
@@ -55,6 +54,7 @@ CatalogueDialog::CatalogueDialog(CatalogueForm form, SessionNotifier& notifier, 
       }) {
     setWindowTitle(QStringLiteral("Food Catalogue"));
     setModal(true);
+    coverOpener(*this, parent);
     m_tree->setCatalogueModel(m_model);
     m_model->setRenamer(
         [this](const TreePlace& place, const QString& text) { renameFromEditor(place, text); });
@@ -151,6 +151,7 @@ void CatalogueDialog::buildMenus() {
     m_menuBar->addSeparator();
     m_import = m_menuBar->addAction(QStringLiteral("&Import..."));
     m_export = m_menuBar->addAction(QStringLiteral("&Export..."));
+    (void)addAboutMenu(m_menuBar, this);
     // The clipboard keys belong to the tree, so the find field keeps its own.
     for (QAction* a : {m_cut, m_copy, m_paste}) {
         a->setShortcutContext(Qt::WidgetWithChildrenShortcut);
@@ -305,9 +306,10 @@ void CatalogueDialog::enterFood() {
         return;
     }
     FoodItemDialog dialog(std::move(*insert), *m_notifier, this);
-    if (dialog.exec() == QDialog::Accepted && dialog.form().result().done() &&
-        m_openers.showLogged) {
-        m_openers.showLogged(this, dialog.form().result().group, dialog.form().result().position);
+    if (dialog.exec() == QDialog::Accepted && dialog.form().result().done()) {
+        // The day's food grid beneath, if one is open, shows the new entry.
+        m_notifier->announceFoodLogged(dialog.form().result().group,
+                                       dialog.form().result().position);
     }
     afterCommand();
 }
@@ -370,8 +372,8 @@ void CatalogueDialog::importCsv() {
         return;
     }
     std::unique_ptr<QProgressDialog> progress;
-    const Outcome outcome = m_form.importFile(
-        path.toStdString(), [&](std::size_t rowsDone, std::size_t rows) {
+    const Outcome outcome =
+        m_form.importFile(path.toStdString(), [&](std::size_t rowsDone, std::size_t rows) {
             const auto done = static_cast<int>(rowsDone);
             const auto total = static_cast<int>(rows);
             if (!progress) {

@@ -21,13 +21,6 @@ class CFoodTreeCtrl;
 class CatalogueTreeModel;
 class SessionNotifier;
 
-// What the catalogue screen asks of the program around it; an empty one does nothing.
-struct CatalogueOpeners {
-    // A food was logged into the current day from the catalogue: the day's food grid of that
-    // list opens over the catalogue with the new entry selected.
-    std::function<void(QWidget* parent, int group, Position presented)> showLogged;
-};
-
 // The catalogue screen, a thin view of CatalogueForm: the food tree with the menus of its
 // selected node (as the menu bar and as a context menu), the find field, and Import... and
 // Export... of the food list as CSV. Every change is saved at once.
@@ -35,8 +28,7 @@ class CatalogueDialog : public QDialog {
     Q_OBJECT
 
 public:
-    CatalogueDialog(CatalogueForm form, SessionNotifier& notifier, QWidget* parent,
-                    CatalogueOpeners openers = {});
+    CatalogueDialog(CatalogueForm form, SessionNotifier& notifier, QWidget* parent);
     ~CatalogueDialog() override;
 
     // How messages and questions are put to the person (a message box unless replaced); true on
@@ -78,7 +70,6 @@ private:
 
     CatalogueForm m_form;
     SessionNotifier* m_notifier;
-    CatalogueOpeners m_openers;
     CatalogueTreeModel* m_model;
     CFoodTreeCtrl* m_tree;
     QPushButton* m_ok;

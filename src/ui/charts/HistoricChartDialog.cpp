@@ -13,8 +13,8 @@
 
 #include "ui/TextConvert.h"
 #include "ui/charts/ChartWidgets.h"
+#include "ui/frame/ScreenDialog.h"
 #include "ui/frame/SessionNotifier.h"
-#include "ui/frame/Tour.h"
 
 namespace nutrovex {
 
@@ -38,7 +38,7 @@ HistoricChartDialog::HistoricChartDialog(HistoricChartForm form, SessionNotifier
       m_trendAction(nullptr),
       m_rate(new QLabel(this)) {
     setModal(true);
-    resize(parent != nullptr ? parent->size() : QSize(kDefaultWindowWidth, kDefaultWindowHeight));
+    coverOpener(*this, parent);
 
     const QString closeText = QString::fromLatin1(HistoricChartForm::closeText());
     m_close->setText(QStringLiteral("&") + closeText);
@@ -80,6 +80,7 @@ HistoricChartDialog::HistoricChartDialog(HistoricChartForm form, SessionNotifier
     };
     connect(m_trend, &QCheckBox::toggled, this, trend);
     connect(m_trendAction, &QAction::toggled, this, trend);
+    (void)addAboutMenu(m_menuBar, this);
     connect(m_close, &QPushButton::clicked, this, &QDialog::accept);
 
     auto* top = new QHBoxLayout;

@@ -16,6 +16,7 @@
 #include "ui/exercise/EditExerciseDialog.h"
 #include "ui/exercise/ExercisePicker.h"
 #include "ui/frame/MessageBoxes.h"
+#include "ui/frame/ScreenDialog.h"
 #include "ui/frame/SessionNotifier.h"
 
 namespace nutrovex {
@@ -128,6 +129,7 @@ ExerciseLogDialog::ExerciseLogDialog(ExerciseLogForm form, SessionNotifier& noti
       m_grid(new ExerciseGrid(this)) {
     setWindowTitle(QStringLiteral("Exercise Log"));
     setModal(true);
+    coverOpener(*this, parent);
     m_ok->setAccessibleName(QStringLiteral("OK"));
     m_ok->setAutoDefault(false);
     m_log->setAccessibleName(QStringLiteral("Log"));
@@ -157,6 +159,7 @@ ExerciseLogDialog::ExerciseLogDialog(ExerciseLogForm form, SessionNotifier& noti
     del->setShortcut(QKeySequence(Qt::Key_Delete));
     del->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     m_grid->addAction(del);
+    (void)addAboutMenu(menuBar, this);
 
     auto* top = new QHBoxLayout;
     top->addWidget(m_ok);

@@ -1,11 +1,12 @@
 #include "ui/foods/FoodScreens.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "ui/frame/Tour.h"
+#include "ui/frame/ScreenDialog.h"
 
 namespace nutrovex {
 
@@ -26,7 +27,7 @@ FoodScreen::FoodScreen(QWidget* parent, const QString& title, bool escapeAccepts
       m_escapeAccepts(escapeAccepts) {
     setWindowTitle(title);
     setModal(true);
-    resize(kDefaultWindowWidth, kDefaultWindowHeight);
+    coverOpener(*this, parent);
     auto* layout = new QVBoxLayout(this);
     layout->setMenuBar(m_menuBar);
     layout->addLayout(m_buttonRow);
@@ -39,6 +40,14 @@ void FoodScreen::reject() {
     } else {
         QDialog::reject();
     }
+}
+
+QLabel* FoodScreen::dateLine() {
+    if (m_date == nullptr) {
+        m_date = makeDateLine(this);
+        m_buttonRow->addWidget(m_date, 1);
+    }
+    return m_date;
 }
 
 QPushButton* FoodScreen::addButton(const QString& text) {

@@ -6,7 +6,6 @@
 #include "ui/charts/BodyMassChartDialog.h"
 #include "ui/charts/HistoricChartDialog.h"
 #include "ui/exercise/ExerciseLogDialog.h"
-#include "ui/foods/FoodGridDialog.h"
 #include "ui/foods/MealsDialog.h"
 #include "ui/frame/HelpDialog.h"
 #include "ui/frame/UsersDialog.h"
@@ -22,20 +21,10 @@ FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
         (void)BodyMassChartDialog::openChecked(BodyMassChartForm(session.days()), notifier, parent);
     };
 
-    // A food logged from the catalogue shows in the day's food grid of its list, over the
-    // catalogue.
-    CatalogueOpeners catalogueOpeners;
-    catalogueOpeners.showLogged = [&session, &notifier](QWidget* parent, int group,
-                                                        Position presented) {
-        FoodGridForm form(session.catalogue(), session.days(), session.foodRunState(), group);
-        form.selectFood(group, presented);
-        FoodGridDialog grid(std::move(form), notifier, parent);
-        grid.exec();
-    };
-    const ScreenOpener catalogue = [&session, &notifier, catalogueOpeners](QWidget* parent) {
+    const ScreenOpener catalogue = [&session, &notifier](QWidget* parent) {
         CatalogueDialog dialog(
             CatalogueForm(session.catalogue(), session.days(), session.foodRunState()), notifier,
-            parent, catalogueOpeners);
+            parent);
         dialog.exec();
     };
 
@@ -64,7 +53,8 @@ FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
         dialog.exec();
     };
     openers.personalInfo = [&session, &notifier](QWidget* parent) {
-        PersonalInfoDialog dialog(PersonalInfoForm(session.store().profile), notifier, parent);
+        PersonalInfoDialog dialog(PersonalInfoForm(session.store().profile, &session.days()),
+                                  notifier, parent);
         dialog.exec();
     };
     openers.goals = [&session, &notifier, weightChart](QWidget* parent) {

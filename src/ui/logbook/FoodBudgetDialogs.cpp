@@ -132,6 +132,7 @@ FoodBudgetDialog::FoodBudgetDialog(FoodBudgetForm form, SessionNotifier& notifie
 }
 
 void FoodBudgetDialog::refresh() {
+    dateLine()->setText(toQString(m_form.date()));
     m_page->setSections(m_form.view());
 }
 
@@ -183,6 +184,7 @@ QString FoodBudgetBoxDialog::goalText() const {
 
 void FoodBudgetBoxDialog::refresh() {
     const FoodBudgetBox box = m_form.view();
+    dateLine()->setText(toQString(m_form.date()));
     m_budget->setText(toQString(box.budgetLine));
     m_caption->setText(toQString(box.caption));
     m_goal->setText(toQString(box.goalSentence));
