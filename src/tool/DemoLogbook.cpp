@@ -67,9 +67,44 @@ struct CatalogueFood {
 constexpr std::array<double, kFoodGroupCount> kWeighedPortion = {15,  40, 120, 100,
                                                                  130, 75, 250, 200};
 
+// Whether a food is eaten as it is, not an ingredient of something cooked: no flour, oil, spice,
+// sauce, drink mix, organ meat or raw meat.
+bool eatenAsItIs(std::string_view category, std::string_view name, int group) {
+    constexpr std::string_view kIngredientCategories[] = {"Flours",
+                                                          "Grains and Flours",
+                                                          "Tortillas and Dough",
+                                                          "Fats and Oils",
+                                                          "Oils",
+                                                          "Spices and Herbs",
+                                                          "Sauces and Gravies",
+                                                          "Drink Mixes",
+                                                          "Cream",
+                                                          "Salad Dressings",
+                                                          "Beef variety meats",
+                                                          "Pork variety meats",
+                                                          "Chicken giblets",
+                                                          "Game A-T",
+                                                          "Game U-Z"};
+    for (const std::string_view c : kIngredientCategories) {
+        if (category.starts_with(c)) {
+            return false;
+        }
+    }
+    constexpr std::string_view kIngredientWords[] = {
+        "dry", "dried", "mix", "powder", "uncooked", "flour", "dehydrated", "concentrate"};
+    for (const std::string_view w : kIngredientWords) {
+        if (name.find(w) != std::string_view::npos) {
+            return false;
+        }
+    }
+    // Fruit and vegetables are eaten raw; meat, fish and grains are not.
+    return group == 3 || group == 4 || name.find("raw") == std::string_view::npos;
+}
+
 // The portions of a food: weighed foods by what a person eats of their group, household
 // measures as they come (one drink, one cup or half of one, one or two small items).
-std::array<double, 3> portionsOf(const FoodItem& food, int group, float calories) {
+std::array<double, 3> portionsOf(const FoodItem& food, std::string_view category, int group,
+                                 float calories) {
     const double amount = food.serving.amount > 0.0f ? food.serving.amount : 1.0;
     switch (food.serving.unit) {
         case ServingUnit::Gram:
@@ -85,8 +120,17 @@ std::array<double, 3> portionsOf(const FoodItem& food, int group, float calories
         case ServingUnit::Quart:
         case ServingUnit::Gallon:
             return {1.0, 0.0, 0.0};
-        case ServingUnit::Cup:
+        case ServingUnit::Cup: {
+            // A cup of soup, milk or vegetables; a quarter of one of cheese, nuts or crackers.
+            constexpr std::string_view kByTheHandful[] = {"Cheese", "Nuts",   "Peanuts",
+                                                          "Seeds",  "Snacks", "Crackers"};
+            for (const std::string_view c : kByTheHandful) {
+                if (category.starts_with(c)) {
+                    return {0.25, 0.5, 0.0};
+                }
+            }
             return {1.0, 0.5, 0.0};
+        }
         case ServingUnit::Ounce:
             return {1.0, 2.0, 3.0};
         case ServingUnit::Pound:
@@ -145,12 +189,21 @@ std::vector<CatalogueFood> usableFoods(const FoodCatalogue& catalogue) {
         for (std::size_t c = 0; c < categories.size(); ++c) {
             for (std::size_t i = 0; i < categories[c].foods.size(); ++i) {
                 const FoodItem& food = categories[c].foods[i];
+                if (!eatenAsItIs(categories[c].name.view(), food.name.view(), g)) {
+                    continue;
+                }
                 const float calories = food.shownNutrient(kCalories);
+                // A cup of more than that is a dry grain or bean before cooking.
+                if (food.serving.unit == ServingUnit::Cup && food.serving.amount <= 1.0f &&
+                    calories > 450.0f) {
+                    continue;
+                }
                 // Grams and kilograms: the catalogue's foods without a household measure come
                 // weighed.
                 const bool served = food.serving.unit != ServingUnit::Gram &&
                                     food.serving.unit != ServingUnit::Kilogram;
-                std::array<double, 3> portions = portionsOf(food, g, calories);
+                std::array<double, 3> portions =
+                    portionsOf(food, categories[c].name.view(), g, calories);
                 // Skip what nobody eats by itself as a meal's part (a spoon of sugar, tea), and
                 // portions no one eats at once.
                 for (double& p : portions) {

@@ -122,7 +122,7 @@ ExerciseLogDialog::ExerciseLogDialog(ExerciseLogForm form, SessionNotifier& noti
     : QDialog(parent),
       m_form(std::move(form)),
       m_notifier(&notifier),
-      m_date(new QLabel(this)),
+      m_date(makeDateLine(this)),
       m_picker(new ExercisePicker(this)),
       m_ok(new QPushButton(QStringLiteral("OK"), this)),
       m_log(new QPushButton(QStringLiteral("&Log"), this)),

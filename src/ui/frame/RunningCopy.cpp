@@ -8,6 +8,10 @@
 #include <QThread>
 #include <QWidget>
 
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 namespace nutrovex {
 
 namespace {
@@ -88,16 +92,40 @@ bool RunningCopy::askToComeForward(const std::filesystem::path& root, int timeou
     return socket.readLine() == kComing;
 }
 
+namespace {
+
+// How many screens lie between a screen and the window; -1 when it is not opened from it.
+int depthOver(const QWidget* screen, const QWidget* window) {
+    int depth = 0;
+    for (const QWidget* w = screen; w != nullptr; ++depth) {
+        if (w == window) {
+            return depth;
+        }
+        w = w->parentWidget() != nullptr ? w->parentWidget()->window() : nullptr;
+    }
+    return -1;
+}
+
+}  // namespace
+
 void bringForward(QWidget* window) {
     window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
     window->show();
-    window->raise();
-    window->activateWindow();
-    // The screen a person was on stays on top of the window it covers.
-    if (QWidget* screen = QApplication::activeModalWidget(); screen != nullptr) {
-        screen->raise();
-        screen->activateWindow();
+    // The window, then every screen open over it in the order they were opened, so that the
+    // screen a person was on is on top again.
+    std::vector<std::pair<int, QWidget*>> stack;
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+        const int depth = depthOver(w, window);
+        if (depth >= 0 && (w == window || w->isVisible())) {
+            stack.emplace_back(depth, w);
+        }
     }
+    std::stable_sort(stack.begin(), stack.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (const auto& [depth, w] : stack) {
+        w->raise();
+    }
+    stack.back().second->activateWindow();
 }
 
 }  // namespace nutrovex

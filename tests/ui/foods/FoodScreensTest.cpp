@@ -120,13 +120,18 @@ protected:
         ScreenSession::SetUp();
         FoodCatalogue& c = session.catalogue();
         const Position pies = addCategory(c, 0, "Pies");
-        (void)addFoodItem(c, 0, pies, catalogueFood("Apple Pie", {1.0f, ServingUnit::Item, 0}, 320, 45));
-        (void)addFoodItem(c, 0, pies, catalogueFood("Pumpkin Pie", {1.0f, ServingUnit::Item, 0}, 290, 38));
+        (void)addFoodItem(c, 0, pies,
+                          catalogueFood("Apple Pie", {1.0f, ServingUnit::Item, 0}, 320, 45));
+        (void)addFoodItem(c, 0, pies,
+                          catalogueFood("Pumpkin Pie", {1.0f, ServingUnit::Item, 0}, 290, 38));
         const Position fresh = addCategory(c, 4, "Fresh");
-        (void)addFoodItem(c, 4, fresh, catalogueFood("Apple", {100.0f, ServingUnit::Gram, 0}, 52, 13.8f));
-        (void)addFoodItem(c, 4, fresh, catalogueFood("Banana", {1.0f, ServingUnit::Item, 0}, 105, 27));
+        (void)addFoodItem(c, 4, fresh,
+                          catalogueFood("Apple", {100.0f, ServingUnit::Gram, 0}, 52, 13.8f));
+        (void)addFoodItem(c, 4, fresh,
+                          catalogueFood("Banana", {1.0f, ServingUnit::Item, 0}, 105, 27));
         const Position breads = addCategory(c, 5, "Breads");
-        (void)addFoodItem(c, 5, breads, catalogueFood("Bagel", {1.0f, ServingUnit::Item, 0}, 245, 48));
+        (void)addFoodItem(c, 5, breads,
+                          catalogueFood("Bagel", {1.0f, ServingUnit::Item, 0}, 245, 48));
 
         (void)session.days().ensureCurrentDay();
         uint32_t key = 1;
@@ -203,6 +208,14 @@ TEST_F(FoodScreens, ACategoryAndAFoodMadeInsideLogFoodAreSelectedAndLogged) {
 
     whenModal<CategoryNameDialog>([](CategoryNameDialog* d) {
         EXPECT_EQ(d->windowTitle(), QStringLiteral("New Category"));
+        // OK waits for a name; Enter in the empty field does nothing.
+        EXPECT_FALSE(d->okButton()->isEnabled());
+        QTest::keyClick(d->nameField(), Qt::Key_Return);
+        EXPECT_TRUE(d->isVisible());
+        QTest::keyClicks(d->nameField(), QStringLiteral("G"));
+        EXPECT_TRUE(d->okButton()->isEnabled());
+        QTest::keyClick(d->nameField(), Qt::Key_Backspace);
+        EXPECT_FALSE(d->okButton()->isEnabled());
         QTest::keyClicks(d->nameField(), QStringLiteral("Greens"));
         QTest::keyClick(d->nameField(), Qt::Key_Return);
     });

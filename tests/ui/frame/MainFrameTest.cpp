@@ -132,6 +132,22 @@ TEST_F(MainFrameTest, ChangesAreSavedWhenTheWindowCloses) {
     EXPECT_FALSE(session.userDataModified());
 }
 
+TEST_F(MainFrameTest, CtrlQSavesAndQuitsAsClosingTheWindowDoes) {
+    const auto window = frame();
+    ASSERT_TRUE(window->initialLoad());
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    session.store().profile.setAge(53);
+    (void)notifier.apply(Notices{.userData = true});
+    QTest::keyClick(window.get(), Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(window->isVisible());
+
+    UserStore saved(clock);
+    saved.dataFilePath = userFile();
+    ASSERT_TRUE(loadUser(saved));
+    EXPECT_EQ(saved.profile.age(), 53);
+}
+
 TEST_F(MainFrameTest, AFailedSaveOnClosingAsksBeforeQuitting) {
     const auto window = frame();
     ASSERT_TRUE(window->initialLoad());
