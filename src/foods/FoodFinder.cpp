@@ -62,14 +62,16 @@ const char* findBytes(const char* first, const char* last, std::string_view need
 // Whether needle (lower case) occurs in name at the start of a word: at its beginning, or after a
 // character that is not a letter or digit ("oat" starts a word in "Rolled oats", not in "Goat").
 bool startsAWord(std::string_view name, std::string_view needle) {
-    std::string lower(asCString(name));
-    for (char& ch : lower) {
-        ch = asciiLower(ch);
-    }
-    for (std::size_t at = lower.find(needle); at != std::string::npos;
-         at = lower.find(needle, at + 1)) {
-        const auto before = static_cast<unsigned char>(at == 0 ? ' ' : lower[at - 1]);
-        if (!std::isalnum(before)) {
+    const std::string_view text = asCString(name);
+    for (std::size_t at = 0; at + needle.size() <= text.size(); ++at) {
+        if (at > 0 && std::isalnum(static_cast<unsigned char>(text[at - 1]))) {
+            continue;
+        }
+        std::size_t i = 0;
+        while (i < needle.size() && asciiLower(text[at + i]) == needle[i]) {
+            ++i;
+        }
+        if (i == needle.size()) {
             return true;
         }
     }

@@ -44,8 +44,10 @@ void FoodScreen::reject() {
 
 QLabel* FoodScreen::dateLine() {
     if (m_date == nullptr) {
+        // On a line of its own: the button rows are full at the default width.
         m_date = makeDateLine(this);
-        m_buttonRow->addWidget(m_date, 1);
+        m_date->setAlignment(Qt::AlignCenter);
+        m_content->insertWidget(0, m_date);
     }
     return m_date;
 }

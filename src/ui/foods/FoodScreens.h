@@ -26,7 +26,7 @@ public:
     void reject() override;
 
 protected:
-    // The day the screen is about, at the right end of the button row; made on first use.
+    // The day the screen is about, on a line above the content; made on first use.
     [[nodiscard]] QLabel* dateLine();
     // A push button with a mnemonic, its accessible name the text without the ampersand.
     QPushButton* addButton(const QString& text);
