@@ -136,10 +136,12 @@ std::array<double, 3> portionsOf(const FoodItem& food, std::string_view category
         case ServingUnit::Pound:
             return {0.25, 0.5, 0.0};
         case ServingUnit::Item:
+            // One or two eggs, slices or cookies.
+            return {1.0, calories < 150.0f ? 2.0 : 0.0, 0.0};
         case ServingUnit::Pinch:
         case ServingUnit::Teaspoon:
         case ServingUnit::Tablespoon:
-            return {1.0, calories < 150.0f ? 2.0 : 0.0, 0.0};
+            return {1.0, 0.0, 0.0};
     }
     return {1.0, 0.0, 0.0};
 }
@@ -379,7 +381,8 @@ DemoSummary fillDemoLogbook(DayCursor& days, FoodCatalogue& catalogue, ExerciseC
     for (int i = 0; i < kDemoDays; ++i) {
         const CalendarDate date = steppedDate(start, i);
         (void)days.setCurrentDate(date);
-        const bool weekend = date.weekday == 0 || date.weekday == 6;
+        const int32_t weekday = weekdayOf(packDate(date));
+        const bool weekend = weekday == 0 || weekday == 6;
         // The first day is the start of the goal: weighed and logged.
         const bool weighs = i == 0 || random.chance(0.8);
         // A day weighed in is a day logged; now and then food is logged without weighing.
@@ -397,7 +400,7 @@ DemoSummary fillDemoLogbook(DayCursor& days, FoodCatalogue& catalogue, ExerciseC
         }
         double eaten = kUnloggedEating;
         if (logsFood) {
-            const double target = 1800.0 + (weekend ? 200.0 : 0.0) + random.noise(170.0);
+            const double target = 1950.0 + (weekend ? 200.0 : 0.0) + random.noise(170.0);
             summary.foods += logFoods(days, catalogue, foods, target, random, summary.notices);
             if (const DayRecord* day = days.currentRecord()) {
                 eaten = computeDayTotals(*day)[kCalories];
