@@ -34,7 +34,7 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         const QSize art = m_renderer.defaultSize().scaled(size(), Qt::KeepAspectRatio);
-        const QRect target(QPoint((width() - art.width()) / 2, 0), art);
+        const QRect target(QPoint((width() - art.width()) / 2, (height() - art.height()) / 2), art);
         m_renderer.render(&painter, target);
     }
 

@@ -18,13 +18,18 @@ void settle(QWidget& widget, QSize size) {
 }
 
 // Every stop saved into dir, each at scale 1 and, when doubled is set, at device pixel ratio 2.
+// The names of the stops that did not open are added to closed, and stops already there skipped.
 void saveStops(const QDir& out, const std::vector<TourStop>& stops, QWidget* parent, bool doubled,
-               QStringList& failures) {
+               QStringList& failures, QStringList& closed) {
     const QSize size(kDefaultWindowWidth, kDefaultWindowHeight);
     for (const TourStop& stop : stops) {
+        if (closed.contains(stop.name)) {
+            continue;
+        }
         std::unique_ptr<QWidget> widget = stop.open ? stop.open(parent) : nullptr;
         if (!widget) {
             failures << QStringLiteral("%1: the screen did not open").arg(stop.name);
+            closed << stop.name;
             continue;
         }
         for (const auto& [scale, suffix] : {std::pair{1.0, ""}, std::pair{2.0, "@2x"}}) {
@@ -92,12 +97,13 @@ QStringList runTour(const QString& dir, const std::vector<TourStop>& stops, QWid
         failures << QStringLiteral("%1: the folder cannot be made").arg(dir);
         return failures;
     }
-    saveStops(QDir(dir), stops, parent, true, failures);
+    QStringList closed;
+    saveStops(QDir(dir), stops, parent, true, failures, closed);
 
     // The same screens once more in a dark palette; whatever they paint must follow it.
     const QPalette before = QApplication::palette();
     QApplication::setPalette(darkPalette());
-    saveStops(QDir(darkDir), stops, parent, false, failures);
+    saveStops(QDir(darkDir), stops, parent, false, failures, closed);
     QApplication::setPalette(before);
     return failures;
 }

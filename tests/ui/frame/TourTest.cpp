@@ -74,6 +74,7 @@ TEST(Tour, AScreenThatDoesNotOpenIsReportedAndTheOthersStillSaved) {
     EXPECT_TRUE(failures.front().startsWith(QStringLiteral("missing:")));
     EXPECT_TRUE(QFile::exists(QDir(dir.path()).filePath(QStringLiteral("present.png"))));
     EXPECT_FALSE(QFile::exists(QDir(dir.path()).filePath(QStringLiteral("missing.png"))));
+    EXPECT_TRUE(QFile::exists(QDir(dir.path()).filePath(QStringLiteral("dark/present.png"))));
 }
 
 }  // namespace
