@@ -26,6 +26,7 @@
 #include "ui/frame/FrameTour.h"
 #include "ui/frame/ProgramOpeners.h"
 #include "ui/frame/QtSessionSettings.h"
+#include "ui/frame/RunningCopy.h"
 #include "ui/frame/SessionNotifier.h"
 
 using namespace nutrovex;
@@ -154,7 +155,12 @@ int main(int argc, char** argv) {
     std::string reason;
     switch (session.start(reason)) {
         case Session::Start::AlreadyRunning:
-            return 0;  // another copy works on this data: end quietly
+            // Another copy works on this data: it comes forward, and this one ends.
+            if (!parser.isSet(tourOption) && RunningCopy::askToComeForward(root.path)) {
+                std::printf("Nutrovex already runs on %s; its window was brought forward.\n",
+                            root.path.string().c_str());
+            }
+            return 0;
         case Session::Start::Failed:
             if (parser.isSet(tourOption)) {
                 std::fprintf(stderr, "nutrovex: %s\n", reason.c_str());
@@ -164,6 +170,12 @@ int main(int argc, char** argv) {
             return 1;
         case Session::Start::Running:
             break;
+    }
+
+    // The lock's holder answers copies started after it; they are heard once the loop runs.
+    RunningCopy runningCopy(root.path);
+    if (!parser.isSet(tourOption)) {
+        (void)runningCopy.listen();
     }
 
     SessionNotifier notifier(session);
@@ -177,6 +189,8 @@ int main(int argc, char** argv) {
     CMainFrame frame(MainFrameForm(session), notifier,
                      programOpeners(session, notifier, chartSettings));
     frame.show();
+    QObject::connect(&runningCopy, &RunningCopy::comeForwardAsked, &frame,
+                     [&frame] { bringForward(&frame); });
     std::unique_ptr<FirstPaintAfterLoad> watcher;
     if (parser.isSet(measureOption)) {
         QTimer::singleShot(0, &frame, [&] {

@@ -1,6 +1,9 @@
 #include "core/DayRecord.h"
 
+#include "core/Names.h"
 #include "core/StoredSize.h"
+
+#include <algorithm>
 
 namespace nutrovex {
 
@@ -26,6 +29,15 @@ bool DayRecord::setBmr(int bmr) {
     return true;
 }
 
+void putInMealOrder(FoodList& list) {
+    std::stable_sort(list.begin(), list.end(), [](const FoodItem& a, const FoodItem& b) {
+        if (a.meal != b.meal) {
+            return a.meal < b.meal;
+        }
+        return compareNames(a.name.view(), b.name.view()) < 0;
+    });
+}
+
 void rebuildAllFoods(DayRecord& day) {
     FoodList& all = day.allFoods();
     all.clear();
@@ -33,6 +45,7 @@ void rebuildAllFoods(DayRecord& day) {
         const FoodList& foods = day.group(g);
         all.insert(all.end(), foods.begin(), foods.end());
     }
+    putInMealOrder(all);
 }
 
 Position DayRecord::appendExercise(ExerciseEntry entry) {

@@ -30,6 +30,11 @@ struct DayFields {
     ExerciseList exercises;
 };
 
+// Meal order: Breakfast, Lunch, Dinner, Snack, each meal's foods by name; foods of one meal and
+// name keep their order. The lists of a day are kept so; the all-foods list, made by joining the
+// groups' lists, is put so.
+void putInMealOrder(FoodList& list);
+
 // One logged date: weigh-in, activity and BMR, foods by group, exercises, water and notes.
 class DayRecord {
 public:
@@ -61,7 +66,7 @@ public:
         buildAllFoodsIfDeferred();
         return m_allFoods;
     }
-    // The all-foods list becomes every food of the groups, in group order, when it is next used.
+    // The all-foods list becomes every food of the groups, in meal order, when it is next used.
     // A load defers it so: twenty years of days are read without a second copy of every food,
     // and a day's list is made when the day is shown.
     void deferAllFoods() {
@@ -102,17 +107,18 @@ private:
             for (const FoodList& list : m.groups) {
                 m_allFoods.insert(m_allFoods.end(), list.begin(), list.end());
             }
+            putInMealOrder(m_allFoods);
         }
     }
 
     DayFields m;
-    // A second copy of every food of the day, in group order; made from the groups at its first
+    // A second copy of every food of the day, in meal order; made from the groups at its first
     // use when deferred.
     mutable FoodList m_allFoods;
     mutable bool m_allFoodsDeferred = false;
 };
 
-// Empties the all-foods list and fills it with copies of the foods of groups 0..7, in order.
+// Empties the all-foods list and fills it with copies of the foods of groups 0..7, in meal order.
 void rebuildAllFoods(DayRecord& day);
 
 }  // namespace nutrovex

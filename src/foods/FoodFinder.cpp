@@ -1,6 +1,7 @@
 #include "foods/FoodFinder.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstring>
 
 #if defined(__SSE2__)
@@ -56,6 +57,42 @@ const char* findBytes(const char* first, const char* last, std::string_view need
 #endif
     return static_cast<const char*>(
         memmem(first, static_cast<std::size_t>(last - first), needle.data(), needle.size()));
+}
+
+// Whether needle (lower case) occurs in name at the start of a word: at its beginning, or after a
+// character that is not a letter or digit ("oat" starts a word in "Rolled oats", not in "Goat").
+bool startsAWord(std::string_view name, std::string_view needle) {
+    const std::string_view text = asCString(name);
+    for (std::size_t at = 0; at + needle.size() <= text.size(); ++at) {
+        if (at > 0 && std::isalnum(static_cast<unsigned char>(text[at - 1]))) {
+            continue;
+        }
+        std::size_t i = 0;
+        while (i < needle.size() && asciiLower(text[at + i]) == needle[i]) {
+            ++i;
+        }
+        if (i == needle.size()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Adds a found food to its name-ordered list, once per name.
+void insertByName(std::vector<FindResult>& list, FindResult found) {
+    const auto at = std::lower_bound(list.begin(), list.end(), found.item.name.view(),
+                                     [](const FindResult& r, std::string_view name) {
+                                         return compareNames(r.item.name.view(), name) < 0;
+                                     });
+    list.insert(at, std::move(found));
+}
+
+bool holdsName(const std::vector<FindResult>& list, std::string_view name) {
+    const auto at = std::lower_bound(list.begin(), list.end(), name,
+                                     [](const FindResult& r, std::string_view n) {
+                                         return compareNames(r.item.name.view(), n) < 0;
+                                     });
+    return at != list.end() && at->item.name.view() == name;
 }
 
 }  // namespace
@@ -152,17 +189,25 @@ FoodFinder::Outcome FoodFinder::find(const FoodCatalogue& catalogue, std::string
     for (char& ch : needle) {
         ch = asciiLower(ch);
     }
+    // Names where the text starts a word come first; each part in name order. The search ends
+    // once a hundred of those are found, as nothing found later could be shown.
+    std::vector<FindResult> others;
     m_index.forEachMatch(needle, includeInSearch, [&](const FoodSearchIndex::Place& p) {
         const FoodItem& f = catalogue.groups[p.group][p.category].foods[p.food];
-        const auto at = std::lower_bound(m_results.begin(), m_results.end(), f.name.view(),
-                                         [](const FindResult& r, std::string_view name) {
-                                             return compareNames(r.item.name.view(), name) < 0;
-                                         });
-        if (at == m_results.end() || at->item.name.view() != f.name.view()) {
-            m_results.insert(at, FindResult{f, p.group, p.category, p.food});
+        const std::string_view name = f.name.view();
+        if (holdsName(m_results, name) || holdsName(others, name)) {
+            return true;
+        }
+        if (startsAWord(f.text2.view(), needle)) {
+            insertByName(m_results, FindResult{f, p.group, p.category, p.food});
+        } else if (others.size() < kMaxFindResults) {
+            insertByName(others, FindResult{f, p.group, p.category, p.food});
         }
         return m_results.size() < kMaxFindResults;
     });
+    const std::size_t room = kMaxFindResults - m_results.size();
+    m_results.insert(m_results.end(), others.begin(),
+                     others.begin() + static_cast<std::ptrdiff_t>(std::min(room, others.size())));
     return m_results.empty() ? Outcome::NoMatch : Outcome::Found;
 }
 

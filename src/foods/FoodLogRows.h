@@ -21,7 +21,7 @@ inline constexpr const char* kNoFoodsText = "Use menu items to insert a food ite
 inline constexpr const char* kTotalsText = "Totals";
 inline constexpr const char* kExerciseLogHeader = "Exercise Log";
 // Drawn in a grid cell that has no row.
-inline constexpr const char* kToggleHintText = "Use the toolbar to toggle nutrient values.";
+inline constexpr const char* kToggleHintText = "Use Nutrient Toggle to switch the nutrient values.";
 
 inline constexpr uint16_t kNutrientViewCount = 3;
 

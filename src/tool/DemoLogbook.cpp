@@ -52,13 +52,99 @@ private:
     std::mt19937 m_engine;
 };
 
+// A catalogue food with the portions a person would eat of it, as multiples of its serving.
 struct CatalogueFood {
     int group;
     int category;
     int item;
     float calories;  // for the catalogue's own serving
     bool served;     // measured as people serve it (an item, a cup, an ounce), not weighed
+    std::array<double, 3> portions;  // 0 where there are fewer
 };
+
+// Grams a person eats of a weighed food of each group, at a time: a knob of butter, a piece of
+// cheese, a piece of meat, a side of vegetables, a fruit, a bowl of rice, a glass, a dish.
+constexpr std::array<double, kFoodGroupCount> kWeighedPortion = {15,  40, 120, 100,
+                                                                 130, 75, 250, 200};
+
+// Whether a food is eaten as it is, not an ingredient of something cooked: no flour, oil, spice,
+// sauce, drink mix, organ meat or raw meat.
+bool eatenAsItIs(std::string_view category, std::string_view name, int group) {
+    constexpr std::string_view kIngredientCategories[] = {"Flours",
+                                                          "Grains and Flours",
+                                                          "Tortillas and Dough",
+                                                          "Fats and Oils",
+                                                          "Oils",
+                                                          "Spices and Herbs",
+                                                          "Sauces and Gravies",
+                                                          "Drink Mixes",
+                                                          "Cream",
+                                                          "Salad Dressings",
+                                                          "Beef variety meats",
+                                                          "Pork variety meats",
+                                                          "Chicken giblets",
+                                                          "Game A-T",
+                                                          "Game U-Z"};
+    for (const std::string_view c : kIngredientCategories) {
+        if (category.starts_with(c)) {
+            return false;
+        }
+    }
+    constexpr std::string_view kIngredientWords[] = {
+        "dry", "dried", "mix", "powder", "uncooked", "flour", "dehydrated", "concentrate"};
+    for (const std::string_view w : kIngredientWords) {
+        if (name.find(w) != std::string_view::npos) {
+            return false;
+        }
+    }
+    // Fruit and vegetables are eaten raw; meat, fish and grains are not.
+    return group == 3 || group == 4 || name.find("raw") == std::string_view::npos;
+}
+
+// The portions of a food: weighed foods by what a person eats of their group, household
+// measures as they come (one drink, one cup or half of one, one or two small items).
+std::array<double, 3> portionsOf(const FoodItem& food, std::string_view category, int group,
+                                 float calories) {
+    const double amount = food.serving.amount > 0.0f ? food.serving.amount : 1.0;
+    switch (food.serving.unit) {
+        case ServingUnit::Gram:
+        case ServingUnit::Kilogram: {
+            const double grams = food.serving.unit == ServingUnit::Gram ? amount : amount * 1000.0;
+            const double portion = kWeighedPortion[static_cast<std::size_t>(group)] / grams;
+            return {portion, portion * 1.5, 0.0};
+        }
+        case ServingUnit::FluidOunce:
+        case ServingUnit::Millilitre:
+        case ServingUnit::Litre:
+        case ServingUnit::Pint:
+        case ServingUnit::Quart:
+        case ServingUnit::Gallon:
+            return {1.0, 0.0, 0.0};
+        case ServingUnit::Cup: {
+            // A cup of soup, milk or vegetables; a quarter of one of cheese, nuts or crackers.
+            constexpr std::string_view kByTheHandful[] = {"Cheese", "Nuts",   "Peanuts",
+                                                          "Seeds",  "Snacks", "Crackers"};
+            for (const std::string_view c : kByTheHandful) {
+                if (category.starts_with(c)) {
+                    return {0.25, 0.5, 0.0};
+                }
+            }
+            return {1.0, 0.5, 0.0};
+        }
+        case ServingUnit::Ounce:
+            return {1.0, 2.0, 3.0};
+        case ServingUnit::Pound:
+            return {0.25, 0.5, 0.0};
+        case ServingUnit::Item:
+            // One or two eggs, slices or cookies.
+            return {1.0, calories < 150.0f ? 2.0 : 0.0, 0.0};
+        case ServingUnit::Pinch:
+        case ServingUnit::Teaspoon:
+        case ServingUnit::Tablespoon:
+            return {1.0, 0.0, 0.0};
+    }
+    return {1.0, 0.0, 0.0};
+}
 
 enum Meal { kBreakfast, kLunch, kDinner, kSnack };
 
@@ -84,17 +170,18 @@ constexpr DemoExercise kExercises[] = {
     {15, 0, 0, 20, 35}, {20, 0, -1, 30, 45},
 };
 
-const char* const kNotes[] = {
-    "Slept badly, hungry all day.",
-    "Long walk with the dog after dinner.",
+const std::vector<const char*> kWeekdayNotes = {
+    "Slept badly, hungry all day.",      "Long walk with the dog after dinner.",
+    "Felt full of energy today.",        "Skipped the afternoon snack.",
+    "Busy day at work, ate at my desk.", "Clothes fit a little looser.",
+    "Drank more water than usual.",
+};
+const std::vector<const char*> kWeekendNotes = {
     "Dinner out with friends: guessed the portions.",
-    "Felt full of energy today.",
-    "Skipped the afternoon snack.",
-    "Busy day at work, ate at my desk.",
     "Rainy day, stayed in and cooked.",
     "Weekend brunch with the family.",
+    "Hiked all morning, big lunch after.",
     "Clothes fit a little looser.",
-    "Drank more water than usual.",
 };
 
 std::vector<CatalogueFood> usableFoods(const FoodCatalogue& catalogue) {
@@ -104,15 +191,33 @@ std::vector<CatalogueFood> usableFoods(const FoodCatalogue& catalogue) {
         for (std::size_t c = 0; c < categories.size(); ++c) {
             for (std::size_t i = 0; i < categories[c].foods.size(); ++i) {
                 const FoodItem& food = categories[c].foods[i];
+                if (!eatenAsItIs(categories[c].name.view(), food.name.view(), g)) {
+                    continue;
+                }
                 const float calories = food.shownNutrient(kCalories);
+                // A cup of more than that is a dry grain or bean before cooking.
+                if (food.serving.unit == ServingUnit::Cup && food.serving.amount <= 1.0f &&
+                    calories > 450.0f) {
+                    continue;
+                }
                 // Grams and kilograms: the catalogue's foods without a household measure come
                 // weighed.
                 const bool served = food.serving.unit != ServingUnit::Gram &&
                                     food.serving.unit != ServingUnit::Kilogram;
-                // Skip what nobody eats by itself as a meal's part (a spoon of sugar, tea).
-                if (calories >= 40.0f && calories <= 800.0f) {
+                std::array<double, 3> portions =
+                    portionsOf(food, categories[c].name.view(), g, calories);
+                // Skip what nobody eats by itself as a meal's part (a spoon of sugar, tea), and
+                // portions no one eats at once.
+                for (double& p : portions) {
+                    const double eaten = p * calories;
+                    if (eaten < 40.0 || eaten > 900.0) {
+                        p = 0.0;
+                    }
+                }
+                std::sort(portions.begin(), portions.end(), std::greater<>());
+                if (portions[0] > 0.0) {
                     foods.push_back(
-                        {g, static_cast<int>(c), static_cast<int>(i), calories, served});
+                        {g, static_cast<int>(c), static_cast<int>(i), calories, served, portions});
                 }
             }
         }
@@ -120,7 +225,19 @@ std::vector<CatalogueFood> usableFoods(const FoodCatalogue& catalogue) {
     return foods;
 }
 
-// A food of one of the meal's groups whose serving is near the calories wanted, so that nobody
+// The food's portion nearest to the calories wanted.
+double bestPortion(const CatalogueFood& food, double wanted) {
+    double best = food.portions[0];
+    for (const double p : food.portions) {
+        if (p > 0.0 &&
+            std::abs(p * food.calories - wanted) < std::abs(best * food.calories - wanted)) {
+            best = p;
+        }
+    }
+    return best;
+}
+
+// A food of one of the meal's groups with a portion near the calories wanted, so that nobody
 // eats a plate of chillies, preferring dishes served as they are to weighed ingredients; failing
 // that, a food of any of its groups, then any food.
 const CatalogueFood& pickFood(const std::vector<CatalogueFood>& foods, Meal meal, double wanted,
@@ -128,7 +245,8 @@ const CatalogueFood& pickFood(const std::vector<CatalogueFood>& foods, Meal meal
     const std::vector<int>& groups = kMealGroups[meal];
     const int group = groups[static_cast<std::size_t>(random.between(0, int(groups.size()) - 1))];
     const auto near = [&](const CatalogueFood& f) {
-        return f.calories >= wanted * 0.4 && f.calories <= wanted * 1.6;
+        const double eaten = bestPortion(f, wanted) * f.calories;
+        return eaten >= wanted * 0.4 && eaten <= wanted * 1.6;
     };
     const auto inMeal = [&](const CatalogueFood& f) {
         return std::find(groups.begin(), groups.end(), f.group) != groups.end();
@@ -177,18 +295,14 @@ int logFoods(DayCursor& days, FoodCatalogue& catalogue, const std::vector<Catalo
     for (std::size_t n = 0; n < meals.size(); ++n) {
         const Meal meal = meals[n];
         double wanted = target * kMealShare[meal] / shares / perMeal[meal];
-        double most = 2.0;
         if (n + 1 == meals.size()) {
             // The last food of the day makes up what the day still lacks, within reason.
             const DayRecord* day = days.currentRecord();
             const double eaten = day ? computeDayTotals(*day)[kCalories] : 0.0;
             wanted = std::max(target - eaten, 60.0);
-            most = 2.5;
         }
         const CatalogueFood& food = pickFood(foods, meal, wanted, random);
-        // Servings in halves, as people measure them.
-        const double servings =
-            std::clamp(std::round(wanted / food.calories * 2.0) / 2.0, 0.5, most);
+        const double servings = bestPortion(food, wanted);
         FoodRunState run;
         LogFoodForm form(catalogue, days, run, food.group, food.category, food.item);
         (void)form.edit(FoodField::Amount,
@@ -267,10 +381,12 @@ DemoSummary fillDemoLogbook(DayCursor& days, FoodCatalogue& catalogue, ExerciseC
     for (int i = 0; i < kDemoDays; ++i) {
         const CalendarDate date = steppedDate(start, i);
         (void)days.setCurrentDate(date);
-        const bool weekend = date.weekday == 0 || date.weekday == 6;
+        const int32_t weekday = weekdayOf(packDate(date));
+        const bool weekend = weekday == 0 || weekday == 6;
         // The first day is the start of the goal: weighed and logged.
         const bool weighs = i == 0 || random.chance(0.8);
-        const bool logsFood = !foods.empty() && (i == 0 || random.chance(0.9));
+        // A day weighed in is a day logged; now and then food is logged without weighing.
+        const bool logsFood = !foods.empty() && (weighs || random.chance(0.5));
         if (!weighs && !logsFood) {
             weight -= (kBurn - kUnloggedEating) / kCaloriesPerPound;
             continue;
@@ -284,7 +400,7 @@ DemoSummary fillDemoLogbook(DayCursor& days, FoodCatalogue& catalogue, ExerciseC
         }
         double eaten = kUnloggedEating;
         if (logsFood) {
-            const double target = 1800.0 + (weekend ? 200.0 : 0.0) + random.noise(170.0);
+            const double target = 1950.0 + (weekend ? 200.0 : 0.0) + random.noise(170.0);
             summary.foods += logFoods(days, catalogue, foods, target, random, summary.notices);
             if (const DayRecord* day = days.currentRecord()) {
                 eaten = computeDayTotals(*day)[kCalories];
@@ -305,10 +421,12 @@ DemoSummary fillDemoLogbook(DayCursor& days, FoodCatalogue& catalogue, ExerciseC
                         .notices;
             }
             if (random.chance(0.25)) {
-                const int n = static_cast<int>(std::size(kNotes));
+                const std::vector<const char*>& notes = weekend ? kWeekendNotes : kWeekdayNotes;
+                const int n = static_cast<int>(notes.size());
                 summary.notices |=
                     JournalForm(days)
-                        .edit(JournalForm::Field::Note, kNotes[random.between(0, n - 1)])
+                        .edit(JournalForm::Field::Note,
+                              notes[static_cast<std::size_t>(random.between(0, n - 1))])
                         .notices;
             }
             recomputeDay(*day, store.profile);

@@ -1,5 +1,6 @@
-// The single-instance lock with the real program: a second copy on a live root ends at once with
-// status 0, a lock left by a killed copy is taken over, and two roots run side by side.
+// The single-instance lock with the real program: a second copy on a live root brings the first
+// forward and ends with status 0, a lock left by a killed copy is taken over, and two roots run
+// side by side.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -12,6 +13,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <iterator>
 #include <random>
 #include <sstream>
 #include <string>
@@ -29,7 +31,7 @@ constexpr const char* kLockFileName = "Nutrovex.lock";
 // A copy of the program on a root, killed when the object goes if it still runs.
 class Program {
 public:
-    explicit Program(const fs::path& root) {
+    explicit Program(const fs::path& root, const fs::path& out = "/dev/null") {
         std::string program = NUTROVEX_PROGRAM_PATH;
         std::string option = "--root";
         std::string dir = root.string();
@@ -42,7 +44,8 @@ public:
         envp.push_back(nullptr);
         posix_spawn_file_actions_t actions;
         posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, out.c_str(),
+                                         O_WRONLY | O_CREAT | O_TRUNC, 0600);
         posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
         if (::posix_spawn(&m_pid, program.c_str(), &actions, nullptr, argv, envp.data()) != 0) {
             m_pid = -1;
@@ -139,11 +142,15 @@ protected:
 TEST_F(InstanceLock, ASecondCopyOnALiveRootEndsAtOnceWithStatusZero) {
     Program first(base / "root");
     ASSERT_TRUE(eventually([&] { return holdsLock(base / "root", first.pid()); }));
-    Program second(base / "root");
+    Program second(base / "root", base / "second.out");
     ASSERT_TRUE(eventually([&] { return !second.running(); }));
     EXPECT_EQ(second.exitStatus(), 0);
     EXPECT_TRUE(first.running());
     EXPECT_TRUE(holdsLock(base / "root", first.pid()));
+    // It ended only once the first had answered that it came forward.
+    std::ifstream out(base / "second.out");
+    const std::string said((std::istreambuf_iterator<char>(out)), std::istreambuf_iterator<char>());
+    EXPECT_NE(said.find("its window was brought forward"), std::string::npos) << said;
 }
 
 TEST_F(InstanceLock, ALockLeftByAKilledCopyIsTakenOver) {

@@ -69,18 +69,23 @@ TEST_F(TotalsTest, ADayWithoutFoodsTotalsZero) {
     EXPECT_EQ(day.totals(), Nutrients{});
 }
 
-TEST_F(TotalsTest, AllFoodsListIsRebuiltInGroupOrder) {
-    group(5).push_back(food(1.0f, 1.0f, "Bagel"));
-    group(0).push_back(food(1.0f, 1.0f, "Butter"));
-    group(5).push_back(food(1.0f, 1.0f, "Toast"));
-    group(7).push_back(food(1.0f, 1.0f, "Pizza"));
+TEST_F(TotalsTest, AllFoodsListIsRebuiltInMealOrder) {
+    const auto atMeal = [](FoodItem f, uint16_t meal) {
+        f.meal = meal;
+        return f;
+    };
+    group(5).push_back(atMeal(food(1.0f, 1.0f, "Toast"), 0));
+    group(0).push_back(atMeal(food(1.0f, 1.0f, "Butter"), 1));
+    group(5).push_back(atMeal(food(1.0f, 1.0f, "Bagel"), 0));
+    group(7).push_back(atMeal(food(1.0f, 1.0f, "Pizza"), 2));
     day.allFoods().push_back(food(1.0f, 1.0f, "stale"));
     rebuildAllFoods(day);
     std::vector<std::string> names;
     for (const FoodItem& f : day.allFoods()) {
         names.push_back(f.name.str());
     }
-    EXPECT_EQ(names, (std::vector<std::string>{"Butter", "Bagel", "Toast", "Pizza"}));
+    // Breakfast, lunch, dinner, each meal by name, whatever the groups.
+    EXPECT_EQ(names, (std::vector<std::string>{"Bagel", "Toast", "Butter", "Pizza"}));
     // Copies: the group lists are untouched.
     EXPECT_EQ(group(5).size(), 2u);
 }

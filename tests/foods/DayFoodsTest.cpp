@@ -112,6 +112,25 @@ TEST(DayFoods, EntriesReadFromAFileKeepMealOrderUntilANewerOneComes) {
     }
 }
 
+TEST(DayFoods, TheAllFoodsListOfALoadedDayShowsBreakfastLunchDinnerSnack) {
+    DayRecord day(CalendarDate::fromDmy(10, 3, 2026));
+    // As read from a file: each group's list in meal order, the groups one after the other.
+    day.group(2).push_back(logged("Egg", 0, 2, 1));
+    day.group(2).push_back(logged("Trout", 2, 2, 2));
+    day.group(4).push_back(logged("Pear", 1, 4, 3));
+    day.group(4).push_back(logged("Apple", 3, 4, 4));
+    day.group(5).push_back(logged("Bagel", 0, 5, 5));
+    const std::vector<std::string> mealOrder = {"Bagel/0", "Egg/0", "Pear/1", "Trout/2", "Apple/3"};
+    day.deferAllFoods();
+    EXPECT_EQ(shown(day.allFoods(), kSortByMeal), mealOrder);
+    rebuildAllFoods(day);
+    EXPECT_EQ(shown(day.allFoods(), kSortByMeal), mealOrder);
+    // A food logged later finds its meal's place.
+    EXPECT_EQ(insertLoggedFood(day, logged("Cocoa", 3, 6, 6), 6, kSortByMeal), 0);
+    EXPECT_EQ(shown(day.allFoods(), kSortByMeal).back(), "Cocoa/3");
+    EXPECT_EQ(shown(day.allFoods(), kSortByMeal)[4], "Apple/3");
+}
+
 TEST(DayFoods, InsertOrderSurvivesRunningOutOfSerials) {
     FoodList list;
     for (uint32_t key = 1; key <= 3; ++key) {

@@ -75,6 +75,42 @@ TEST(FoodFinder, MatchesAnywhereInTheSecondNameIgnoringCase) {
     EXPECT_EQ(std::tie(r.group, r.category, r.food), std::make_tuple(4, 0, 2));
 }
 
+TEST(FoodFinder, NamesWhereTheTextStartsAWordComeFirst) {
+    FoodCatalogue c =
+        catalogueWith({{"Goat", "Oatmeal", "Boat cake"}, {"Rolled oats", "Coated-oat bar"}});
+    FoodFinder finder;
+    const struct {
+        const char* text;
+        std::vector<std::string> names;
+    } cases[] = {
+        // "Coated-oat bar" starts a word after the hyphen, though it also holds "oat" inside one.
+        {"oat", {"Coated-oat bar", "Oatmeal", "Rolled oats", "Boat cake", "Goat"}},
+        {"OAT", {"Coated-oat bar", "Oatmeal", "Rolled oats", "Boat cake", "Goat"}},
+        {"at", {"Boat cake", "Coated-oat bar", "Goat", "Oatmeal", "Rolled oats"}},
+        {"cake", {"Boat cake"}},
+    };
+    for (const auto& k : cases) {
+        ASSERT_EQ(finder.find(c, k.text), FoodFinder::Outcome::Found) << k.text;
+        EXPECT_EQ(resultNames(finder), k.names) << k.text;
+    }
+}
+
+TEST(FoodFinder, AWordStartFoundLateStillShowsBeforeAHundredOthers) {
+    std::vector<std::string> foods;
+    for (int i = 0; i < 150; ++i) {
+        foods.push_back("Goat " + std::to_string(100 + i));
+    }
+    foods.push_back("Oatmeal");
+    FoodCatalogue c = catalogueWith({foods});
+    FoodFinder finder;
+    ASSERT_EQ(finder.find(c, "oat"), FoodFinder::Outcome::Found);
+    const std::vector<std::string> names = resultNames(finder);
+    ASSERT_EQ(names.size(), 100u);
+    EXPECT_EQ(names.front(), "Oatmeal");
+    EXPECT_EQ(names[1], "Goat 100");
+    EXPECT_EQ(names.back(), "Goat 198");
+}
+
 TEST(FoodFinder, BlankTextDoesNothing) {
     FoodCatalogue c = catalogueWith({{"Apple"}});
     FoodFinder finder;

@@ -15,6 +15,7 @@
 #include "calc/Totals.h"
 #include "charts/MeasuredMaintenance.h"
 #include "data/ShippedCatalogue.h"
+#include "foods/FoodLogRows.h"
 #include "session/Session.h"
 #include "storage/CatalogueStorage.h"
 #include "storage/DataRoot.h"
@@ -30,6 +31,26 @@ namespace fs = std::filesystem;
 std::string fileText(const fs::path& path) {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+// The most of a unit anyone eats or drinks at once.
+double mostEatenAtOnce(ServingUnit unit) {
+    switch (unit) {
+        case ServingUnit::Gram:
+            return 400.0;
+        case ServingUnit::FluidOunce:
+            return 20.0;
+        case ServingUnit::Cup:
+            return 2.0;
+        case ServingUnit::Ounce:
+            return 8.0;
+        case ServingUnit::Item:
+        case ServingUnit::Tablespoon:
+        case ServingUnit::Teaspoon:
+            return 3.0;
+        default:
+            return 1000.0;  // millilitres
+    }
 }
 
 class DemoTest : public ::testing::Test {
@@ -125,8 +146,22 @@ TEST_F(DemoTest, MakesAFourMonthLogbookThatLoadsAndAddsUp) {
             EXPECT_EQ(food.loggedFlag, 1);
             EXPECT_LE(food.meal, 3);
             EXPECT_TRUE(catalogueNames.contains(food.name.str())) << food.name.str();
+            // Portions as people eat them: never a plate of egg yolks or a jug of beer.
+            const double most = mostEatenAtOnce(food.serving.unit);
+            EXPECT_LE(food.serving.amount, most)
+                << food.name.str() << " " << servingText(food.serving);
+            EXPECT_LE(food.shownNutrient(kCalories), 900.0f) << food.name.str();
+        }
+        const std::string date = longDateText(day.date());
+        const bool weekend = date.starts_with("Saturday") || date.starts_with("Sunday");
+        for (const char* weekendOnly : {"Weekend", "brunch", "Hiked"}) {
+            EXPECT_TRUE(weekend || day.note().find(weekendOnly) == std::string_view::npos);
+        }
+        for (const char* weekdayOnly : {"at work", "afternoon snack"}) {
+            EXPECT_TRUE(!weekend || day.note().find(weekdayOnly) == std::string_view::npos);
         }
         if (day.weight() > 0.0f) {
+            EXPECT_GE(foods, 3u);  // every day weighed in has its food logged
             weighIns.push_back(day.weight());
             EXPECT_EQ(day.level(), 2);
             EXPECT_EQ(day.bmr(), computeBmr(profile, 2, day.weight()).bmr);

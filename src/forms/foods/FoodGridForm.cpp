@@ -1,5 +1,7 @@
 #include "forms/foods/FoodGridForm.h"
 
+#include "core/CalendarDate.h"
+
 #include <algorithm>
 
 #include "foods/DayCopy.h"
@@ -30,6 +32,7 @@ FoodLogRows FoodGridForm::rows() const {
 FoodGridView FoodGridForm::view() const {
     FoodGridView v;
     v.title = kFoodGroupNames[m_group];
+    v.date = longDateText(m_days->currentDate());
     v.log = logView();
     v.rows = rows();
     v.selection = m_selection;

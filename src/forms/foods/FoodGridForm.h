@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "core/FoodCatalogue.h"
 #include "core/Position.h"
@@ -27,6 +28,7 @@ struct RowRange {
 
 struct FoodGridView {
     const char* title = "";  // the list's name: a food group's, or "Summary (All Foods)"
+    std::string date;        // the current date, long form
     FoodLogView log;         // the list, sort mode and nutrient view
     FoodLogRows rows;
     RowRange selection;

@@ -1,5 +1,7 @@
 #include "forms/foods/FoodItemForm.h"
 
+#include "core/CalendarDate.h"
+
 #include "core/Format.h"
 #include "core/StoredSize.h"
 #include "core/UserStore.h"
@@ -106,6 +108,9 @@ FoodItemView FoodItemForm::view() const {
     FoodItemView v;
     v.caption = caption();
     v.nameReadOnly = m_kind == FoodFormKind::InsertIntoDay;
+    if (hasMeal() && m_days != nullptr) {
+        v.date = longDateText(m_days->currentDate());
+    }
     v.hasMeal = hasMeal();
     v.okEnabled = m_kind == FoodFormKind::InsertIntoDay || !m_name.empty();
     v.name = m_name;

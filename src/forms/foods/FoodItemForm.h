@@ -20,6 +20,7 @@ enum class FoodFormKind : uint8_t { NewItem, EditItem, InsertIntoDay, EditLogged
 
 struct FoodItemView {
     std::string caption;  // "New Food Item", "Edit Food Item", "Insert Food", or none
+    std::string date;     // the day a food is logged into or edited in, long form; else empty
     bool nameReadOnly = false;
     bool hasMeal = false;
     bool okEnabled = false;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/CalendarDate.h"
 #include "core/Cp1252.h"
 #include "core/StoredSize.h"
 #include "core/UserStore.h"
@@ -39,6 +40,7 @@ LogFoodForm::LogFoodForm(FoodCatalogue& catalogue, DayCursor& days, FoodRunState
 
 LogFoodView LogFoodForm::view() const {
     LogFoodView v;
+    v.date = longDateText(m_days->currentDate());
     v.group = m_group;
     v.category = m_category;
     v.item = m_item;
@@ -248,10 +250,10 @@ std::optional<Confirmation> LogFoodForm::confirmation(Command id) const {
         if (!f) {
             return std::nullopt;
         }
-        return Confirmation{{"Do you wish to delete the food item " + quotedText(f->name.view()) +
-                                 "?",
-                             "Delete Food", MessageKind::Warning},
-                            true};
+        return Confirmation{
+            {"Do you wish to delete the food item " + quotedText(f->name.view()) + "?",
+             "Delete Food", MessageKind::Warning},
+            true};
     }
     return std::nullopt;
 }

@@ -20,6 +20,7 @@
 namespace nutrovex {
 
 struct LogFoodView {
+    std::string date;  // the day a food is logged into, long form
     int group = 0;
     int category = -1;  // -1 when the group has none
     int item = -1;      // -1 when the category has none

@@ -50,6 +50,7 @@ public:
     [[nodiscard]] static std::string aboutPrompt() { return "About"; }
     [[nodiscard]] static std::string saveUserPrompt() { return "Saves the current User"; }
     [[nodiscard]] static std::string usersPrompt() { return "Choose, add, rename or delete users"; }
+    [[nodiscard]] static std::string quitPrompt() { return "Saves and quits Nutrovex"; }
     [[nodiscard]] static std::string windowTitle(std::string_view userName);
     // "Error loading data files. ...": the start-up load could open no user at all.
     [[nodiscard]] static ScreenMessage loadError();

@@ -1,5 +1,7 @@
 #include "forms/logbook/ActivityForm.h"
 
+#include "core/CalendarDate.h"
+
 #include "calc/Bmr.h"
 #include "calc/Totals.h"
 #include "core/DayRecord.h"
@@ -15,6 +17,7 @@ const char* const kBmrOptionsAdvice =
 ActivityView ActivityForm::view() const {
     const UserProfile& profile = m_days->store().profile;
     ActivityView v;
+    v.date = longDateText(m_days->currentDate());
     const DayRecord* day = m_days->currentRecord();
     if (day == nullptr) {
         v.level = profile.defaultLevel() <= kLevelManual ? profile.defaultLevel() : 0;

@@ -21,6 +21,7 @@ struct ActivityView {
     bool levelsEnabled = false;  // the five levels and "Set as Daily Default"
     bool bmrEnabled = false;     // the BMR edit, only at level 5
     std::string bmr;             // "%d" of the day's BMR; empty without a day
+    std::string date;            // the current date, long form
 
     friend bool operator==(const ActivityView&, const ActivityView&) = default;
 };

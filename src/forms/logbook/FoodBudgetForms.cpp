@@ -1,6 +1,7 @@
 #include "forms/logbook/FoodBudgetForms.h"
 
 #include "calc/TargetProgress.h"
+#include "core/CalendarDate.h"
 #include "charts/MeasuredMaintenance.h"
 
 namespace nutrovex {
@@ -19,6 +20,14 @@ std::vector<BudgetSection> FoodBudgetForm::view() const {
         sections.push_back(std::move(targets));
     }
     return sections;
+}
+
+std::string FoodBudgetForm::date() const {
+    return longDateText(m_days->currentDate());
+}
+
+std::string FoodBudgetBoxForm::date() const {
+    return longDateText(m_days->currentDate());
 }
 
 FoodBudgetBox FoodBudgetBoxForm::view() const {

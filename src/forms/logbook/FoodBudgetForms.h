@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "calc/FoodBudget.h"
@@ -18,6 +19,8 @@ public:
         : m_days(&days), m_targets(targets) {}
 
     [[nodiscard]] std::vector<BudgetSection> view() const;
+    // The date the page is about, long form.
+    [[nodiscard]] std::string date() const;
     [[nodiscard]] SavePoint close() const { return SavePoint::Nothing; }
 
 private:
@@ -31,6 +34,8 @@ public:
     explicit FoodBudgetBoxForm(DayCursor& days) : m_days(&days) {}
 
     [[nodiscard]] FoodBudgetBox view() const;
+    // The date the box is about, long form.
+    [[nodiscard]] std::string date() const;
     [[nodiscard]] SavePoint close() const { return SavePoint::Nothing; }
 
 private:

@@ -1,5 +1,7 @@
 #include "forms/logbook/JournalForm.h"
 
+#include "core/CalendarDate.h"
+
 #include "core/DayRecord.h"
 
 namespace nutrovex {
@@ -7,10 +9,11 @@ namespace nutrovex {
 const char* const kNoJournalText = "Enter daily notes here.";
 
 JournalView JournalForm::view() const {
+    std::string date = longDateText(m_days->currentDate());
     if (const DayRecord* day = m_days->currentRecord()) {
-        return {std::string(day->note())};
+        return {std::string(day->note()), std::move(date)};
     }
-    return {m_unkept.value_or(kNoJournalText)};
+    return {m_unkept.value_or(kNoJournalText), std::move(date)};
 }
 
 Outcome JournalForm::edit(Field, std::string_view whole) {

@@ -15,6 +15,7 @@ extern const char* const kNoJournalText;  // "Enter daily notes here."
 
 struct JournalView {
     std::string text;  // the editor's text, line breaks as CR LF
+    std::string date;  // the current date, long form
 };
 
 // The daily journal of the logbook's current date: the note is written with every change, but

@@ -46,6 +46,26 @@ public:
 
     [[nodiscard]] static const char* pickDateCaption() { return "Start Date"; }
 
+    // The status line's prompts of the logbook's menu entries.
+    struct Prompts {
+        static constexpr const char* weighIn = "Weigh In";
+        static constexpr const char* meals = "Meals";
+        static constexpr const char* bmr = "BMR";
+        static constexpr const char* exercise = "Exercise";
+        static constexpr const char* journal = "Daily Journal";
+        static constexpr const char* foodBudget = "Food Budget";
+        static constexpr const char* summaryTable = "Summary Table";
+        static constexpr const char* weightChart = "Weight Chart";
+        static constexpr const char* about = "About";
+        static constexpr const char* previous = "Previous Record";
+        static constexpr const char* next = "Next Record";
+        static constexpr const char* first = "First Record";
+        static constexpr const char* last = "Last Record";
+        static constexpr const char* deleteCurrentDay = "Deletes the current day";
+        static constexpr const char* deleteRange = "Deletes a range of days";
+        static constexpr const char* deleteAll = "Delete all days";
+    };
+
     // Recomputes the current day's totals on the way.
     [[nodiscard]] LogbookView view();
     [[nodiscard]] const Clock& clock() const { return m_days->store().clock(); }

@@ -3,7 +3,10 @@
 #include <algorithm>
 
 #include "calc/Bmr.h"
+#include "calc/Totals.h"
+#include "core/DayRecord.h"
 #include "core/UserProfile.h"
+#include "logbook/DayCursor.h"
 
 namespace nutrovex {
 
@@ -83,7 +86,8 @@ int wholeNumberFromText(std::string_view text) {
     return static_cast<int>(negative ? -value : value);
 }
 
-PersonalInfoForm::PersonalInfoForm(UserProfile& profile) : m_profile(&profile) {}
+PersonalInfoForm::PersonalInfoForm(UserProfile& profile, DayCursor* days)
+    : m_profile(&profile), m_days(days) {}
 
 const std::vector<std::string>& PersonalInfoForm::unitChoices() {
     static const std::vector<std::string> kUnits{"lbs-inches", "kg-cm"};
@@ -183,6 +187,9 @@ Outcome PersonalInfoForm::save(const PersonalInfoEntry& entry) {
         outcome.notices.userData = true;
         outcome.notices.dataChanged = true;
         outcome.save = SavePoint::UserData;
+        if (DayRecord* day = m_days != nullptr ? m_days->currentRecord() : nullptr) {
+            recomputeDay(*day, p);
+        }
     }
     // A refused age stays on the screen as typed, for the person to correct.
     m_refusedAge = outcome.message ? std::optional<std::string>(entry.age) : std::nullopt;

@@ -9,6 +9,7 @@
 
 namespace nutrovex {
 
+class DayCursor;
 class UserProfile;
 
 // What the personal information screen shows, always read back from the profile.
@@ -39,7 +40,9 @@ struct PersonalInfoEntry {
 // The personal information screen: name, units, height, age and gender, saved at every change.
 class PersonalInfoForm {
 public:
-    explicit PersonalInfoForm(UserProfile& profile);
+    // With the logbook's days, an edit of height, age or gender also brings the current day's
+    // BMR up to date; the other days keep the BMR they were logged with.
+    explicit PersonalInfoForm(UserProfile& profile, DayCursor* days = nullptr);
 
     enum class Field : uint8_t { Name, Units, FirstHeight, SecondHeight, Age, Gender };
     enum class Command : uint8_t { Reset };
@@ -65,6 +68,7 @@ private:
     Outcome save(const PersonalInfoEntry& entry);
 
     UserProfile* m_profile;
+    DayCursor* m_days;
     std::optional<std::string> m_refusedAge;
 };
 

@@ -19,6 +19,7 @@
 #include "ui/foods/FindFoodDialog.h"
 #include "ui/foods/FoodItemDialog.h"
 #include "ui/frame/MessageBoxes.h"
+#include "ui/frame/ScreenDialog.h"
 #include "ui/frame/SessionNotifier.h"
 #include "ui/frame/WaitCursor.h"
 
@@ -55,6 +56,7 @@ CatalogueDialog::CatalogueDialog(CatalogueForm form, SessionNotifier& notifier, 
       }) {
     setWindowTitle(QStringLiteral("Food Catalogue"));
     setModal(true);
+    coverOpener(*this, parent);
     m_tree->setCatalogueModel(m_model);
     m_model->setRenamer(
         [this](const TreePlace& place, const QString& text) { renameFromEditor(place, text); });
@@ -153,6 +155,7 @@ void CatalogueDialog::buildMenus() {
     m_menuBar->addSeparator();
     m_import = m_menuBar->addAction(QStringLiteral("&Import..."));
     m_export = m_menuBar->addAction(QStringLiteral("&Export..."));
+    (void)addAboutMenu(m_menuBar, this);
     // The clipboard keys belong to the tree, so the find field keeps its own.
     for (QAction* a : {m_cut, m_copy, m_paste}) {
         a->setShortcutContext(Qt::WidgetWithChildrenShortcut);
@@ -328,9 +331,10 @@ void CatalogueDialog::enterFood() {
         return;
     }
     FoodItemDialog dialog(std::move(*insert), *m_notifier, this);
-    if (dialog.exec() == QDialog::Accepted && dialog.form().result().done() &&
-        m_openers.showLogged) {
-        m_openers.showLogged(this, dialog.form().result().group, dialog.form().result().position);
+    if (dialog.exec() == QDialog::Accepted && dialog.form().result().done()) {
+        // The day's food grid beneath, if one is open, shows the new entry.
+        m_notifier->announceFoodLogged(dialog.form().result().group,
+                                       dialog.form().result().position);
     }
     afterCommand();
 }

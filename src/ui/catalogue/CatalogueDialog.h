@@ -24,9 +24,6 @@ class SessionNotifier;
 
 // What the catalogue screen asks of the program around it; an empty one does nothing.
 struct CatalogueOpeners {
-    // A food was logged into the current day from the catalogue: the day's food grid of that
-    // list opens over the catalogue with the new entry selected.
-    std::function<void(QWidget* parent, int group, Position presented)> showLogged;
     // The recipe editor on a new recipe, or on the recipe whose food is at a place; where the
     // recipe's food is after OK, none when nothing was saved. isRecipeFood says whether a food is
     // a recipe's.

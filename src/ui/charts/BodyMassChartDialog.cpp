@@ -12,8 +12,8 @@
 #include "ui/charts/ChartWidgets.h"
 #include "ui/controls/AccessibleText.h"
 #include "ui/frame/MessageBoxes.h"
+#include "ui/frame/ScreenDialog.h"
 #include "ui/frame/SessionNotifier.h"
-#include "ui/frame/Tour.h"
 
 namespace nutrovex {
 
@@ -68,7 +68,7 @@ BodyMassChartDialog::BodyMassChartDialog(BodyMassChartForm form, SessionNotifier
       m_current(new QLabel(this)),
       m_goal(new QLabel(this)) {
     setModal(true);
-    resize(parent != nullptr ? parent->size() : QSize(kDefaultWindowWidth, kDefaultWindowHeight));
+    coverOpener(*this, parent);
     const QString title = QString::fromLatin1(BodyMassChartForm::title());
     setWindowTitle(title);
 
@@ -79,6 +79,7 @@ BodyMassChartDialog::BodyMassChartDialog(BodyMassChartForm form, SessionNotifier
     connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
     auto* chartMenu = m_menuBar->addMenu(QStringLiteral("&Chart"));
     chartMenu->addAction(QStringLiteral("&Close"), this, &QDialog::accept);
+    (void)addAboutMenu(m_menuBar, this);
 
     auto* heading = new QLabel(title, this);
     QFont bold = heading->font();

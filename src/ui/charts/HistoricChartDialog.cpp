@@ -14,8 +14,8 @@
 #include "ui/TextConvert.h"
 #include "ui/charts/ChartWidgets.h"
 #include "ui/controls/AccessibleText.h"
+#include "ui/frame/ScreenDialog.h"
 #include "ui/frame/SessionNotifier.h"
-#include "ui/frame/Tour.h"
 
 namespace nutrovex {
 
@@ -39,7 +39,7 @@ HistoricChartDialog::HistoricChartDialog(HistoricChartForm form, SessionNotifier
       m_trendAction(nullptr),
       m_rate(new QLabel(this)) {
     setModal(true);
-    resize(parent != nullptr ? parent->size() : QSize(kDefaultWindowWidth, kDefaultWindowHeight));
+    coverOpener(*this, parent);
 
     const QString closeText = QString::fromLatin1(HistoricChartForm::closeText());
     m_close->setText(QStringLiteral("&") + closeText);
@@ -81,6 +81,7 @@ HistoricChartDialog::HistoricChartDialog(HistoricChartForm form, SessionNotifier
     };
     connect(m_trend, &QCheckBox::toggled, this, trend);
     connect(m_trendAction, &QAction::toggled, this, trend);
+    (void)addAboutMenu(m_menuBar, this);
     connect(m_close, &QPushButton::clicked, this, &QDialog::accept);
 
     auto* top = new QHBoxLayout;

@@ -9,6 +9,7 @@
 #include "ui/TextConvert.h"
 #include "ui/exercise/ExercisePicker.h"
 #include "ui/frame/MessageBoxes.h"
+#include "ui/frame/ScreenDialog.h"
 #include "ui/frame/SessionNotifier.h"
 
 namespace nutrovex {
@@ -23,6 +24,7 @@ EditExerciseDialog::EditExerciseDialog(EditExerciseForm form, SessionNotifier& n
       m_cancel(new QPushButton(QStringLiteral("Cancel"), this)) {
     setWindowTitle(QStringLiteral("Edit Exercise"));
     setModal(true);
+    coverOpener(*this, parent);
     m_log->setDefault(true);
     m_log->setAccessibleName(QStringLiteral("Log"));
     m_cancel->setAccessibleName(QStringLiteral("Cancel"));

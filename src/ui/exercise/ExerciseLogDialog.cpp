@@ -17,6 +17,7 @@
 #include "ui/exercise/EditExerciseDialog.h"
 #include "ui/exercise/ExercisePicker.h"
 #include "ui/frame/MessageBoxes.h"
+#include "ui/frame/ScreenDialog.h"
 #include "ui/frame/SessionNotifier.h"
 
 namespace nutrovex {
@@ -123,13 +124,14 @@ ExerciseLogDialog::ExerciseLogDialog(ExerciseLogForm form, SessionNotifier& noti
     : QDialog(parent),
       m_form(std::move(form)),
       m_notifier(&notifier),
-      m_date(new QLabel(this)),
+      m_date(makeDateLine(this)),
       m_picker(new ExercisePicker(this)),
       m_ok(new QPushButton(QStringLiteral("OK"), this)),
       m_log(new QPushButton(QStringLiteral("&Log"), this)),
       m_grid(new ExerciseGrid(this)) {
     setWindowTitle(QStringLiteral("Exercise Log"));
     setModal(true);
+    coverOpener(*this, parent);
     m_ok->setAccessibleName(QStringLiteral("OK"));
     m_ok->setAutoDefault(false);
     m_log->setAccessibleName(QStringLiteral("Log"));
@@ -159,6 +161,7 @@ ExerciseLogDialog::ExerciseLogDialog(ExerciseLogForm form, SessionNotifier& noti
     del->setShortcut(QKeySequence(Qt::Key_Delete));
     del->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     m_grid->addAction(del);
+    (void)addAboutMenu(menuBar, this);
 
     auto* top = new QHBoxLayout;
     top->addWidget(m_ok);

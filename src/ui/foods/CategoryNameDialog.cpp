@@ -36,12 +36,20 @@ CategoryNameDialog::CategoryNameDialog(CategoryNameForm form, SessionNotifier& n
     content()->addWidget(label);
     content()->addWidget(m_name);
     content()->addStretch();
+    m_ok->setEnabled(v.okEnabled);
+    connect(m_name, &QLineEdit::textChanged, this, [this](const QString& text) {
+        (void)m_form.edit(FoodField::Name, fromQString(text).value_or(std::string()));
+        m_ok->setEnabled(m_form.view().okEnabled);
+    });
     m_name->setFocus();
     m_name->selectAll();
 }
 
 void CategoryNameDialog::accept() {
     (void)m_form.edit(FoodField::Name, fromQString(m_name->text()).value_or(std::string()));
+    if (!m_form.view().okEnabled) {
+        return;  // Enter in an empty field
+    }
     const Outcome outcome = m_form.command(CategoryNameForm::Command::Ok);
     if (outcome.message) {
         showMessage(this, *outcome.message);

@@ -21,6 +21,7 @@ public:
     // After OK, result() gives the category's position in its group.
     [[nodiscard]] const CategoryNameForm& form() const { return m_form; }
     [[nodiscard]] QLineEdit* nameField() const { return m_name; }
+    [[nodiscard]] QPushButton* okButton() const { return m_ok; }
 
 public Q_SLOTS:
     void accept() override;

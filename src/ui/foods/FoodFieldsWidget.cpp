@@ -71,7 +71,7 @@ FoodFieldsWidget::FoodFieldsWidget(QWidget* parent, const QString& mealLabel)
     m_calories->setValidator(
         new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), m_calories));
     m_calories->installEventFilter(this);
-    addRow(QStringLiteral("&Cal:"), m_calories, nullptr);
+    addRow(QStringLiteral("&Cal:"), m_calories, new QLabel(QStringLiteral("cal"), this));
 
     for (const int n : kGramRows) {
         auto* edit = new NumericEdit(this);

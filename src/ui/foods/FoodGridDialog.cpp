@@ -1,6 +1,7 @@
 #include "ui/foods/FoodGridDialog.h"
 
 #include <QAction>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -11,6 +12,7 @@
 #include "ui/foods/FoodItemDialog.h"
 #include "ui/foods/LogFoodDialog.h"
 #include "ui/frame/MessageBoxes.h"
+#include "ui/frame/ScreenDialog.h"
 #include "ui/frame/SessionNotifier.h"
 
 namespace nutrovex {
@@ -74,12 +76,17 @@ FoodGridDialog::FoodGridDialog(FoodGridForm form, SessionNotifier& notifier, QWi
     QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
     view->addAction(QStringLiteral("&Nutrient Toggle"), this,
                     [this] { run(Command::NutrientToggle); });
+    (void)addAboutMenu(menuBar(), this);
 
     content()->addWidget(m_grid, 1);
     connect(m_grid, &CFoodGridCtrl::editRequested, this, &FoodGridDialog::edit);
     connect(m_grid, &CFoodGridCtrl::selected, this, [this](RowRange rows) {
         m_form.select(rows);
         updateActions();
+    });
+    connect(&notifier, &SessionNotifier::foodLogged, this, [this](int group, int presented) {
+        m_form.selectFood(group, static_cast<Position>(presented));
+        refresh();
     });
     for (auto signal : {&SessionNotifier::dataChanged, &SessionNotifier::dayCreated,
                         &SessionNotifier::userChanged, &SessionNotifier::personalInfoReset}) {
@@ -99,7 +106,9 @@ QAction* FoodGridDialog::addAction(QMenu* menu, const QString& text, const QKeyS
 }
 
 void FoodGridDialog::refresh() {
-    m_grid->show(m_form.view());
+    const FoodGridView v = m_form.view();
+    dateLine()->setText(toQString(v.date));
+    m_grid->show(v);
     // The grid keeps the selection within its rows.
     m_form.select(m_grid->selectedRows());
     updateActions();

@@ -71,6 +71,16 @@ FoodItemDialog::FoodItemDialog(FoodItemForm form, SessionNotifier& notifier, QWi
     m_name->setMaxLength(20);
     m_name->setText(toQString(v.name));
     m_name->setReadOnly(v.nameReadOnly);
+    if (v.nameReadOnly) {
+        // A name that cannot be changed reads as text, not as a field waiting for typing.
+        m_name->setFrame(false);
+        QPalette plain = m_name->palette();
+        plain.setBrush(QPalette::Base, plain.brush(QPalette::Window));
+        m_name->setPalette(plain);
+    }
+    if (!v.date.empty()) {
+        dateLine()->setText(toQString(v.date));
+    }
     top->addWidget(nameLabel, row++, 0, 1, 2);
     top->addWidget(m_name, row++, 0, 1, 2);
     top->setColumnStretch(0, 1);

@@ -1,11 +1,12 @@
 #include "ui/foods/FoodScreens.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "ui/frame/Tour.h"
+#include "ui/frame/ScreenDialog.h"
 
 namespace nutrovex {
 
@@ -26,7 +27,7 @@ FoodScreen::FoodScreen(QWidget* parent, const QString& title, bool escapeAccepts
       m_escapeAccepts(escapeAccepts) {
     setWindowTitle(title);
     setModal(true);
-    resize(kDefaultWindowWidth, kDefaultWindowHeight);
+    coverOpener(*this, parent);
     auto* layout = new QVBoxLayout(this);
     layout->setMenuBar(m_menuBar);
     layout->addLayout(m_buttonRow);
@@ -39,6 +40,16 @@ void FoodScreen::reject() {
     } else {
         QDialog::reject();
     }
+}
+
+QLabel* FoodScreen::dateLine() {
+    if (m_date == nullptr) {
+        // On a line of its own: the button rows are full at the default width.
+        m_date = makeDateLine(this);
+        m_date->setAlignment(Qt::AlignCenter);
+        m_content->insertWidget(0, m_date);
+    }
+    return m_date;
 }
 
 QPushButton* FoodScreen::addButton(const QString& text) {

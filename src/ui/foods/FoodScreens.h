@@ -4,6 +4,7 @@
 #include <QString>
 
 class QBoxLayout;
+class QLabel;
 class QMenuBar;
 class QPushButton;
 class QVBoxLayout;
@@ -25,6 +26,8 @@ public:
     void reject() override;
 
 protected:
+    // The day the screen is about, on a line above the content; made on first use.
+    [[nodiscard]] QLabel* dateLine();
     // A push button with a mnemonic, its accessible name the text without the ampersand.
     QPushButton* addButton(const QString& text);
 
@@ -33,6 +36,7 @@ private:
     QBoxLayout* m_buttonRow;
     QVBoxLayout* m_content;
     bool m_escapeAccepts;
+    QLabel* m_date = nullptr;
 };
 
 // A label's text without its mnemonic marker and trailing colon, as an accessible name.

@@ -154,6 +154,7 @@ LogFoodDialog::LogFoodDialog(LogFoodForm form, SessionNotifier& notifier, QWidge
 
 void LogFoodDialog::showForm() {
     const LogFoodView v = m_form.view();
+    dateLine()->setText(toQString(v.date));
     {
         const QSignalBlocker block(m_groups);
         m_groups->setCurrentIndex(v.group);

@@ -15,6 +15,7 @@
 #include "ui/controls/AccessibleText.h"
 #include "ui/foods/FoodGridDialog.h"
 #include "ui/frame/MessageBoxes.h"
+#include "ui/frame/ScreenDialog.h"
 #include "ui/frame/SessionNotifier.h"
 
 namespace nutrovex {
@@ -37,6 +38,8 @@ MealsDialog::MealsDialog(MealsForm form, SessionNotifier& notifier, QWidget* par
 
     QMenu* options = menuBar()->addMenu(QStringLiteral("&Options"));
     options->addAction(QStringLiteral("&Toggle Nutrients"), this, &MealsDialog::toggleNutrients);
+    options->addSeparator();
+    (void)addAboutCommand(options, this);
     QMenu* foods = menuBar()->addMenu(QStringLiteral("&Foods"));
     for (int g = 0; g <= kAllFoodsGroup; ++g) {
         foods->addAction(toQString(kFoodGroupNames[g]), this, [this, g] { openGroup(g); });

@@ -8,6 +8,7 @@
 #include "forms/frame/AboutForm.h"
 #include "ui/TextConvert.h"
 #include "ui/controls/AccessibleText.h"
+#include "ui/frame/ScreenDialog.h"
 
 namespace nutrovex {
 
@@ -24,6 +25,7 @@ AboutDialog::AboutDialog(QWidget* parent)
     m_licence->setText(toQString(v.licence));
     m_ok->setText(toQString(v.okText));
     setModal(true);
+    coverOpener(*this, parent);
 
     QFont big = m_product->font();
     big.setBold(true);
@@ -48,11 +50,13 @@ AboutDialog::AboutDialog(QWidget* parent)
     separator->setFrameShadow(QFrame::Sunken);
 
     auto* layout = new QVBoxLayout(this);
+    layout->addStretch(1);  // the box's few lines sit in the middle of the screen
     layout->addWidget(m_product);
     layout->addWidget(m_version);
     layout->addWidget(m_licence);
     layout->addWidget(separator);
     layout->addWidget(m_ok, 0, Qt::AlignCenter);
+    layout->addStretch(1);
 
     connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
 }

@@ -46,6 +46,12 @@ CMainFrame::CMainFrame(MainFrameForm form, SessionNotifier& notifier, FrameOpene
     m_saveUser->setShortcut(QKeySequence::Save);
     m_saveUser->setStatusTip(toQString(MainFrameForm::saveUserPrompt()));
     connect(m_saveUser, &QAction::triggered, this, [this] { (void)saveUser(); });
+    viewMenu->addSeparator();
+    QAction* quit = viewMenu->addAction(QStringLiteral("&Quit"));
+    quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    quit->setStatusTip(toQString(MainFrameForm::quitPrompt()));
+    // Closing saves and asks first when the save fails, as closing the window does.
+    connect(quit, &QAction::triggered, this, &QWidget::close);
 
     QMenu* options = menuBar()->addMenu(QStringLiteral("&Options"));
     QAction* about = options->addAction(QStringLiteral("&About..."));

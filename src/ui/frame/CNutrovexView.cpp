@@ -16,31 +16,35 @@ namespace nutrovex {
 
 namespace {
 
-// The banner, drawn from its SVG at whatever width the window has, keeping its proportions.
+// The banner, drawn from its SVG as large as its place allows, keeping its proportions. It is
+// what gives way when the window is made small, so the steps below never crowd together.
 class Banner : public QWidget {
 public:
     explicit Banner(QWidget* parent) : QWidget(parent), m_renderer(kBannerArt, this) {
-        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
         setAccessibleName(QStringLiteral("Nutrovex"));
     }
-    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
-    [[nodiscard]] int heightForWidth(int width) const override {
-        const QSize art = m_renderer.defaultSize();
-        return art.isEmpty() ? 0 : width * art.height() / art.width();
-    }
     [[nodiscard]] QSize sizeHint() const override {
-        return {kBannerWidth, heightForWidth(kBannerWidth)};
+        return {kBannerWidth, artHeight(kBannerWidth)};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override {
+        return {kBannerWidth / 3, artHeight(kBannerWidth / 3)};
     }
 
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         const QSize art = m_renderer.defaultSize().scaled(size(), Qt::KeepAspectRatio);
-        const QRect target(QPoint((width() - art.width()) / 2, 0), art);
+        const QRect target(QPoint((width() - art.width()) / 2, (height() - art.height()) / 2), art);
         m_renderer.render(&painter, target);
     }
 
 private:
+    [[nodiscard]] int artHeight(int width) const {
+        const QSize art = m_renderer.defaultSize();
+        return art.isEmpty() ? 0 : width * art.height() / art.width();
+    }
+
     static constexpr int kBannerWidth = 360;
     QSvgRenderer m_renderer;
 };
@@ -50,7 +54,7 @@ private:
 CNutrovexView::CNutrovexView(QWidget* parent) : QWidget(parent) {
     setAccessibleName(QStringLiteral("Main menu"));
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(new Banner(this));
+    layout->addWidget(new Banner(this), 2);
     layout->addStretch(1);
 
     auto* steps = new QGridLayout;

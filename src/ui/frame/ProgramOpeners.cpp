@@ -7,7 +7,6 @@
 #include "ui/charts/HistoricChartDialog.h"
 #include "ui/exercise/ExerciseLogDialog.h"
 #include "ui/foods/CopyToDialog.h"
-#include "ui/foods/FoodGridDialog.h"
 #include "ui/foods/MealsDialog.h"
 #include "ui/foods/RecipeEditorDialog.h"
 #include "ui/frame/HelpDialog.h"
@@ -25,16 +24,7 @@ FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
         (void)BodyMassChartDialog::openChecked(BodyMassChartForm(session.days()), notifier, parent);
     };
 
-    // A food logged from the catalogue shows in the day's food grid of its list, over the
-    // catalogue.
     CatalogueOpeners catalogueOpeners;
-    catalogueOpeners.showLogged = [&session, &notifier](QWidget* parent, int group,
-                                                        Position presented) {
-        FoodGridForm form(session.catalogue(), session.days(), session.foodRunState(), group);
-        form.selectFood(group, presented);
-        FoodGridDialog grid(std::move(form), notifier, parent);
-        grid.exec();
-    };
     const auto recipeEditor = [&notifier](QWidget* parent,
                                           RecipeEditorForm form) -> std::optional<FoodPlace> {
         RecipeEditorDialog dialog(std::move(form), notifier, parent);
@@ -104,7 +94,8 @@ FrameOpeners programOpeners(Session& session, SessionNotifier& notifier,
         dialog.exec();
     };
     openers.personalInfo = [&session, &notifier](QWidget* parent) {
-        PersonalInfoDialog dialog(PersonalInfoForm(session.store().profile), notifier, parent);
+        PersonalInfoDialog dialog(PersonalInfoForm(session.store().profile, &session.days()),
+                                  notifier, parent);
         dialog.exec();
     };
     const ScreenOpener targets = [&session, &notifier](QWidget* parent) {

@@ -32,6 +32,8 @@ public:
     SessionStatus apply(const Notices& notices) { return apply(Outcome{.notices = notices}); }
     // A screen's save point: what it names is written, each part only when it changed.
     SessionStatus save(SavePoint point);
+    // A food was logged into the current day by a screen other than the day's food grid.
+    void announceFoodLogged(int group, int presented) { Q_EMIT foodLogged(group, presented); }
 
 Q_SIGNALS:
     void dataChanged();
@@ -39,6 +41,8 @@ Q_SIGNALS:
     void dayCreated();
     // Another user is open (or the open one was renamed): everything shown is stale.
     void userChanged();
+    // The day's food grid of that list selects the entry at that presented position.
+    void foodLogged(int group, int presented);
 
 private:
     void publish(const Notices& notices);

@@ -94,6 +94,7 @@ void ActivityDialog::done(int result) {
 
 void ActivityDialog::refresh() {
     const ActivityView v = m_form.view();
+    dateLine()->setText(toQString(v.date));
     for (int level = 1; level <= 5; ++level) {
         QRadioButton* button = levelButton(level);
         button->setChecked(v.level == level);

@@ -9,6 +9,7 @@
 #include "ui/TextConvert.h"
 #include "ui/controls/AccessibleText.h"
 #include "ui/controls/CalendarPickerDialog.h"
+#include "ui/frame/ScreenDialog.h"
 #include "ui/frame/SessionNotifier.h"
 #include "ui/logbook/LogbookScreen.h"
 
@@ -24,6 +25,7 @@ DayRangeDialog::DayRangeDialog(DayRangeForm form, SessionNotifier& notifier, QWi
       m_setEnd(new QPushButton(QStringLiteral("S&et..."), this)) {
     setWindowTitle(QStringLiteral("Delete Range of Days"));
     setModal(true);
+    coverOpener(*this, parent);
     auto* intro = new QLabel(QStringLiteral("Select a range of days"), this);
     auto* startLabel = new QLabel(QStringLiteral("Start:"), this);
     auto* endLabel = new QLabel(QStringLiteral("End:"), this);

@@ -144,6 +144,7 @@ FoodBudgetDialog::FoodBudgetDialog(FoodBudgetForm form, SessionNotifier& notifie
 }
 
 void FoodBudgetDialog::refresh() {
+    dateLine()->setText(toQString(m_form.date()));
     m_page->setSections(m_form.view());
 }
 
@@ -195,6 +196,7 @@ QString FoodBudgetBoxDialog::goalText() const {
 
 void FoodBudgetBoxDialog::refresh() {
     const FoodBudgetBox box = m_form.view();
+    dateLine()->setText(toQString(m_form.date()));
     showFigure(m_budget, QStringLiteral("Food Budget"), toQString(box.budgetLine));
     showFigure(m_caption, QStringLiteral("Formula"), toQString(box.caption));
     showFigure(m_goal, QStringLiteral("Daily Calorie Goal"), toQString(box.goalSentence));

@@ -89,7 +89,9 @@ void JournalDialog::done(int result) {
 }
 
 void JournalDialog::load() {
-    showText(shownNote(m_form.view().text));
+    const JournalView v = m_form.view();
+    dateLine()->setText(toQString(v.date));
+    showText(shownNote(v.text));
 }
 
 void JournalDialog::showText(const QString& text) {

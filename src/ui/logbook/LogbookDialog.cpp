@@ -321,19 +321,29 @@ QAction* LogbookDialog::addScreen(QMenu* menu, const QString& text, const Screen
 }
 
 void LogbookDialog::buildMenus() {
+    enableStatusLine();
     using Command = LogbookForm::Command;
+    using Prompts = LogbookForm::Prompts;
+    const auto prompt = [](QAction* action, const char* text) {
+        action->setStatusTip(QString::fromLatin1(text));
+    };
     QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
-    addScreen(edit, QStringLiteral("&Weigh In"), m_openers.weighIn);
-    addScreen(edit, QStringLiteral("&Meals"), m_openers.meals);
-    addScreen(edit, QStringLiteral("&BMR"), m_openers.bmr);
-    addScreen(edit, QStringLiteral("&Exercise"), m_openers.exercise);
+    prompt(addScreen(edit, QStringLiteral("&Weigh In"), m_openers.weighIn), Prompts::weighIn);
+    prompt(addScreen(edit, QStringLiteral("&Meals"), m_openers.meals), Prompts::meals);
+    prompt(addScreen(edit, QStringLiteral("&BMR"), m_openers.bmr), Prompts::bmr);
+    prompt(addScreen(edit, QStringLiteral("&Exercise"), m_openers.exercise), Prompts::exercise);
 
-    addOptionsMenu([this](QMenu* options) {
-        addScreen(options, QStringLiteral("Daily &Journal"), m_openers.journal);
-        addScreen(options, QStringLiteral("Food &Budget"), m_openers.foodBudget);
-        addScreen(options, QStringLiteral("Food Budget Bo&x"), m_openers.foodBudgetBox);
-        addScreen(options, QStringLiteral("&Summary Table"), m_openers.summaryTable);
-        addScreen(options, QStringLiteral("&Weight Chart"), m_openers.weightChart);
+    addOptionsMenu([this, &prompt](QMenu* options) {
+        prompt(addScreen(options, QStringLiteral("Daily &Journal"), m_openers.journal),
+               Prompts::journal);
+        prompt(addScreen(options, QStringLiteral("Food &Budget"), m_openers.foodBudget),
+               Prompts::foodBudget);
+        prompt(addScreen(options, QStringLiteral("Food Budget Bo&x"), m_openers.foodBudgetBox),
+               Prompts::foodBudget);
+        prompt(addScreen(options, QStringLiteral("&Summary Table"), m_openers.summaryTable),
+               Prompts::summaryTable);
+        prompt(addScreen(options, QStringLiteral("&Weight Chart"), m_openers.weightChart),
+               Prompts::weightChart);
         addScreen(options, QStringLiteral("&Historic Weight Chart"), m_openers.historicWeightChart);
         addScreen(options, QStringLiteral("Food &Catalogue"), m_openers.catalogue);
         options->addSeparator();
@@ -342,12 +352,16 @@ void LogbookDialog::buildMenus() {
     });
 
     QMenu* record = menuBar()->addMenu(QStringLiteral("&Record"));
-    addCommand(record, QStringLiteral("&Previous"), [this] { run(Command::Previous); },
-               {QKeySequence(Qt::Key_PageUp), QKeySequence(Qt::ALT | Qt::Key_Left)});
-    addCommand(record, QStringLiteral("&Next"), [this] { run(Command::Next); },
-               {QKeySequence(Qt::Key_PageDown), QKeySequence(Qt::ALT | Qt::Key_Right)});
-    addCommand(record, QStringLiteral("&First"), [this] { run(Command::First); });
-    addCommand(record, QStringLiteral("&Last"), [this] { run(Command::Last); });
+    prompt(addCommand(record, QStringLiteral("&Previous"), [this] { run(Command::Previous); },
+                      {QKeySequence(Qt::Key_PageUp), QKeySequence(Qt::ALT | Qt::Key_Left)}),
+           Prompts::previous);
+    prompt(addCommand(record, QStringLiteral("&Next"), [this] { run(Command::Next); },
+                      {QKeySequence(Qt::Key_PageDown), QKeySequence(Qt::ALT | Qt::Key_Right)}),
+           Prompts::next);
+    prompt(addCommand(record, QStringLiteral("&First"), [this] { run(Command::First); }),
+           Prompts::first);
+    prompt(addCommand(record, QStringLiteral("&Last"), [this] { run(Command::Last); }),
+           Prompts::last);
     addCommand(record, QStringLiteral("&Today"), [this] { run(Command::Today); },
                {QKeySequence(Qt::Key_Home)});
     addCommand(record, QStringLiteral("&Go to Date..."), [this] { pickDate(); },
@@ -355,10 +369,14 @@ void LogbookDialog::buildMenus() {
     addScreen(record, QStringLiteral("&Copy Day To..."), m_openers.copyDay);
     record->addSeparator();
     QMenu* remove = record->addMenu(QStringLiteral("&Delete"));
-    addCommand(remove, QStringLiteral("&Current Day"),
-               [this] { confirm(Command::DeleteCurrentDay); });
-    addScreen(remove, QStringLiteral("&Range of Days..."), m_openers.dayRange);
-    addCommand(remove, QStringLiteral("&All Days"), [this] { confirm(Command::DeleteAllDays); });
+    prompt(addCommand(remove, QStringLiteral("&Current Day"),
+                      [this] { confirm(Command::DeleteCurrentDay); }),
+           Prompts::deleteCurrentDay);
+    prompt(addScreen(remove, QStringLiteral("&Range of Days..."), m_openers.dayRange),
+           Prompts::deleteRange);
+    prompt(addCommand(remove, QStringLiteral("&All Days"),
+                      [this] { confirm(Command::DeleteAllDays); }),
+           Prompts::deleteAll);
 }
 
 QAction* LogbookDialog::command(const QString& text) const {

@@ -39,6 +39,16 @@ protected:
     FoodRunState state;
 };
 
+TEST_F(FoodGridFormTest, TheGridLogFoodAndInsertFoodNameTheirDay) {
+    EXPECT_EQ(grid(4).view().date, "Tuesday March 10, 2026");
+    EXPECT_EQ(grid(4).logFoodForm().view().date, "Tuesday March 10, 2026");
+    const FoodItemForm insert = grid(4).logFoodForm().newFoodItemForm();
+    EXPECT_EQ(insert.view().date, "");  // a catalogue food belongs to no day
+    const std::optional<FoodItemForm> entry = grid(4).editForm(grid(4).view().rows.firstFoodRow);
+    ASSERT_TRUE(entry);
+    EXPECT_EQ(entry->view().date, "Tuesday March 10, 2026");
+}
+
 TEST_F(FoodGridFormTest, RowsMapToFoodsAndSelectionsBeyondTheFoodsAreCutToSize) {
     FoodGridForm form = grid(4);
     const FoodGridView v = form.view();

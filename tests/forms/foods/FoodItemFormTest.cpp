@@ -175,6 +175,13 @@ TEST_F(CatalogueForms, TypedValuesAreScaledWhenTheServingChanges) {
     check(FoodItemForm::insertIntoDay(catalogue, 5, 0, 0, days, {}), "insert");
 }
 
+TEST_F(CatalogueForms, InsertFoodNamesTheDayItLogsInto) {
+    const FoodItemForm insert = FoodItemForm::insertIntoDay(catalogue, 5, 0, 0, days, {});
+    EXPECT_EQ(insert.view().date, longDateText(days.currentDate()));
+    EXPECT_FALSE(insert.view().date.empty());
+    EXPECT_EQ(FoodItemForm::editItem(catalogue, 5, 0, 0).view().date, "");
+}
+
 TEST_F(CatalogueForms, TheSmallestServingIsAcceptedAsStoredAgainAndAgain) {
     FoodItemForm insert = FoodItemForm::insertIntoDay(catalogue, 5, 0, 0, days, {});
     (void)insert.edit(FoodField::Amount, "0.005");

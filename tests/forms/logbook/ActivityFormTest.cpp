@@ -30,16 +30,18 @@ protected:
     ActivityForm form{cursor};
 };
 
+const std::string kToday = "Thursday November 21, 2002";
+
 TEST_F(ActivityFormTest, TheLevelsAreOfferedOnlyWithADayWeightHeightAndAge) {
     // No day: the profile's default is shown, nothing can be chosen.
-    EXPECT_EQ(form.view(), (ActivityView{2, false, false, ""}));
+    EXPECT_EQ(form.view(), (ActivityView{2, false, false, "", kToday}));
 
     DayRecord& day = addDay(21, 11, 2002);
     // A day without a weigh-in has no level yet.
-    EXPECT_EQ(form.view(), (ActivityView{0, false, false, "0"}));
+    EXPECT_EQ(form.view(), (ActivityView{0, false, false, "0", kToday}));
 
     setDayWeight(day, 180.0f, store.profile);
-    EXPECT_EQ(form.view(), (ActivityView{2, true, false, "2234"}));
+    EXPECT_EQ(form.view(), (ActivityView{2, true, false, "2234", kToday}));
 
     store.profile.setAge(-1);
     EXPECT_FALSE(form.view().levelsEnabled);
@@ -52,7 +54,7 @@ TEST_F(ActivityFormTest, ManualBmrIsTypedAndKeptWhenTheWeightChanges) {
     DayRecord& day = weighedToday();
 
     EXPECT_EQ(level(5), (Notices{.userData = true, .dataChanged = true}));
-    EXPECT_EQ(form.view(), (ActivityView{5, true, true, "0"}));
+    EXPECT_EQ(form.view(), (ActivityView{5, true, true, "0", kToday}));
 
     EXPECT_TRUE(bmr("1850").userData);
     EXPECT_EQ(day.bmr(), 1850);
@@ -68,7 +70,7 @@ TEST_F(ActivityFormTest, ManualBmrIsTypedAndKeptWhenTheWeightChanges) {
 
     // Back to a computed level: the BMR follows the formula again.
     (void)level(1);
-    EXPECT_EQ(form.view(), (ActivityView{1, true, false, "1683"}));
+    EXPECT_EQ(form.view(), (ActivityView{1, true, false, "1683", kToday}));
     // The edit is not read away from level 5.
     EXPECT_EQ(bmr("999"), Notices{});
     EXPECT_EQ(day.bmr(), 1683);

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include "calc/Bmr.h"
 #include "core/UserProfile.h"
+#include "forms/logbook/WeighInForm.h"
 #include "forms/profile/PersonalInfoForm.h"
+#include "logbook/LogbookFixture.h"
 
 namespace nutrovex {
 namespace {
@@ -138,6 +141,40 @@ TEST(PersonalInfoForm, ResetClearsThePersonalFieldsAndAnnouncesIt) {
     EXPECT_EQ(v.age, "");
     EXPECT_EQ(v.gender, 0);
     EXPECT_EQ(profile.startWeight(), 150.0f);  // the goals are not personal information
+}
+
+class PersonalInfoDays : public LogbookFixture {};
+
+TEST_F(PersonalInfoDays, TheCurrentDaysBmrFollowsHeightAgeAndGender) {
+    store.profile.setHeight(70.0f);
+    (void)store.profile.setAge(30);
+    cursor.setCurrentDate(dmy(20, 11, 2002));
+    WeighInForm weighIn(cursor);
+    (void)weighIn.edit(WeighInForm::Field::Weight, "180");
+    cursor.setCurrentDate(dmy(21, 11, 2002));
+    (void)weighIn.edit(WeighInForm::Field::Weight, "180");
+    const int before = cursor.currentRecord()->bmr();
+    ASSERT_GT(before, 0);
+
+    PersonalInfoForm form(store.profile, &cursor);
+    const auto bmrNow = [&] {
+        const DayRecord& day = *cursor.currentRecord();
+        return static_cast<int>(computeBmr(store.profile, day.level(), day.weight()).bmr);
+    };
+    const struct {
+        Field field;
+        const char* value;
+    } edits[] = {{Field::Age, "60"}, {Field::Gender, "Female"}, {Field::FirstHeight, "6"}};
+    int last = before;
+    for (const auto& e : edits) {
+        (void)form.edit(e.field, e.value);
+        const int bmr = cursor.currentRecord()->bmr();
+        EXPECT_NE(bmr, last) << e.value;
+        EXPECT_EQ(bmr, bmrNow()) << e.value;
+        last = bmr;
+    }
+    // The day before keeps the BMR it was logged with.
+    EXPECT_EQ(store.dayAt(0).bmr(), before);
 }
 
 TEST(WholeNumberFromText, ReadsTheLeadingNumber) {

@@ -17,7 +17,9 @@
 #include "ui/catalogue/CFoodTreeCtrl.h"
 #include "ui/catalogue/CatalogueDialog.h"
 #include "ui/catalogue/CatalogueTreeModel.h"
+#include "ui/foods/CFoodGridCtrl.h"
 #include "ui/foods/FindFoodDialog.h"
+#include "ui/foods/FoodGridDialog.h"
 #include "ui/foods/FoodItemDialog.h"
 
 namespace nutrovex {
@@ -46,10 +48,10 @@ protected:
         ASSERT_TRUE(session.saveCatalogue().ok());
     }
 
-    std::unique_ptr<CatalogueDialog> open(CatalogueOpeners openers = {}) {
+    std::unique_ptr<CatalogueDialog> open(QWidget* over = nullptr) {
         auto dialog = std::make_unique<CatalogueDialog>(
             CatalogueForm(session.catalogue(), session.days(), session.foodRunState()), notifier,
-            nullptr, std::move(openers));
+            over);
         dialog->setMessagePresenter(presenter());
         dialog->show();
         QApplication::setActiveWindow(dialog.get());
@@ -163,17 +165,13 @@ TEST_F(CatalogueDialogTest, APastedCategoryInAGroupThatHasItsNameBecomesName1) {
     EXPECT_EQ(tree.currentPlace(), TreePlace::ofGroup(5));
 }
 
-TEST_F(CatalogueDialogTest, EnterOnAFoodLogsItIntoTodayAndTheFoodGridSelectsIt) {
-    struct Shown {
-        int group;
-        Position presented;
-    };
-    std::vector<Shown> shown;
-    CatalogueOpeners openers;
-    openers.showLogged = [&](QWidget*, int group, Position presented) {
-        shown.push_back({group, presented});
-    };
-    auto dialog = open(std::move(openers));
+TEST_F(CatalogueDialogTest, EnterOnAFoodLogsItIntoTodayAndTheFoodGridBeneathSelectsIt) {
+    // The catalogue opened from the day's bread grid, as Log Food's Options do.
+    FoodGridDialog grid(
+        FoodGridForm(session.catalogue(), session.days(), session.foodRunState(), 5), notifier,
+        nullptr);
+    grid.show();
+    auto dialog = open(&grid);
     CFoodTreeCtrl& tree = *dialog->tree();
 
     // Enter on a category only opens or closes it.
@@ -192,11 +190,17 @@ TEST_F(CatalogueDialogTest, EnterOnAFoodLogsItIntoTodayAndTheFoodGridSelectsIt) 
     EXPECT_TRUE(asked);
     const DayRecord* today = session.days().currentRecord();
     ASSERT_NE(today, nullptr);
-    ASSERT_EQ(shown.size(), 1u);
-    const FoodItem* logged = presentedFood(
-        *today, shown.front().group, session.foodRunState().view.sortMode, shown.front().presented);
-    ASSERT_NE(logged, nullptr);
-    EXPECT_EQ(logged->name.view(), "Sesame");
+    // No second grid opens: the one beneath shows the new entry, selected.
+    int grids = 0;
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+        grids += qobject_cast<FoodGridDialog*>(w) != nullptr && w->isVisible() ? 1 : 0;
+    }
+    EXPECT_EQ(grids, 1);
+    const RowRange selected = grid.grid()->selectedRows();
+    ASSERT_EQ(selected.first, selected.last);
+    const FoodGridView v = grid.form().view();
+    ASSERT_GE(selected.first, v.rows.firstFoodRow);
+    EXPECT_EQ(v.rows.rows.at(static_cast<std::size_t>(selected.first)).text, "Sesame");
     EXPECT_EQ(today->group(5).size(), 1u);
     EXPECT_EQ(dialog->focusWidget(), &tree);
 

@@ -224,6 +224,14 @@ TEST_F(FoodScreens, ACategoryAndAFoodMadeInsideLogFoodAreSelectedAndLogged) {
 
     whenModal<CategoryNameDialog>([](CategoryNameDialog* d) {
         EXPECT_EQ(d->windowTitle(), QStringLiteral("New Category"));
+        // OK waits for a name; Enter in the empty field does nothing.
+        EXPECT_FALSE(d->okButton()->isEnabled());
+        QTest::keyClick(d->nameField(), Qt::Key_Return);
+        EXPECT_TRUE(d->isVisible());
+        QTest::keyClicks(d->nameField(), QStringLiteral("G"));
+        EXPECT_TRUE(d->okButton()->isEnabled());
+        QTest::keyClick(d->nameField(), Qt::Key_Backspace);
+        EXPECT_FALSE(d->okButton()->isEnabled());
         QTest::keyClicks(d->nameField(), QStringLiteral("Greens"));
         QTest::keyClick(d->nameField(), Qt::Key_Return);
     });

@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QTest>
 
+#include "ui/foods/FoodScreens.h"
 #include "ui/frame/AboutDialog.h"
 
 namespace nutrovex {
@@ -30,6 +31,25 @@ TEST(AboutDialog, ShowsTheProductVersionAndLicenceAndClosesOnOk) {
     QTest::keyClick(&dialog, Qt::Key_Return);  // OK is the default button
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
+}
+
+// Screens are opened from a button or a menu inside a window; they cover that whole window.
+TEST(AboutDialog, ScreensCoverTheWindowTheyAreOpenedFrom) {
+    QWidget window;
+    window.setGeometry(40, 30, 530, 700);
+    auto* button = new QPushButton(QStringLiteral("Open"), &window);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+
+    AboutDialog about(button);
+    FoodScreen food(button, QStringLiteral("Food"), true);
+    for (QDialog* screen : std::initializer_list<QDialog*>{&about, &food}) {
+        screen->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(screen));
+        EXPECT_EQ(screen->size(), window.size()) << screen->windowTitle().toStdString();
+        EXPECT_EQ(screen->pos(), window.pos()) << screen->windowTitle().toStdString();
+        screen->hide();
+    }
 }
 
 }  // namespace

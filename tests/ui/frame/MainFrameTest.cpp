@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QApplication>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -19,6 +20,7 @@
 #include "ui/frame/CNutrovexView.h"
 #include "ui/frame/HelpDialog.h"
 #include "ui/frame/ProgramOpeners.h"
+#include "ui/frame/Tour.h"
 #include "ui/frame/UsersDialog.h"
 #include "ui/profile/GoalsDialog.h"
 #include "ui/profile/PersonalInfoDialog.h"
@@ -118,6 +120,31 @@ TEST_F(MainFrameTest, ASecondCopyOnTheSameRootEndsAtOnceWithSuccess) {
     EXPECT_EQ(second.exitCode(), 0);
 }
 
+TEST_F(MainFrameTest, AtItsSmallestTheMainMenuStillLaysNothingOverAnything) {
+    const auto window = frame();
+    window->resize(window->minimumSizeHint());
+    QApplication::processEvents();
+    ASSERT_LE(window->width(), kDefaultWindowWidth);
+    ASSERT_LE(window->height(), kDefaultWindowHeight);
+    // Every child of the main menu (banner, step buttons, their labels) has a place of its own.
+    QList<QWidget*> parts;
+    for (QWidget* w : window->view()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (w->isVisible()) {
+            parts << w;
+        }
+    }
+    ASSERT_GE(parts.size(), 9);  // the banner, four buttons and four labels
+    for (int i = 0; i < parts.size(); ++i) {
+        EXPECT_TRUE(window->view()->rect().contains(parts[i]->geometry()))
+            << parts[i]->accessibleName().toStdString();
+        for (int j = i + 1; j < parts.size(); ++j) {
+            EXPECT_FALSE(parts[i]->geometry().intersects(parts[j]->geometry()))
+                << parts[i]->accessibleName().toStdString() << " / "
+                << parts[j]->accessibleName().toStdString();
+        }
+    }
+}
+
 TEST_F(MainFrameTest, ChangesAreSavedWhenTheWindowCloses) {
     const auto window = frame();
     ASSERT_TRUE(window->initialLoad());
@@ -130,6 +157,22 @@ TEST_F(MainFrameTest, ChangesAreSavedWhenTheWindowCloses) {
     ASSERT_TRUE(loadUser(saved));
     EXPECT_EQ(saved.profile.age(), 52);
     EXPECT_FALSE(session.userDataModified());
+}
+
+TEST_F(MainFrameTest, CtrlQSavesAndQuitsAsClosingTheWindowDoes) {
+    const auto window = frame();
+    ASSERT_TRUE(window->initialLoad());
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    session.store().profile.setAge(53);
+    (void)notifier.apply(Notices{.userData = true});
+    QTest::keyClick(window.get(), Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(window->isVisible());
+
+    UserStore saved(clock);
+    saved.dataFilePath = userFile();
+    ASSERT_TRUE(loadUser(saved));
+    EXPECT_EQ(saved.profile.age(), 53);
 }
 
 TEST_F(MainFrameTest, AFailedSaveOnClosingAsksBeforeQuitting) {

@@ -286,7 +286,7 @@ TEST_F(DayScreensTest, EveryScreenIsReachedUsedAndLeftWithTheKeyboard) {
 }
 
 // The program's tour on the demo user, as `nutrovex --tour` takes it: every screen opens on its
-// data and is saved at the default size and at twice it.
+// data and is saved at the default size, at twice the pixel density and in a dark palette.
 TEST(Tour, EveryScreenOpensOnTheDemoUser) {
     test::TempDir root;
     FixedClock clock{CalendarDate::fromDmy(21, 11, 2002)};
@@ -330,6 +330,8 @@ TEST(Tour, EveryScreenOpensOnTheDemoUser) {
     for (const TourStop& s : stops) {
         const QImage normal(out.filePath(s.name + QStringLiteral(".png")));
         const QImage twice(out.filePath(s.name + QStringLiteral("@2x.png")));
+        const QImage dark(out.filePath(QStringLiteral("dark/") + s.name + QStringLiteral(".png")));
+        EXPECT_EQ(dark.size(), normal.size()) << s.name.toStdString();
         // The date picker keeps its own small size over the screen that opens it.
         if (s.name == QStringLiteral("calendar-picker")) {
             EXPECT_FALSE(normal.isNull() || twice.isNull());

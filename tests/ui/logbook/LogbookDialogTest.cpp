@@ -1,12 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QStatusBar>
 #include <QTabBar>
 #include <QTest>
 #include <QToolButton>
@@ -150,6 +153,26 @@ TEST_F(LogbookDialogTest, TheKeysWalkTheDaysAndTheDateLinePicksOne) {
     pickInCalendar(picker, 19, 11, 2002);
     EXPECT_EQ(dialog->recordText(), QStringLiteral("Record: 2 of 2"));
     EXPECT_EQ(session.store().days().size(), 2u);  // walking never created a day
+}
+
+TEST_F(LogbookDialogTest, AMenuEntrysPromptShowsInTheStatusLine) {
+    open();
+    QStatusBar* status = dialog->findChild<QStatusBar*>();
+    ASSERT_NE(status, nullptr);
+    const struct {
+        const char* entry;
+        const char* prompt;
+    } entries[] = {{"Previous", "Previous Record"},
+                   {"Current Day", "Deletes the current day"},
+                   {"Range of Days...", "Deletes a range of days"},
+                   {"Weigh In", "Weigh In"}};
+    for (const auto& e : entries) {
+        QAction* action = dialog->command(QString::fromLatin1(e.entry));
+        ASSERT_NE(action, nullptr) << e.entry;
+        // As hovering it in its menu does.
+        (void)action->showStatusText(dialog->menuBar());
+        EXPECT_EQ(status->currentMessage(), QString::fromLatin1(e.prompt)) << e.entry;
+    }
 }
 
 TEST_F(LogbookDialogTest, WaterTypedForADateWithoutARecordIsStoredInANewDay) {
