@@ -119,7 +119,7 @@ void BM_CatalogueOpenToFirstPaint(benchmark::State& state) {
     for (auto _ : state) {
         CatalogueDialog dialog(
             CatalogueForm(s.session.catalogue(), s.session.days(), s.session.foodRunState()),
-        s.notifier, nullptr);
+            s.notifier, nullptr);
         dialog.resize(kDefaultWindowWidth, kDefaultWindowHeight);
         dialog.show();
         paint(dialog);

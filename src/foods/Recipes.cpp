@@ -7,8 +7,8 @@
 #include "core/Format.h"
 #include "core/ServingUnits.h"
 #include "foods/CatalogueOps.h"
-#include "foods/FoodFinder.h"
 #include "foods/FoodFields.h"
+#include "foods/FoodFinder.h"
 
 namespace nutrovex {
 

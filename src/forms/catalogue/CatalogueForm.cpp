@@ -14,7 +14,6 @@ constexpr Notices kTreeChanged{.catalogue = true, .dataChanged = true};
 CatalogueForm::CatalogueForm(FoodCatalogue& catalogue, DayCursor& days, FoodRunState& state)
     : m_catalogue(&catalogue), m_days(&days), m_state(&state) {}
 
-
 bool CatalogueForm::exists(const TreePlace& place) const {
     switch (place.node) {
         case TreeNode::Group:
@@ -286,8 +285,9 @@ Outcome CatalogueForm::exportFile(const std::string& path) const {
     if (written) {
         return {};
     }
-    return {.message = ScreenMessage{"The file " + path + " cannot be written: " + written.message(),
-                                     "Export", MessageKind::Warning}};
+    return {.message =
+                ScreenMessage{"The file " + path + " cannot be written: " + written.message(),
+                              "Export", MessageKind::Warning}};
 }
 
 ScreenMessage importMessage(const ImportReport& report) {

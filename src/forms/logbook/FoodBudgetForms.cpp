@@ -1,8 +1,8 @@
 #include "forms/logbook/FoodBudgetForms.h"
 
 #include "calc/TargetProgress.h"
-#include "core/CalendarDate.h"
 #include "charts/MeasuredMaintenance.h"
+#include "core/CalendarDate.h"
 
 namespace nutrovex {
 

@@ -239,7 +239,8 @@ TEST_F(CatalogueScreenTest, ImportAndExportGoThroughFilesAndAStoppedImportLeaves
     const std::string missing = (dir.path() / "none.csv").string();
     const Outcome unread = form.importFile(missing);
     ASSERT_TRUE(unread.message);
-    EXPECT_EQ(unread.message->text, "The file " + missing + " cannot be read: there is no such file");
+    EXPECT_EQ(unread.message->text,
+              "The file " + missing + " cannot be read: there is no such file");
     EXPECT_EQ(unread.message->caption, "Import");
     EXPECT_FALSE(unread.notices.any());
     const Outcome unwritten = form.exportFile((dir.path() / "none" / "out.csv").string());

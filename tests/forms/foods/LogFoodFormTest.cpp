@@ -281,8 +281,8 @@ TEST(LogFoodShipped, HouseholdMeasuresAndWeightsLogTheSourcesValues) {
     FoodCatalogue catalogue;
     std::ifstream csv(NUTROVEX_FOODS_CSV, std::ios::binary);
     ASSERT_TRUE(csv.good());
-    ASSERT_TRUE(
-        importFoodsCsv(catalogue, std::string(std::istreambuf_iterator<char>(csv), {})).refused.empty());
+    ASSERT_TRUE(importFoodsCsv(catalogue, std::string(std::istreambuf_iterator<char>(csv), {}))
+                    .refused.empty());
     const FixedClock clock{CalendarDate::fromDmy(21, 11, 2026)};
 
     using enum ServingUnit;
