@@ -350,8 +350,10 @@ void setDemoProfile(UserProfile& profile, std::string_view name, const CalendarD
     (void)profile.setUnits(0);
     profile.setStartWeight(184.0f);
     profile.setStartDate(start);
-    profile.setGoalWeight(165.0f);
-    profile.setGoalDate(steppedDate(start, 210));  // 19 lb in 30 weeks: about 320 cal a day
+    // 29 lb in 30 weeks, about 480 cal a day: four months in, the person is on the way down and
+    // still above the goal.
+    profile.setGoalWeight(155.0f);
+    profile.setGoalDate(steppedDate(start, 210));
     recomputeGoalPlan(profile);
 }
 

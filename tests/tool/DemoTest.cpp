@@ -181,7 +181,7 @@ TEST_F(DemoTest, MakesAFourMonthLogbookThatLoadsAndAddsUp) {
     EXPECT_GE(water, 50);
 
     // The weight drifts towards the goal: the last fortnight's weigh-ins lie well below the
-    // first's and still above the goal's neighbourhood.
+    // first's and still above the goal, which the person has not reached four months in.
     ASSERT_GE(weighIns.size(), 60u);
     const auto mean = [](auto from, auto to) {
         double sum = 0.0;
@@ -194,7 +194,7 @@ TEST_F(DemoTest, MakesAFourMonthLogbookThatLoadsAndAddsUp) {
     const double late = mean(weighIns.end() - 10, weighIns.end());
     EXPECT_GT(early - late, 6.0);
     EXPECT_LT(early - late, 25.0);
-    EXPECT_GT(late, profile.goalWeight() - 3.0f);
+    EXPECT_GT(late, profile.goalWeight() + 2.0f);
 
     const Maintenance m = measureMaintenance(days, today());
     ASSERT_TRUE(m.valid) << missingForMaintenance(m);
