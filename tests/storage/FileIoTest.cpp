@@ -40,6 +40,7 @@ Bytes inMemory(const FoodCatalogue& c) {
 
 // A load's records fill pages the reserve made in one call, not a page fault each: the heap
 // tuning it replaced silently never took effect, so this is checked where it runs.
+#if !defined(__SANITIZE_ADDRESS__)
 namespace {
 
 // The page faults of filling three quarters of bytes with records written whole, with or without
@@ -64,6 +65,7 @@ long faultsOfFilling(std::size_t bytes, bool reserved) {
 }
 
 }  // namespace
+#endif
 
 TEST(FileIo, TheRecordsOfALoadFillTheReserveWithoutPageFaults) {
 #if defined(__SANITIZE_ADDRESS__)
