@@ -10,6 +10,7 @@
 #include <string>
 
 #include "StoppedRuns.h"
+#include "SweptRoot.h"
 #include "TempDir.h"
 #include "session/Session.h"
 #include "storage/StorageTestUtil.h"
@@ -76,14 +77,7 @@ protected:
     // The root's files once a start has swept it, and each folder of the users folder as an
     // empty entry ending in "/"; the lock file is nobody's data.
     FileMap files(const fs::path& at) {
-        {
-            MemorySettings settings;
-            Session next(at, clock, settings, {});
-            std::string reason;
-            EXPECT_EQ(next.start(reason), Session::Start::Running) << reason;
-        }
-        FileMap all = test::everyFile(at);
-        all.erase(kLockFileName);
+        FileMap all = test::sweptRootFiles(at, clock);
         for (const auto& entry : fs::directory_iterator(at / "Users")) {
             if (entry.is_directory()) {
                 all[fs::relative(entry.path(), at) / ""] = {};

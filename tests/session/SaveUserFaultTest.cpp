@@ -9,6 +9,7 @@
 #include <string>
 
 #include "StoppedRuns.h"
+#include "SweptRoot.h"
 #include "TempDir.h"
 #include "session/Session.h"
 #include "storage/StorageTestUtil.h"
@@ -69,18 +70,7 @@ protected:
         return r;
     }
 
-    // The root's files once a start has swept it; the lock file is nobody's data.
-    FileMap files(const fs::path& at) {
-        {
-            MemorySettings settings;
-            Session next(at, clock, settings, {});
-            std::string reason;
-            EXPECT_EQ(next.start(reason), Session::Start::Running) << reason;
-        }
-        FileMap all = test::everyFile(at);
-        all.erase(kLockFileName);
-        return all;
-    }
+    FileMap files(const fs::path& at) { return test::sweptRootFiles(at, clock); }
 
     FixedClock clock;
     test::TempDir dir;

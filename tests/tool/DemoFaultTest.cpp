@@ -9,6 +9,7 @@
 #include <string>
 
 #include "StoppedRuns.h"
+#include "SweptRoot.h"
 #include "TempDir.h"
 #include "data/ShippedCatalogue.h"
 #include "session/Session.h"
@@ -58,18 +59,7 @@ protected:
         return r;
     }
 
-    // The root's files once a start has swept it; the lock file is nobody's data.
-    FileMap files(const fs::path& at) {
-        {
-            MemorySettings settings;
-            Session next(at, clock, settings, {});
-            std::string reason;
-            EXPECT_EQ(next.start(reason), Session::Start::Running) << reason;
-        }
-        FileMap all = test::everyFile(at);
-        all.erase(kLockFileName);
-        return all;
-    }
+    FileMap files(const fs::path& at) { return test::sweptRootFiles(at, clock); }
 
     // All or nothing: Cy is listed exactly when both of Cy's files are there, as made.
     std::string unlessAllOrNothing(const FileMap& now) {
