@@ -17,7 +17,6 @@ namespace nutrovex {
 inline constexpr std::size_t kRecentFoodCount = 20;
 inline constexpr const char* kRecentLabel = "Recent:";
 inline constexpr const char* kLogAgainText = "Lo&g Again";
-inline constexpr const char* kCopyMealText = "Copy Meal From Yesterday";
 
 // The last distinct foods the user logged, newest first: the latest day first and, within a day,
 // the latest logged entry first (the higher key serial). Foods are the same when their names are

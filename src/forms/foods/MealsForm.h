@@ -16,7 +16,6 @@
 namespace nutrovex {
 
 inline constexpr const char* kSummaryLabel = "Summary:";
-inline constexpr const char* kToggleNutrientsText = "Toggle Nutrients";
 
 // A value of the meals screen: calories "%1.0f", the other nutrients "%1.1fg".
 [[nodiscard]] std::string mealsValueText(int nutrient, float value);

@@ -12,7 +12,6 @@ namespace nutrovex {
 
 extern const char* const kActivityQuestion;  // "Excluding exercise, how would you describe ..."
 extern const char* const kBmrOptionsAdvice;  // "BMR options are available when ..."
-inline constexpr const char* kSetAsDailyDefaultText = "Set as Daily Default";
 inline constexpr std::size_t kBmrMaxChars = 4;
 
 // What the activity/BMR screen shows for the current day.
