@@ -141,16 +141,8 @@ StorageStatus parseRecipeObject(std::string_view text, Recipe& recipe, std::stri
 }
 
 SideFileResult loadRecipes(const std::filesystem::path& folder, RecipeBook& book) {
-    std::string text;
-    SideFileResult result = readSideFileText(folder / kRecipesFileName, text);
-    if (result.outcome == SideFileLoad::Missing) {
-        book.clear();
-    } else if (result.outcome == SideFileLoad::Read) {
-        if (StorageStatus parsed = parseRecipes(text, book); !parsed) {
-            return {SideFileLoad::Failed, parsed};
-        }
-    }
-    return result;
+    return loadSideFile(folder / kRecipesFileName, book,
+                        [](std::string_view text, RecipeBook& b) { return parseRecipes(text, b); });
 }
 
 StorageStatus saveRecipes(const std::filesystem::path& folder, const RecipeBook& book) {

@@ -36,6 +36,23 @@ struct SideFileResult {
 // Reads a side file's bytes whole, refusing one larger than kMaxSideFileSize.
 [[nodiscard]] SideFileResult readSideFileText(const std::filesystem::path& path, std::string& text);
 
+// Reads a side file whole and parses its text into value: a missing file leaves value empty (a
+// default-made T); one that does not parse is Failed with the parser's status.
+template <typename T, typename Parse>
+[[nodiscard]] SideFileResult loadSideFile(const std::filesystem::path& path, T& value,
+                                          Parse parse) {
+    std::string text;
+    SideFileResult result = readSideFileText(path, text);
+    if (result.outcome == SideFileLoad::Missing) {
+        value = T{};
+    } else if (result.outcome == SideFileLoad::Read) {
+        if (StorageStatus parsed = parse(text, value); !parsed) {
+            return {SideFileLoad::Failed, parsed};
+        }
+    }
+    return result;
+}
+
 // Replaces a side file atomically (the folder must exist).
 [[nodiscard]] StorageStatus writeSideFile(const std::filesystem::path& path, std::string_view text);
 

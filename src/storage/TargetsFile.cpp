@@ -69,16 +69,9 @@ StorageStatus parseTargets(std::string_view text, MacroTargets& targets,
 }
 
 SideFileResult loadTargets(const std::filesystem::path& folder, MacroTargets& targets) {
-    std::string text;
-    SideFileResult result = readSideFileText(folder / kTargetsFileName, text);
-    if (result.outcome == SideFileLoad::Missing) {
-        targets = MacroTargets{};
-    } else if (result.outcome == SideFileLoad::Read) {
-        if (StorageStatus parsed = parseTargets(text, targets); !parsed) {
-            return {SideFileLoad::Failed, parsed};
-        }
-    }
-    return result;
+    return loadSideFile(
+        folder / kTargetsFileName, targets,
+        [](std::string_view text, MacroTargets& t) { return parseTargets(text, t); });
 }
 
 StorageStatus saveTargets(const std::filesystem::path& folder, const MacroTargets& targets) {
